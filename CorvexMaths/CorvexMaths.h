@@ -1,0 +1,29 @@
+#pragma once
+
+/// Includes every public header of the library.
+
+#include <CorvexMaths/Export.h>
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Numbers.h>
+
+#include <CorvexMaths/containers/TLinkUni.h>
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/containers/TMap.h>
+#include <CorvexMaths/containers/TPair.h>
+
+#include <CorvexMaths/vectors/TVector2.h>
+#include <CorvexMaths/vectors/TVector3.h>
+#include <CorvexMaths/vectors/TVector4.h>
+
+#include <CorvexMaths/matrices/TMatrix2x2.h>
+#include <CorvexMaths/matrices/TMatrix3x3.h>
+#include <CorvexMaths/matrices/TMatrix4x4.h>
+#include <CorvexMaths/matrices/TMatrixMxN.h>
+
+#include <CorvexMaths/primitives/TBox.h>
+#include <CorvexMaths/primitives/TEdge.h>
+#include <CorvexMaths/primitives/TLine.h>
+
+#include <CorvexMaths/pointsets/TPointSet.h>
+
+#include <CorvexMaths/polygons/TPolygon.h>
