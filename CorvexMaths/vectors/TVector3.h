@@ -1,0 +1,141 @@
+#pragma once
+
+/// The vector of three components: points, directions and differences in space.
+
+#include <CorvexMaths/vectors/VectorOperations.h>
+
+#include <type_traits>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A vector (x, y, z): exactly its three components, contiguous, trivially copyable and without further state.
+///
+/// The arithmetic that all vectors share stands in VectorOperations; `%` is the dot product, `*` between two vectors
+/// the cross product. There is no conversion between `float` and `double` vectors. Angles are in radians.
+template <class T>
+struct TVector3 : VectorOperations<TVector3<T>, T>
+{
+    T x = T(0); ///< The first component.
+    T y = T(0); ///< The second component.
+    T z = T(0); ///< The third component.
+
+    /// The zero vector.
+    constexpr TVector3() = default;
+
+    /// The vector of the given components.
+    constexpr TVector3(T xValue, T yValue, T zValue) : x(xValue), y(yValue), z(zValue) {}
+
+    /// Copies three components from an array. Only real pointers take part, so that a vector of another size converts.
+    template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
+    constexpr TVector3(P components) : x(components[0]), y(components[1]), z(components[2])
+    {}
+
+    /// The vector (x, y); z is dropped.
+    operator TVector2<T>() const { return TVector2<T>(x, y); }
+
+    /// The homogeneous point (x, y, z, 1).
+    operator TVector4<T>() const { return TVector4<T>(x, y, z, T(1)); }
+
+    /// The right-handed cross product.
+    TVector3 operator*(const TVector3& other) const
+    {
+        return TVector3(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
+    }
+
+    /// Replaces the vector by its cross product with another, this on the left. The other may be this vector.
+    TVector3& operator*=(const TVector3& other) { return *this = *this * other; }
+
+    using VectorOperations<TVector3, T>::operator*;
+    using VectorOperations<TVector3, T>::operator*=;
+
+    /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
+    /// The body comes with the matrix, as do those of all products with matrices.
+    inline TVector3 operator*(const TMatrix3x3<T>& matrix) const;
+    /// The row vector times a matrix that is padded with the identity: z is kept.
+    inline TVector3 operator*(const TMatrix2x2<T>& matrix) const;
+    /// The row vector times the upper left 3 by 3 block of a matrix: a translation in its last row is left out. To move
+    /// a point by a full transform, convert it to TVector4, multiply and convert back.
+    inline TVector3 operator*(const TMatrix4x4<T>& matrix) const;
+    /// The row vector times the matrix converted to TMatrix3x3.
+    inline TVector3 operator*(const TMatrixMxN<T>& matrix) const;
+
+    /// Replaces the vector by its product with a matrix, as `*` forms it; computed in full before it is stored.
+    inline TVector3& operator*=(const TMatrix3x3<T>& matrix);
+    /// Replaces the vector by its product with a matrix that is padded with the identity: z is kept.
+    inline TVector3& operator*=(const TMatrix2x2<T>& matrix);
+    /// Replaces the vector by its product with the upper left 3 by 3 block of a matrix.
+    inline TVector3& operator*=(const TMatrix4x4<T>& matrix);
+    /// Replaces the vector by its product with the matrix converted to TMatrix3x3.
+    inline TVector3& operator*=(const TMatrixMxN<T>& matrix);
+
+    /// The outer product: element [i][j] is this[i] times other[j].
+    inline TMatrix3x3<T> operator^(const TVector3& other) const;
+
+    /// The distance between the tips of this vector and another in x and y alone.
+    T DiffVectLen2D(const TVector3& other) const
+    {
+        const T dx = x - other.x;
+        const T dy = y - other.y;
+        return Numbers::SquareRoot(dx * dx + dy * dy);
+    }
+
+    /// The angle from this vector to another, clockwise as seen from the tip of `axis`: above 0 and up to and including
+    /// a full turn. It is below half a turn where the other lies on the side of `this * axis`. Vectors of one direction
+    /// give the full turn, unless rounding tells them apart. A vector without length gives NaN.
+    T AngleWith(const TVector3& other, const TVector3& axis) const;
+
+    /// Whether the squared length of the cross product is 0 within the absolute, inclusive tolerance. Opposite vectors
+    /// are parallel, and the zero vector is parallel to all. Nothing is normalised, so the test scales with the fourth
+    /// power of the lengths.
+    bool IsParallelTo(const TVector3& other, T tolerance) const;
+
+    /// Whether the dot product of the vectors as they are is 0 within the absolute, inclusive tolerance. Nothing is
+    /// normalised, so the answer depends on the lengths.
+    bool IsOrthogonalTo(const TVector3& other, T tolerance) const;
+
+    /// Writes a unit vector orthogonal to this: this crossed with the axis of its smallest component. Ties that include
+    /// z go to z, a tie of x and y alone to y. This need not be of unit length; the zero vector gives the zero vector.
+    void OrthonormalX(TVector3* xAxis) const;
+
+    /// Writes two unit vectors that make a right-handed triple with this, in the order this, x, y: what OrthonormalX
+    /// gives, and this crossed with it. The zero vector gives zero vectors. The outputs may not be this vector.
+    void OrthonormalXY(TVector3* xAxis, TVector3* yAxis) const;
+
+    /// Turns a vector about this one as axis, counter-clockwise as seen from the tip of the axis, by the angle of the
+    /// given cosine and sine (O. Rodrigues, 1840). The axis is taken to be of unit length; that is not checked.
+    void Rotate(TVector3* v, const T& cosine, const T& sine) const;
+
+    /// Turns a vector about this one as axis by an angle in radians.
+    void Rotate(TVector3* v, const T& angle) const;
+
+private:
+    friend struct VectorOperations<TVector3, T>;
+
+    template <class F>
+    static TVector3 Each(F f)
+    {
+        return TVector3(f(&TVector3::x), f(&TVector3::y), f(&TVector3::z));
+    }
+    template <class F>
+    static T Sum(F f)
+    {
+        return f(&TVector3::x) + f(&TVector3::y) + f(&TVector3::z);
+    }
+    template <class F>
+    static bool All(F f)
+    {
+        return f(&TVector3::x) && f(&TVector3::y) && f(&TVector3::z);
+    }
+};
+
+extern template struct VectorOperations<TVector3<float>, float>;
+extern template struct VectorOperations<TVector3<double>, double>;
+extern template struct TVector3<float>;
+extern template struct TVector3<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+// The vectors convert to one another; each header brings the others in once its own class is complete.
+#include <CorvexMaths/vectors/TVector2.h>
+#include <CorvexMaths/vectors/TVector4.h>

@@ -1,0 +1,111 @@
+#pragma once
+
+/// The vector of four components: homogeneous points of space, or plain vectors of four dimensions.
+
+#include <CorvexMaths/vectors/VectorOperations.h>
+
+#include <type_traits>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A vector (x, y, z, w): exactly its four components, contiguous, trivially copyable and without further state.
+///
+/// The arithmetic that all vectors share stands in VectorOperations and treats w like the others: scaling, normalising
+/// and measuring include it. `%` is the dot product. There is no conversion between `float` and `double` vectors.
+template <class T>
+struct TVector4 : VectorOperations<TVector4<T>, T>
+{
+    T x = T(0); ///< The first component.
+    T y = T(0); ///< The second component.
+    T z = T(0); ///< The third component.
+    T w = T(1); ///< The fourth component: 1 for a homogeneous point.
+
+    /// The homogeneous origin (0, 0, 0, 1); not the zero vector.
+    constexpr TVector4() = default;
+
+    /// The vector of the given components.
+    constexpr TVector4(T xValue, T yValue, T zValue, T wValue) : x(xValue), y(yValue), z(zValue), w(wValue) {}
+
+    /// Copies four components from an array. Only real pointers take part, so that a vector of another size converts.
+    template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
+    constexpr TVector4(P components) : x(components[0]), y(components[1]), z(components[2]), w(components[3])
+    {}
+
+    /// The vector (x, y); z and w are dropped.
+    operator TVector2<T>() const { return TVector2<T>(x, y); }
+
+    /// The vector (x, y, z); w is dropped without a division.
+    operator TVector3<T>() const { return TVector3<T>(x, y, z); }
+
+    using VectorOperations<TVector4, T>::operator*;
+    using VectorOperations<TVector4, T>::operator*=;
+
+    /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
+    /// The body comes with the matrix, as do those of all products with matrices.
+    inline TVector4 operator*(const TMatrix4x4<T>& matrix) const;
+    /// The row vector times a matrix that is padded with the identity: z and w are kept.
+    inline TVector4 operator*(const TMatrix2x2<T>& matrix) const;
+    /// The row vector times a matrix that is padded with the identity: w is kept.
+    inline TVector4 operator*(const TMatrix3x3<T>& matrix) const;
+    /// The row vector times the matrix converted to TMatrix4x4.
+    inline TVector4 operator*(const TMatrixMxN<T>& matrix) const;
+
+    /// Replaces the vector by its product with a matrix, as `*` forms it; computed in full before it is stored.
+    inline TVector4& operator*=(const TMatrix4x4<T>& matrix);
+    /// Replaces the vector by its product with a matrix that is padded with the identity: z and w are kept.
+    inline TVector4& operator*=(const TMatrix2x2<T>& matrix);
+    /// Replaces the vector by its product with a matrix that is padded with the identity: w is kept.
+    inline TVector4& operator*=(const TMatrix3x3<T>& matrix);
+    /// Replaces the vector by its product with the matrix converted to TMatrix4x4.
+    inline TVector4& operator*=(const TMatrixMxN<T>& matrix);
+
+    /// The outer product: element [i][j] is this[i] times other[j].
+    inline TMatrix4x4<T> operator^(const TVector4& other) const;
+
+    /// Whether the two vectors have the same direction: the dot product of their normalised copies is 1 within the
+    /// absolute, inclusive tolerance. Opposite vectors are not parallel here; a zero vector has the product 0.
+    bool IsParallelTo(const TVector4& other, T tolerance) const;
+
+    /// Whether the dot product of the vectors as they are is below the tolerance. Unlike the test of the smaller
+    /// vectors it is strict and takes no absolute value: any negative product passes, and 0 fails a tolerance of 0.
+    bool IsOrthogonalTo(const TVector4& other, T tolerance) const;
+
+    /// Writes three unit vectors that are orthogonal to this and to one another, each found from a small linear system
+    /// whose other components are set to 1. Costs two LU decompositions, of order 2 and 3.
+    ///
+    /// False only for the zero vector, which leaves the outputs untouched. A system whose determinant is 0 within the
+    /// common tolerance is not solved: its unknowns are read as zeros and the result is still true, but the frame is
+    /// not orthogonal, as for (1, 1, -2, 0). The outputs are written last; any of them may be this vector.
+    bool OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAxis) const;
+
+private:
+    friend struct VectorOperations<TVector4, T>;
+
+    template <class F>
+    static TVector4 Each(F f)
+    {
+        return TVector4(f(&TVector4::x), f(&TVector4::y), f(&TVector4::z), f(&TVector4::w));
+    }
+    template <class F>
+    static T Sum(F f)
+    {
+        return f(&TVector4::x) + f(&TVector4::y) + f(&TVector4::z) + f(&TVector4::w);
+    }
+    template <class F>
+    static bool All(F f)
+    {
+        return f(&TVector4::x) && f(&TVector4::y) && f(&TVector4::z) && f(&TVector4::w);
+    }
+};
+
+extern template struct VectorOperations<TVector4<float>, float>;
+extern template struct VectorOperations<TVector4<double>, double>;
+extern template struct TVector4<float>;
+extern template struct TVector4<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+// The vectors convert to one another; each header brings the others in once its own class is complete.
+#include <CorvexMaths/vectors/TVector2.h>
+#include <CorvexMaths/vectors/TVector3.h>

@@ -1,0 +1,141 @@
+#pragma once
+
+/// What the vectors of two, three and four components share: arithmetic, comparison, lengths and access by index.
+
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Numbers.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// The empty base of TVector2, TVector3 and TVector4, which are its V; T is their scalar.
+///
+/// A vector lends it three private walks over its components in the order x, y, z, w, each of which takes a function of
+/// a pointer to a component: `Each` makes a vector of the results, `Sum` adds them up from the left, `All` stops at the
+/// first false one. They are unrolled by hand, so that every operation below is straight-line code without a call.
+///
+/// All components take part in every operation, w included. Nothing is checked and nothing fails: overflow, division by
+/// zero and NaN follow IEEE arithmetic. Operands may alias one another and the result.
+template <class V, class T>
+struct CORVEX_API VectorOperations
+{
+    /// The address of the first component, from which the others follow. It also serves `v[i]`; i is not checked.
+    operator T*() { return reinterpret_cast<T*>(&Self()); }
+
+    /// The address of the first component, to read from.
+    operator const T*() const { return reinterpret_cast<const T*>(&Self()); }
+
+    /// The componentwise sum.
+    V operator+(const V& other) const
+    {
+        return V::Each([&](T V::*c) { return Self().*c + other.*c; });
+    }
+
+    /// The componentwise difference.
+    V operator-(const V& other) const
+    {
+        return V::Each([&](T V::*c) { return Self().*c - other.*c; });
+    }
+
+    /// The vector with the sign bit of every component flipped: 0 becomes -0, which still compares equal to 0.
+    V operator-() const
+    {
+        return V::Each([&](T V::*c) { return -(Self().*c); });
+    }
+
+    /// Every component times a scalar.
+    V operator*(const T& scalar) const
+    {
+        return V::Each([&](T V::*c) { return Self().*c * scalar; });
+    }
+
+    /// Every component divided by a scalar: a true division each, with no test for 0.
+    V operator/(T scalar) const
+    {
+        return V::Each([&](T V::*c) { return Self().*c / scalar; });
+    }
+
+    /// The dot product, its terms added in the order x, y, z, w.
+    T operator%(const V& other) const
+    {
+        return V::Sum([&](T V::*c) { return Self().*c * other.*c; });
+    }
+
+    /// Adds a vector in place.
+    V& operator+=(const V& other) { return Self() = Self() + other; }
+
+    /// Subtracts a vector in place.
+    V& operator-=(const V& other) { return Self() = Self() - other; }
+
+    /// Multiplies every component by a scalar. The scalar may be a component of this vector.
+    V& operator*=(T scalar) { return Self() = Self() * scalar; }
+
+    /// Divides every component by a scalar, as `/` does. The scalar may be a component of this vector.
+    V& operator/=(T scalar) { return Self() = Self() / scalar; }
+
+    /// Whether all components are exactly equal. There is no tolerance, and a NaN makes it false.
+    bool operator==(const V& other) const
+    {
+        return V::All([&](T V::*c) { return Self().*c == other.*c; });
+    }
+
+    /// The exact opposite of `==`.
+    bool operator!=(const V& other) const { return !(Self() == other); }
+
+    /// Lexicographic order: the first component that is not exactly equal decides. A NaN there gives false both ways.
+    bool operator<(const V& other) const
+    {
+        return FirstDifference(other, [](T a, T b) { return a < b; });
+    }
+
+    /// The opposite lexicographic order; equal vectors are neither less nor greater.
+    bool operator>(const V& other) const
+    {
+        return FirstDifference(other, [](T a, T b) { return a > b; });
+    }
+
+    /// The length: the square root of the sum of the squares.
+    T GetLength() const { return Numbers::SquareRoot(GetLengthSquared()); }
+
+    /// The squared length: the squares added in the order x, y, z, w.
+    T GetLengthSquared() const { return Self() % Self(); }
+
+    /// The distance between the tips of this vector and another.
+    T DiffVectLen(const V& other) const { return (Self() - other).GetLength(); }
+
+    /// The squared distance between the tips of this vector and another.
+    T DiffVectLenSquared(const V& other) const { return (Self() - other).GetLengthSquared(); }
+
+    /// Whether each component is equal to the other's within an absolute, inclusive tolerance. Exactly equal ones pass
+    /// without a subtraction, so equal infinities do; NaN never passes.
+    bool IsEqualTo(const V& other, T tolerance) const
+    {
+        return V::All([&](T V::*c) { return Numbers::IsNear(Self().*c, other.*c, tolerance); });
+    }
+
+    /// Divides the vector by its length, however small that is; a length of exactly 0 leaves the vector as it is.
+    void Normalise()
+    {
+        const T length = GetLength();
+        if (length != T(0)) Self() /= length;
+    }
+
+private:
+    V& Self() { return static_cast<V&>(*this); }
+    const V& Self() const { return static_cast<const V&>(*this); }
+
+    // What `order` says of the first two components that are not exactly equal; false when all are.
+    template <class Order>
+    bool FirstDifference(const V& other, Order order) const
+    {
+        bool verdict = false;
+        V::All([&](T V::*c) {
+            if (Self().*c == other.*c) return true;
+            verdict = order(Self().*c, other.*c);
+            return false;
+        });
+        return verdict;
+    }
+};
+
+} // namespace Halmont::Orrin::CorvexMaths
