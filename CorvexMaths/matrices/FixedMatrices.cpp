@@ -1,0 +1,153 @@
+#include <CorvexMaths/matrices/Crout.h>
+#include <CorvexMaths/matrices/Kernels.h>
+#include <CorvexMaths/matrices/TMatrix2x2.h>
+#include <CorvexMaths/matrices/TMatrix3x3.h>
+#include <CorvexMaths/matrices/TMatrix4x4.h>
+#include <CorvexMaths/matrices/TMatrixMxN.h>
+
+/// What the fixed matrices do not do inline, and their one compilation.
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+namespace
+{
+
+template <unsigned int N>
+using FixedOrder = std::integral_constant<unsigned int, N>;
+
+/// The parity times the diagonal of the factors, in ascending order.
+template <class M, class T>
+T DiagonalProduct(M const& lu, T parity)
+{
+    T product = parity;
+    for (unsigned int i = 0; i < lu.GetM(); ++i) product *= lu[i][i];
+    return product;
+}
+
+/// Writes the inverse for all columns side by side. That needs swaps that may all be done first, so pivots at or below
+/// their rows, and finite multipliers: then a column whose 1 is still to come takes only zeros from its zeros, which
+/// leaves them +0 as if they had been passed over. False, with nothing written, where that does not hold.
+template <unsigned int N, class T>
+bool InvertSideBySide(T (&inverse)[N * N], T const (&lu)[N * N], int const* pivots)
+{
+    T probe = T(0);
+    for (unsigned int i = 0; i < N; ++i) {
+        if (pivots[i] < static_cast<int>(i)) return false;
+        for (unsigned int j = 0; j < i; ++j) probe += lu[i * N + j] * T(0);
+    }
+    if (probe != T(0)) return false;
+
+    T x[N][N] = {};
+    unsigned int columns[N];
+    for (unsigned int i = 0; i < N; ++i) columns[i] = i;
+    for (unsigned int i = 0; i < N; ++i) {
+        unsigned int const column = columns[pivots[i]];
+        columns[pivots[i]] = columns[i];
+        x[i][column] = T(1);
+    }
+
+    for (unsigned int i = 1; i < N; ++i)
+        for (unsigned int j = 0; j < i; ++j)
+            for (unsigned int c = 0; c < N; ++c) x[i][c] -= lu[i * N + j] * x[j][c];
+    for (unsigned int i = N; i-- > 0;) {
+        for (unsigned int j = i + 1; j < N; ++j)
+            for (unsigned int c = 0; c < N; ++c) x[i][c] -= lu[i * N + j] * x[j][c];
+        for (unsigned int c = 0; c < N; ++c) x[i][c] /= lu[i * N + i];
+    }
+    for (unsigned int i = 0; i < N * N; ++i) inverse[i] = x[i / N][i % N];
+    return true;
+}
+
+} // namespace
+
+template <class M, class T, unsigned int N>
+TMatrixMxN<T> SquareMatrixOperations<M, T, N>::operator*(TMatrixMxN<T> const& other)
+{
+    TMatrixMxN<T> result(N, other.n);
+    result.ToNull();
+    T* rows[N];
+    GetRows(rows);
+    Kernels::MultiplyRows(result.rows, rows, other.rows, N, other.m, other.n);
+    return result;
+}
+
+template <class M, class T, unsigned int N>
+bool SquareMatrixOperations<M, T, N>::LUD(M* lu, int* const pivots, T* parity) const
+{
+    *lu = Self();
+    T* rows[N];
+    T scale[N];
+    lu->GetRows(rows);
+    if (!Kernels::ScaleRows(rows, pivots, scale, parity, FixedOrder<N>())) return false;
+    Kernels::FactorByColumns(rows, pivots, scale, parity, FixedOrder<N>());
+    return true;
+}
+
+template <class M, class T, unsigned int N>
+void SquareMatrixOperations<M, T, N>::BackSub(M& lu, int const* const pivots, T const* const b, T* x)
+{
+    T* rows[N];
+    lu.GetRows(rows);
+    Kernels::Substitute(rows, pivots, b, x, FixedOrder<N>());
+}
+
+template <class M, class T, unsigned int N>
+bool SquareMatrixOperations<M, T, N>::Invert()
+{
+    M lu;
+    int pivots[N];
+    T parity;
+    T determinant;
+    if constexpr (N == 4) {
+        // The determinant of order 4 comes from these very factors; where there are none it counts as 0.
+        if (!LUD(&lu, pivots, &parity)) return false;
+        determinant = DiagonalProduct(lu, parity);
+    } else {
+        determinant = Self().Determinant();
+    }
+    if (Numbers::IsZero(determinant, Numbers::commonTolerance<T>)) return false;
+    if (N != 4 && !LUD(&lu, pivots, &parity)) return false;
+
+    if (InvertSideBySide<N>(Self().elements, lu.elements, pivots)) return true;
+    for (unsigned int c = 0; c < N; ++c) {
+        T unit[N] = {};
+        T solution[N];
+        unit[c] = T(1);
+        BackSub(lu, pivots, unit, solution);
+        for (unsigned int r = 0; r < N; ++r) (*this)[r][c] = solution[r];
+    }
+    return true;
+}
+
+template <class M, class T, unsigned int N>
+bool SquareMatrixOperations<M, T, N>::Invert(M* out) const
+{
+    *out = Self();
+    return out->Invert();
+}
+
+template <class T>
+T TMatrix4x4<T>::Determinant()
+{
+    TMatrix4x4 lu;
+    int pivots[4];
+    T parity;
+    if (!this->LUD(&lu, pivots, &parity)) return T(0);
+    return DiagonalProduct(lu, parity);
+}
+
+template struct SquareMatrixOperations<TMatrix2x2<float>, float, 2>;
+template struct SquareMatrixOperations<TMatrix2x2<double>, double, 2>;
+template struct SquareMatrixOperations<TMatrix3x3<float>, float, 3>;
+template struct SquareMatrixOperations<TMatrix3x3<double>, double, 3>;
+template struct SquareMatrixOperations<TMatrix4x4<float>, float, 4>;
+template struct SquareMatrixOperations<TMatrix4x4<double>, double, 4>;
+template struct TMatrix2x2<float>;
+template struct TMatrix2x2<double>;
+template struct TMatrix3x3<float>;
+template struct TMatrix3x3<double>;
+template struct TMatrix4x4<float>;
+template struct TMatrix4x4<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths

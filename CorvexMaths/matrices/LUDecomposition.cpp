@@ -1,0 +1,185 @@
+#include <CorvexMaths/matrices/Crout.h>
+#include <CorvexMaths/matrices/Kernels.h>
+#include <CorvexMaths/matrices/PanelSolve.h>
+
+#include <cstddef>
+#include <memory>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+namespace
+{
+
+/// Up to this order the plain form is as fast as any.
+constexpr unsigned int plainOrder = 16;
+
+/// The columns of a block of the decomposition.
+constexpr unsigned int blockColumns = 24;
+
+/// Takes a multiple of one row from another.
+template <class T>
+inline void SubtractRow(T* __restrict target, T const* __restrict row, T factor, unsigned int count)
+{
+    for (unsigned int j = 0; j < count; ++j) target[j] -= factor * row[j];
+}
+
+/// Decomposes the columns from `begin` to `end`, whose elements have lost all products of the columns before. As soon as
+/// a column of multipliers is known, the columns of the block to its right lose the products with it, so each element
+/// still loses its products in ascending order. False where a pivot lies above its row: then rows are not finished in
+/// the order in which this walks.
+template <class T>
+bool FactorBlock(T** rows, int* pivots, T* scale, T* parity, unsigned int order, unsigned int begin, unsigned int end,
+                 unsigned int& pivot)
+{
+    for (unsigned int j = begin; j < end; ++j) {
+        T best = T(0);
+        for (unsigned int i = j; i < order; ++i) Consider(scale[i] * Numbers::Absolute(rows[i][j]), i, best, pivot);
+        if (pivot < j) return false;
+        PlacePivot(rows, pivots, scale, parity, j, pivot, order);
+        if (j == order - 1) return true;
+
+        T const reciprocal = T(1) / rows[j][j];
+        for (unsigned int i = j + 1; i < order; ++i) {
+            rows[i][j] *= reciprocal;
+            SubtractRow(rows[i] + j + 1, rows[j] + j + 1, rows[i][j], end - j - 1);
+        }
+    }
+    return true;
+}
+
+/// The decomposition of scaled rows, block of columns by block of columns. False as FactorBlock is.
+template <class T>
+bool FactorByBlocks(T** rows, int* pivots, T* scale, T* parity, unsigned int order)
+{
+    unsigned int pivot = 0;
+    for (unsigned int begin = 0; begin < order; begin += blockColumns) {
+        unsigned int const end = order - begin < blockColumns ? order : begin + blockColumns;
+        unsigned int const rest = order - end;
+        if (!FactorBlock(rows, pivots, scale, parity, order, begin, end, pivot)) return false;
+
+        // What lies to the right of the block: first its own rows, each from those above it, then all rows below.
+        for (unsigned int i = begin + 1; i < end; ++i)
+            for (unsigned int k = begin; k < i; ++k) SubtractRow(rows[i] + end, rows[k] + end, rows[i][k], rest);
+        SubtractProduct(rows + end, end, rows + end, begin, rows + begin, end, rest, end - begin, rest);
+    }
+    return true;
+}
+
+/// Copies the rows to one block, or back.
+template <class T>
+void CopyRows(T* const* rows, T* block, unsigned int order, bool back)
+{
+    for (unsigned int i = 0; i < order; ++i) {
+        for (unsigned int j = 0; j < order; ++j, ++block) {
+            if (back)
+                rows[i][j] = *block;
+            else
+                *block = rows[i][j];
+        }
+    }
+}
+
+#ifdef CORVEX_WIDE_LANES
+template <class T>
+CORVEX_WIDE_LANES void SolvePanelWide(T* panel, T const* const* lu, unsigned int order, unsigned int q)
+{
+    SolvePanel<T, wideBytes>(panel, lu, order, q);
+}
+#endif
+
+template <class T>
+void SolvePanelBaseline(T* panel, T const* const* lu, unsigned int order, unsigned int q)
+{
+    SolvePanel<T, baselineBytes>(panel, lu, order, q);
+}
+
+/// The inverse column by column.
+template <class T>
+void InvertByColumns(T** rows, T** lu, int const* pivots, unsigned int order)
+{
+    std::unique_ptr<T[]> const values(new T[2 * std::size_t(order)]);
+    T* const unit = values.get();
+    T* const solution = unit + order;
+    for (unsigned int c = 0; c < order; ++c) {
+        for (unsigned int i = 0; i < order; ++i) unit[i] = T(0);
+        unit[c] = T(1);
+        Substitute(lu, pivots, unit, solution, order);
+        for (unsigned int i = 0; i < order; ++i) rows[i][c] = solution[i];
+    }
+}
+
+/// The inverse panel by panel; every pivot must be at or below its row.
+template <class T>
+void InvertByPanels(T** rows, T** lu, int const* pivots, unsigned int order)
+{
+    constexpr unsigned int width = panelBytes / sizeof(T);
+    std::unique_ptr<T[]> const panel(new T[std::size_t(order) * width]);
+
+    // Which column of the inverse has its 1 at row q once the swaps are done.
+    std::unique_ptr<unsigned int[]> const columns(new unsigned int[order]);
+    for (unsigned int q = 0; q < order; ++q) columns[q] = q;
+    for (unsigned int q = 0; q < order; ++q) {
+        unsigned int const column = columns[q];
+        columns[q] = columns[static_cast<unsigned int>(pivots[q])];
+        columns[static_cast<unsigned int>(pivots[q])] = column;
+    }
+
+    auto solve = SolvePanelBaseline<T>;
+#ifdef CORVEX_WIDE_LANES
+    if (HasWideLanes()) solve = SolvePanelWide<T>;
+#endif
+    for (unsigned int q = 0; q < order; q += width) {
+        solve(panel.get(), lu, order, q);
+        for (unsigned int i = 0; i < order; ++i)
+            for (unsigned int l = 0; l < width && l < order - q; ++l)
+                rows[i][columns[q + l]] = panel[std::size_t(i) * width + l];
+    }
+}
+
+} // namespace
+
+template <class T>
+bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order)
+{
+    if (!ScaleRows(rows, pivots, scale, parity, order)) return false;
+    if (order <= plainOrder) {
+        FactorByColumns(rows, pivots, scale, parity, order);
+        return true;
+    }
+
+    std::unique_ptr<T[]> const kept(new T[std::size_t(order) * order]);
+    CopyRows(rows, kept.get(), order, false);
+    if (!FactorByBlocks(rows, pivots, scale, parity, order)) {
+        CopyRows(rows, kept.get(), order, true);
+        ScaleRows(rows, pivots, scale, parity, order);
+        FactorByColumns(rows, pivots, scale, parity, order);
+    }
+    return true;
+}
+
+template <class T>
+void BackSubRows(T** rows, int const* pivots, T const* b, T* x, unsigned int order)
+{
+    Substitute(rows, pivots, b, x, order);
+}
+
+template <class T>
+void InvertRows(T** rows, T** lu, int const* pivots, unsigned int order)
+{
+    bool downwards = true;
+    for (unsigned int i = 0; i < order; ++i) downwards = downwards && pivots[i] >= static_cast<int>(i);
+    if (downwards)
+        InvertByPanels(rows, lu, pivots, order);
+    else
+        InvertByColumns(rows, lu, pivots, order);
+}
+
+template bool LUDRows(float**, int*, float*, float*, unsigned int);
+template bool LUDRows(double**, int*, double*, double*, unsigned int);
+template void BackSubRows(float**, int const*, float const*, float*, unsigned int);
+template void BackSubRows(double**, int const*, double const*, double*, unsigned int);
+template void InvertRows(float**, float**, int const*, unsigned int);
+template void InvertRows(double**, double**, int const*, unsigned int);
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

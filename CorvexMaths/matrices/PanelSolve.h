@@ -1,0 +1,79 @@
+#pragma once
+
+/// The solve for many unit vectors at once. Internal.
+///
+/// Let the row swaps of a decomposition all go downwards. Then they may be done before the forward sums, and a unit vector
+/// is again a unit vector with its 1 at some q. Its forward sums begin at q and leave zeros above. The solutions of
+/// `width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them is
+/// a sum of its own in the stated order.
+
+#include <CorvexMaths/matrices/Lanes.h>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+/// The bytes of a panel's row: wide enough to hide the latency of the sums, narrow enough to stay in the first-level
+/// cache up to an order of some hundreds.
+inline constexpr unsigned int panelBytes = 128;
+
+/// Takes the products of `factors` with the panel's rows from `begin` to `end` from a row of the panel.
+template <class T, unsigned int Bytes>
+CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, T const* factors, T const* panel, unsigned int begin,
+                                            unsigned int end, T const* divisor)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    constexpr unsigned int lane = Lanes<T, Bytes>::count;
+    constexpr unsigned int laneCount = panelBytes / Bytes;
+    constexpr unsigned int width = laneCount * lane;
+    Lane sums[laneCount];
+    for (unsigned int l = 0; l < laneCount; ++l) Load(sums[l], row + l * lane);
+    T const* source = panel + static_cast<decltype(sizeof(T))>(begin) * width;
+    for (unsigned int j = begin; j < end; ++j, source += width) {
+        T const factor = factors[j];
+        for (unsigned int l = 0; l < laneCount; ++l) {
+            Lane other;
+            Load(other, source + l * lane);
+            sums[l] -= factor * other;
+        }
+    }
+    if (divisor)
+        for (unsigned int l = 0; l < laneCount; ++l) sums[l] /= *divisor;
+    for (unsigned int l = 0; l < laneCount; ++l) Store(row + l * lane, sums[l]);
+}
+
+/// Whether all values are finite.
+template <class T>
+CORVEX_ALWAYS_INLINE bool AreFinite(T const* values, unsigned int begin, unsigned int end)
+{
+    T probe = T(0);
+    for (unsigned int j = begin; j < end; ++j) probe += values[j] * T(0);
+    return probe == T(0);
+}
+
+/// Fills the panel with the solutions for the unit vectors with their 1 at q, q + 1, ... (those from `order` on, which
+/// do not exist, hold nothing of use).
+template <class T, unsigned int Bytes>
+CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, T const* const* lu, unsigned int order, unsigned int q)
+{
+    constexpr unsigned int width = panelBytes / sizeof(T);
+    auto const rowOf = [panel](unsigned int i) { return panel + static_cast<decltype(sizeof(T))>(i) * width; };
+    for (unsigned int i = 0; i < order; ++i)
+        for (unsigned int l = 0; l < width; ++l) rowOf(i)[l] = T(0);
+
+    for (unsigned int i = q; i < order; ++i) {
+        // Column q + l takes part from row q + l on. Where the factors are finite, the rows before only take zeros from
+        // the zero that stands there, which leaves it +0; otherwise they are left out.
+        unsigned int begin = q;
+        unsigned int const end = i - q < width ? i : q + width;
+        if (!AreFinite(lu[i], q, end)) {
+            for (; begin < end; ++begin)
+                for (unsigned int l = 0; l <= begin - q; ++l) rowOf(i)[l] -= lu[i][begin] * rowOf(begin)[l];
+        }
+        SubtractPanelRows<T, Bytes>(rowOf(i), lu[i], panel, begin, i, nullptr);
+        if (i - q < width) rowOf(i)[i - q] = T(1);
+    }
+
+    for (unsigned int i = order; i-- > 0;) SubtractPanelRows<T, Bytes>(rowOf(i), lu[i], panel, i + 1, order, lu[i] + i);
+}
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

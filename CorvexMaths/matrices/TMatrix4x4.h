@@ -1,0 +1,108 @@
+#pragma once
+
+/// The 4 by 4 matrix, and the products of vectors with it.
+
+#include <CorvexMaths/matrices/SquareMatrixOperations.h>
+#include <CorvexMaths/vectors/TVector2.h>
+#include <CorvexMaths/vectors/TVector3.h>
+#include <CorvexMaths/vectors/TVector4.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A 4 by 4 matrix by value, its elements row by row.
+template <class T>
+struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
+{
+    T elements[16]; ///< Element (r, c) at r*4 + c.
+
+    /// The identity.
+    TMatrix4x4() { this->ToIdentity(); }
+    /// Reads sixteen values, row by row.
+    template <class P, EnableForPointer<P, T> = 0>
+    TMatrix4x4(P values)
+    {
+        for (unsigned int i = 0; i < 16; ++i) elements[i] = values[i];
+    }
+    /// Takes sixteen values, row by row.
+    TMatrix4x4(T const& a00, T const& a01, T const& a02, T const& a03, T const& a10, T const& a11, T const& a12,
+               T const& a13, T const& a20, T const& a21, T const& a22, T const& a23, T const& a30, T const& a31,
+               T const& a32, T const& a33)
+        : elements{a00, a01, a02, a03, a10, a11, a12, a13, a20, a21, a22, a23, a30, a31, a32, a33}
+    {}
+    /// Takes four vectors as columns: the first row is (a.x, b.x, c.x, d.x).
+    TMatrix4x4(TVector4<T> const& a, TVector4<T> const& b, TVector4<T> const& c, TVector4<T> const& d)
+        : elements{a.x, b.x, c.x, d.x, a.y, b.y, c.y, d.y, a.z, b.z, c.z, d.z, a.w, b.w, c.w, d.w}
+    {}
+
+    /// The upper-left block of order 2.
+    operator TMatrix2x2<T>() const { return TMatrix2x2<T>(elements[0], elements[1], elements[4], elements[5]); }
+    /// The upper-left block of order 3.
+    operator TMatrix3x3<T>() const
+    {
+        T const* const e = elements;
+        return TMatrix3x3<T>(e[0], e[1], e[2], e[4], e[5], e[6], e[8], e[9], e[10]);
+    }
+
+    /// Always true: it makes lists of matrices compile and carries no ordering.
+    bool operator<(TMatrix4x4 const&) const { return true; }
+    /// Always false; see operator<.
+    bool operator>(TMatrix4x4 const&) const { return false; }
+
+    /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors, ascending.
+    T Determinant();
+};
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+// The conversions join the three orders, so whoever has one has all.
+#include <CorvexMaths/matrices/TMatrix2x2.h>
+#include <CorvexMaths/matrices/TMatrix3x3.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+template <class T>
+inline TMatrix4x4<T> TVector4<T>::operator^(TVector4<T> const& other) const
+{
+    return TMatrix4x4<T>::Outer(*this, other);
+}
+
+template <class T>
+inline TVector4<T> TVector4<T>::operator*(TMatrix4x4<T> const& matrix) const
+{
+    return matrix.TimesRow(*this);
+}
+template <class T>
+inline TVector4<T> TVector4<T>::operator*(TMatrix2x2<T> const& matrix) const
+{
+    return *this * static_cast<TMatrix4x4<T>>(matrix);
+}
+template <class T>
+inline TVector4<T> TVector4<T>::operator*(TMatrix3x3<T> const& matrix) const
+{
+    return *this * static_cast<TMatrix4x4<T>>(matrix);
+}
+
+template <class T>
+inline TVector4<T>& TVector4<T>::operator*=(TMatrix2x2<T> const& matrix)
+{
+    return *this = *this * matrix;
+}
+template <class T>
+inline TVector4<T>& TVector4<T>::operator*=(TMatrix3x3<T> const& matrix)
+{
+    return *this = *this * matrix;
+}
+template <class T>
+inline TVector4<T>& TVector4<T>::operator*=(TMatrix4x4<T> const& matrix)
+{
+    return *this = *this * matrix;
+}
+
+extern template struct SquareMatrixOperations<TMatrix4x4<float>, float, 4>;
+extern template struct SquareMatrixOperations<TMatrix4x4<double>, double, 4>;
+extern template struct TMatrix4x4<float>;
+extern template struct TMatrix4x4<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths

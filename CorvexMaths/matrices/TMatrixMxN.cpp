@@ -1,0 +1,310 @@
+#include <CorvexMaths/matrices/Kernels.h>
+#include <CorvexMaths/matrices/TMatrixMxN.h>
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+namespace
+{
+
+/// Copies values as one block; nothing is touched where there are none.
+template <class T>
+void CopyBlock(T* target, T const* source, std::size_t count)
+{
+    if (count != 0) std::memmove(target, source, count * sizeof(T));
+}
+
+/// The row pointers into a block.
+template <class T>
+void PointRows(T** rows, T* elements, unsigned int rowCount, unsigned int columnCount)
+{
+    for (unsigned int r = 0; r < rowCount; ++r) rows[r] = elements + std::size_t(r) * columnCount;
+}
+
+} // namespace
+
+// Storage.
+
+template <class T>
+TMatrixMxN<T>::TMatrixMxN(unsigned int rowCount, unsigned int columnCount) : TMatrixMxN()
+{
+    AssignMemory(rowCount, columnCount);
+}
+
+template <class T>
+TMatrixMxN<T>::TMatrixMxN(TMatrixMxN const& other) : TMatrixMxN()
+{
+    *this = other;
+}
+
+template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator=(TMatrixMxN const& other)
+{
+    AssignMemory(other.m, other.n);
+    CopyBlock(elements, other.elements, std::size_t(m) * n);
+    return *this;
+}
+
+template <class T>
+void TMatrixMxN<T>::AssignMemory(unsigned int rowCount, unsigned int columnCount)
+{
+    if (rowCount == m && columnCount == n) return;
+    ReleaseMemory();
+    // Should the allocator give up, the destructor finds nothing to release twice.
+    elements = nullptr;
+    rows = nullptr;
+    m = rowCount;
+    n = columnCount;
+    elements = new T[std::size_t(m) * n];
+    rows = new T*[m];
+    PointRows(rows, elements, m, n);
+}
+
+template <class T>
+void TMatrixMxN<T>::ToNull()
+{
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) rows[r][c] = T(0);
+}
+
+template <class T>
+void TMatrixMxN<T>::ToIdentity()
+{
+    ToNull();
+    for (unsigned int r = 0; r < m && r < n; ++r) rows[r][r] = T(1);
+}
+
+template <class T>
+void TMatrixMxN<T>::Transpose()
+{
+    if (m == n) {
+        for (unsigned int r = 0; r < m; ++r) {
+            for (unsigned int c = r + 1; c < n; ++c) {
+                T const above = rows[r][c];
+                rows[r][c] = rows[c][r];
+                rows[c][r] = above;
+            }
+        }
+        return;
+    }
+
+    std::unique_ptr<T[]> turned(new T[std::size_t(n) * m]);
+    T** const turnedRows = new T*[n];
+    PointRows(turnedRows, turned.get(), n, m);
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) turnedRows[c][r] = rows[r][c];
+    ReleaseMemory();
+    elements = turned.release();
+    rows = turnedRows;
+    unsigned int const rowCount = m;
+    m = n;
+    n = rowCount;
+}
+
+// Comparison.
+
+template <class T>
+bool TMatrixMxN<T>::operator==(TMatrixMxN const& other) const
+{
+    if (m != other.m || n != other.n) return false;
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c)
+            if (!(rows[r][c] == other.rows[r][c])) return false;
+    return true;
+}
+
+// Arithmetic.
+
+template <class T>
+TMatrixMxN<T> TMatrixMxN<T>::operator+(TMatrixMxN& other) const
+{
+    TMatrixMxN result(*this);
+    result += other;
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T> TMatrixMxN<T>::operator-(TMatrixMxN& other) const
+{
+    TMatrixMxN result(*this);
+    result -= other;
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator+=(TMatrixMxN& other)
+{
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) rows[r][c] += other.rows[r][c];
+    return *this;
+}
+
+template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator-=(TMatrixMxN& other)
+{
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) rows[r][c] -= other.rows[r][c];
+    return *this;
+}
+
+template <class T>
+TMatrixMxN<T> TMatrixMxN<T>::operator-() const
+{
+    TMatrixMxN result(m, n);
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) result.rows[r][c] = -rows[r][c];
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T> TMatrixMxN<T>::operator*(T const& scalar) const
+{
+    TMatrixMxN result(*this);
+    result *= scalar;
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T> TMatrixMxN<T>::operator/(T const& scalar) const
+{
+    TMatrixMxN result(*this);
+    result /= scalar;
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator*=(T const& scalar)
+{
+    T const factor = scalar;
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) rows[r][c] *= factor;
+    return *this;
+}
+
+template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator/=(T const& scalar)
+{
+    T const divisor = scalar;
+    for (unsigned int r = 0; r < m; ++r)
+        for (unsigned int c = 0; c < n; ++c) rows[r][c] /= divisor;
+    return *this;
+}
+
+// Products.
+
+template <class T>
+template <class M, unsigned int N>
+TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(SquareMatrixOperations<M, T, N>& other) const
+{
+    TMatrixMxN result(m, N);
+    result.ToNull();
+    T* otherRows[N];
+    other.GetRows(otherRows);
+    Kernels::MultiplyRows(result.rows, rows, otherRows, m, N, N);
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T> TMatrixMxN<T>::operator*(TMatrixMxN& other) const
+{
+    if (n != other.m) return TMatrixMxN();
+    TMatrixMxN result(m, other.n);
+    result.ToNull();
+    Kernels::MultiplyRows(result.rows, rows, other.rows, m, n, other.n);
+    return result;
+}
+
+template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator*=(TMatrixMxN& other)
+{
+    TMatrixMxN const aside(*this);
+    AssignMemory(m, other.n);
+    ToNull();
+    Kernels::MultiplyRows(rows, aside.rows, other.rows, m, other.m, n);
+    return *this;
+}
+
+// Decomposition and solving.
+
+template <class T>
+bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int* pivots, T* parity) const
+{
+    if (m != n) return false;
+    *lu = *this;
+    std::unique_ptr<T[]> const scale(new T[m]);
+    return Kernels::LUDRows(lu->rows, pivots, scale.get(), parity, m);
+}
+
+template <class T>
+bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int** pivots, T* parity) const
+{
+    *pivots = new int[m];
+    if (LUD(lu, *pivots, parity)) return true;
+    delete[] * pivots;
+    *pivots = nullptr;
+    return false;
+}
+
+template <class T>
+void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T* x)
+{
+    Kernels::BackSubRows(lu.rows, pivots, b, x, lu.n);
+}
+
+template <class T>
+void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T** x)
+{
+    *x = new T[lu.n];
+    BackSub(lu, pivots, b, *x);
+}
+
+template <class T>
+bool TMatrixMxN<T>::Invert()
+{
+    if (m != n || m == 0) return false;
+    std::unique_ptr<int[]> const pivots(new int[m]);
+    TMatrixMxN lu;
+    T parity;
+    if (!LUD(&lu, pivots.get(), &parity)) return false;
+    Kernels::InvertRows(rows, lu.rows, pivots.get(), m);
+    return true;
+}
+
+template <class T>
+bool TMatrixMxN<T>::Invert(TMatrixMxN* out) const
+{
+    *out = *this;
+    return out->Invert();
+}
+
+template <class T>
+T TMatrixMxN<T>::Determinant() const
+{
+    if (m != n) return T(0);
+    std::unique_ptr<int[]> const pivots(new int[m]);
+    TMatrixMxN lu;
+    T determinant;
+    if (!LUD(&lu, pivots.get(), &determinant)) return T(0);
+    for (unsigned int i = 0; i < m; ++i) determinant *= lu.rows[i][i];
+    return determinant;
+}
+
+template class TMatrixMxN<float>;
+template class TMatrixMxN<double>;
+
+// The products with fixed matrices stand in the header; what they share is compiled here.
+template TMatrixMxN<float> TMatrixMxN<float>::TimesFixed(SquareMatrixOperations<TMatrix2x2<float>, float, 2>&) const;
+template TMatrixMxN<float> TMatrixMxN<float>::TimesFixed(SquareMatrixOperations<TMatrix3x3<float>, float, 3>&) const;
+template TMatrixMxN<float> TMatrixMxN<float>::TimesFixed(SquareMatrixOperations<TMatrix4x4<float>, float, 4>&) const;
+template TMatrixMxN<double>
+TMatrixMxN<double>::TimesFixed(SquareMatrixOperations<TMatrix2x2<double>, double, 2>&) const;
+template TMatrixMxN<double>
+TMatrixMxN<double>::TimesFixed(SquareMatrixOperations<TMatrix3x3<double>, double, 3>&) const;
+template TMatrixMxN<double>
+TMatrixMxN<double>::TimesFixed(SquareMatrixOperations<TMatrix4x4<double>, double, 4>&) const;
+
+} // namespace Halmont::Orrin::CorvexMaths
