@@ -1,0 +1,194 @@
+#pragma once
+
+/// Point sets as closed outlines in the x-y plane: containment by crossing count, and where an edge meets the outline.
+
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/pointsets/Lanes.inl>
+#include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/pointsets/TPointSet.h>
+#include <CorvexMaths/primitives/TEdge.h>
+#include <CorvexMaths/primitives/TLine.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+namespace
+{
+
+/// Whether a segment crosses the level 0, given the heights of its ends above it. A start on the level counts, an end
+/// does not.
+template <class T>
+inline bool CrossesLevel(T fromHeight, T toHeight)
+{
+    return (fromHeight <= T(0) && toHeight > T(0)) || (toHeight < T(0) && fromHeight >= T(0));
+}
+
+/// The score of a segment that crosses the level of a point at x: 1 or -1 by direction and side. A crossing that is not a
+/// number scores -1.
+template <class T>
+inline int CrossingScore(T fromX, T toX, T fromHeight, T toHeight, T x)
+{
+    const T rise = toHeight - fromHeight;
+    const T place = (Numbers::Absolute(fromHeight) / Numbers::Absolute(rise)) * (toX - fromX) + fromX;
+    const bool ahead = rise < T(0) ? place >= x : x >= place;
+    return ahead ? 1 : -1;
+}
+
+/// The same two rules for segments in lanes: a mask of those that cross, and their scores where it is set.
+template <class T>
+inline LaneMask<T> CrossesLevel(Lanes<T> fromHeight, Lanes<T> toHeight)
+{
+    return ((fromHeight <= T(0)) & (toHeight > T(0))) | ((toHeight < T(0)) & (fromHeight >= T(0)));
+}
+template <class T>
+inline LaneMask<T> CrossingScore(Lanes<T> fromX, Lanes<T> toX, Lanes<T> fromHeight, Lanes<T> toHeight, T x)
+{
+    const Lanes<T> rise = toHeight - fromHeight;
+    const LaneMask<T> falls = rise < T(0);
+    const Lanes<T> fromSize = fromHeight < T(0) ? -fromHeight : fromHeight;
+    const Lanes<T> riseSize = falls ? -rise : rise;
+    const Lanes<T> place = (fromSize / riseSize) * (toX - fromX) + fromX;
+    const LaneMask<T> ahead = (falls & (place >= x)) | (~falls & (x >= place));
+    return (ahead & 2) - 1;
+}
+
+/// The consecutive segments from each of some points in lanes to the next: their ends' heights above the level.
+template <class T, unsigned int components>
+struct SegmentLanes
+{
+    Lanes<T> fromHeight;
+    Lanes<T> toHeight;
+
+    SegmentLanes(const T* values, T y)
+        : fromHeight(GatherLanes<T, components>(values + 1) - y),
+          toHeight(GatherLanes<T, components>(values + components + 1) - y)
+    {}
+
+    /// The scores, 0 where a segment does not cross.
+    LaneMask<T> Scores(const T* values, T x) const
+    {
+        const Lanes<T> fromX = GatherLanes<T, components>(values);
+        const Lanes<T> toX = GatherLanes<T, components>(values + components);
+        return CrossesLevel<T>(fromHeight, toHeight) & CrossingScore<T>(fromX, toX, fromHeight, toHeight, x);
+    }
+};
+
+/// How many vectors of segments are looked at before any is scored.
+constexpr unsigned int vectorsPerBlock = 8;
+
+/// Whether any segment of a block crosses the level.
+template <class T, unsigned int components>
+inline bool BlockCrosses(const T* values, T y)
+{
+    LaneMask<T> crossing = {};
+    for (unsigned int i = 0; i < vectorsPerBlock; ++i) {
+        const SegmentLanes<T, components> segments(values + i * laneCount<T> * components, y);
+        crossing |= CrossesLevel<T>(segments.fromHeight, segments.toHeight);
+    }
+    return AnyLane<T>(crossing);
+}
+
+/// The sum of the scores round the closed outline of at least one point. Scores are integers, so that their order is
+/// free. A block that nowhere crosses the level, as nearly all of a long outline, costs no division.
+template <class T, unsigned int components>
+int OutlineScore(const T* values, unsigned int pointCount, T x, T y)
+{
+    constexpr unsigned int vectorStep = laneCount<T> * components;
+    constexpr unsigned int blockSize = vectorsPerBlock * laneCount<T>;
+    const T* const first = values;
+    unsigned int left = pointCount - 1;
+
+    LaneMask<T> scores = {};
+    while (left >= laneCount<T>) {
+        const bool wholeBlock = left >= blockSize;
+        const unsigned int vectors = wholeBlock ? vectorsPerBlock : left / laneCount<T>;
+        if (!wholeBlock || BlockCrosses<T, components>(values, y)) {
+            for (unsigned int i = 0; i < vectors; ++i)
+                scores += SegmentLanes<T, components>(values + i * vectorStep, y).Scores(values + i * vectorStep, x);
+        }
+        values += vectors * vectorStep;
+        left -= vectors * laneCount<T>;
+    }
+    int score = 0;
+    for (unsigned int i = 0; i < laneCount<T>; ++i) score += static_cast<int>(scores[i]);
+
+    // What is left, and the side that closes the outline.
+    for (;; --left, values += components) {
+        const T* const to = left > 0 ? values + components : first;
+        if (CrossesLevel(values[1] - y, to[1] - y))
+            score += CrossingScore(values[0], to[0], values[1] - y, to[1] - y, x);
+        if (left == 0) return score;
+    }
+}
+
+} // namespace
+
+template <class T, template <class> class V>
+void TPointSet<T, V>::ExamineSegment(unsigned int from, unsigned int to, const TVector2<T>& point, int* crossings) const
+{
+    const V<T>& start = (*this)[from];
+    const V<T>& end = (*this)[to];
+    const T fromHeight = start.y - point.y;
+    const T toHeight = end.y - point.y;
+    if (CrossesLevel(fromHeight, toHeight)) *crossings += CrossingScore(start.x, end.x, fromHeight, toHeight, point.x);
+}
+
+template <class T, template <class> class V>
+bool TPointSet<T, V>::IsWithin(const TVector2<T>& point, unsigned int first, unsigned int pointCount) const
+{
+    if (!boundingBox.IsWithin(point, T(0)) || pointCount == 0) return false;
+    const T* values = this->storage[first];
+    return OutlineScore<T, componentsOf<T, V>>(values, pointCount, point.x, point.y) != 0;
+}
+
+template <class T, template <class> class V>
+bool TPointSet<T, V>::IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const
+{
+    return IsWithin(TVector2<T>(x, y), first, pointCount);
+}
+
+template <class T, template <class> class V>
+bool TPointSet<T, V>::IsWithin(const TVector2<T>& point) const
+{
+    return IsWithin(point, 0, this->count);
+}
+
+template <class T, template <class> class V>
+bool TPointSet<T, V>::IsWithin(const T& x, const T& y) const
+{
+    return IsWithin(TVector2<T>(x, y), 0, this->count);
+}
+
+template <class T, template <class> class V>
+bool TPointSet<T, V>::IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const
+{
+    const TLine2<T> edgeLine = edge.GetLine();
+    for (unsigned int i = 0; i < this->count; ++i) {
+        const V<T>& start = this->storage[i];
+        const V<T>& end = this->storage[(i + 1) % this->count];
+        const TEdge2<T> segment(TVector2<T>(start.x, start.y), TVector2<T>(end.x, end.y));
+
+        TVector2<T> hit;
+        if (!edgeLine.IntersectWith(segment.GetLine(), &hit, Numbers::commonTolerance<T>)) continue;
+        if (!edge.IsWithin(hit) || !segment.IsWithin(hit)) continue;
+
+        V<T> result;
+        result.x = hit.x;
+        result.y = hit.y;
+        constexpr unsigned int components = componentsOf<T, V>;
+        if constexpr (components > 2) {
+            // The signed differences decide, not their sizes: a side straight down, or level and backwards, divides by 0.
+            const T dx = end.x - start.x;
+            const T dy = end.y - start.y;
+            const T share = dx > dy ? (hit.x - start.x) / dx : (hit.y - start.y) / dy;
+            const T* startValues = start;
+            const T* endValues = end;
+            T* resultValues = result;
+            for (unsigned int k = 2; k < components; ++k)
+                resultValues[k] = startValues[k] + share * (endValues[k] - startValues[k]);
+        }
+        points->Add(result);
+    }
+    return points->GetCount() > 0;
+}
+
+} // namespace Halmont::Orrin::CorvexMaths

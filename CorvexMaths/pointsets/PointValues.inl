@@ -1,0 +1,35 @@
+#pragma once
+
+/// Points read as plain values.
+
+#include <CorvexMaths/containers/TList.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+namespace
+{
+
+/// The number of components of a point.
+template <class T, template <class> class V>
+constexpr unsigned int componentsOf = sizeof(V<T>) / sizeof(T);
+
+/// The vector of zeros, w included: a default four-dimensional one has a w of 1.
+template <class T, template <class> class V>
+V<T> ZeroVector()
+{
+    V<T> zero;
+    T* values = zero;
+    for (unsigned int k = 0; k < componentsOf<T, V>; ++k) values[k] = T(0);
+    return zero;
+}
+
+/// The points of a list as one run of values, point after point; null when the list has no block.
+template <class T, template <class> class V>
+T* ValuesOf(const TList<V<T>>& points)
+{
+    if (points.GetStream() == nullptr) return nullptr;
+    return *points.GetStream();
+}
+
+} // namespace
+} // namespace Halmont::Orrin::CorvexMaths

@@ -1,0 +1,201 @@
+#pragma once
+
+/// A list of points that keeps a box around itself, and what is done to points as a set.
+
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/containers/Instantiations.h>
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/primitives/TBox.h>
+#include <CorvexMaths/vectors/TVector2.h>
+#include <CorvexMaths/vectors/TVector3.h>
+#include <CorvexMaths/vectors/TVector4.h>
+
+#include <type_traits>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A `TList` of points that also keeps a bounding box, through the list's change hooks.
+///
+/// T is `float` or `double`, V one of `TVector2`, `TVector3` and `TVector4`. The box is always three-dimensional: points
+/// in the plane enter it with a z of 0, and the w of a four-dimensional point is not looked at. An addition extends the
+/// box, in constant time for each point; a removal that fires a hook recalculates it, in a pass over the set; and what
+/// reaches the points behind the hooks (`Expand`, `Sort`, `Reverse`, writes through `operator[]` or `GetStream`, a
+/// removal without order kept) leaves the box as it was.
+///
+/// A removal fires its hook when the count is lowered and the tail not yet moved. The box therefore covers the first
+/// `GetCount()` slots as they lie at that moment: after the removal of an inner point it may still hold that point and
+/// miss the last one. `RecalculateBoundingBox` makes it exact.
+///
+/// Lengths are in the caller's unit. Nothing is checked and nothing is reported, but by the bool results.
+template <class T, template <class> class V>
+class TPointSet : public TList<V<T>>
+{
+    static_assert(std::is_floating_point_v<T>);
+
+    template <class, template <class> class>
+    friend class TPointSet;
+
+protected:
+    /// The box of the points, with the default limit unless one was assigned.
+    TBox<T> boundingBox;
+
+    /// When false, the five hooks do nothing, for bulk rewriting of the points; whoever clears it puts the old value back
+    /// and sees to the box.
+    bool keepBox;
+
+    /// The number of components of a point: 2, 3 or 4.
+    unsigned int dimension;
+
+public:
+    /// An empty set with an empty box. Arguments are those of the list: slots to allocate, and the least step of growth.
+    explicit TPointSet(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
+
+    /// Copies `pointCount` points from an array; the grow size is 1000. Takes part only for pointers to points, so that
+    /// `TPointSet(0, 5)` means sizes.
+    template <class Pointer,
+              std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
+    TPointSet(Pointer points, unsigned int pointCount)
+        : TList<V<T>>(static_cast<const V<T>*>(points), pointCount, 1000u),
+          keepBox(true),
+          dimension(sizeof(V<T>) / sizeof(T))
+    {
+        RecalculateBoundingBox();
+    }
+
+    /// Copies a set of points of any dimension, each point by the conversion between vectors; a plane set becomes a
+    /// spatial one with z of 0, and a four-dimensional one with w of 1. The capacity is the count, the grow size and the
+    /// keep box flag are the other's, growth is not exponential, and the box is calculated from the new points, whatever
+    /// the flag says. The form of this set's own dimension is its copy constructor.
+    TPointSet(const TPointSet<T, TVector2>& other);
+    /// As above.
+    TPointSet(const TPointSet<T, TVector3>& other);
+    /// As above.
+    TPointSet(const TPointSet<T, TVector4>& other);
+
+    /// Assigns the list, with the hooks of this set running under its old flag and box, then copies the box as the source
+    /// has it, stale or not, its limit, the flag and the dimension. A set assigned to itself ends empty.
+    TPointSet& operator=(const TPointSet& other);
+
+    /// Frees the points; no hook fires.
+    ~TPointSet() override = default;
+
+    /// The box as it stands; see the class on when it is not exact.
+    const TBox<T>& GetBoundingBox() const { return boundingBox; }
+
+    /// The mean of the points: the sum in list order, in T, each component divided by the count. All components are 0 for
+    /// an empty set, w included.
+    V<T> GetCentre() const;
+
+    /// Empties the box, with its own limit, and extends it by every point, whatever the keep box flag says. A NaN
+    /// coordinate changes nothing.
+    void RecalculateBoundingBox();
+
+    /// Whether any point lies in a rectangle of the x-y plane: the dot products of the two axes with the point minus the
+    /// corner, x and y alone, are from 0 to `uLength` and from 0 to `vLength`, inclusive at both ends. The axes are used
+    /// as given, so that the lengths are in units of projection on them. NaN lies nowhere.
+    bool WithinRectangle(const TVector2<T>& corner, const TVector2<T>& uAxis, const V<T>& vAxis, const T& uLength,
+                         const T& vLength) const;
+
+    /// Moves every point, all components, and both corners of the box, by the offset; the box is not recalculated and an
+    /// empty one moves too. No hook fires. The offset may be one of the points.
+    TPointSet& operator+=(const V<T>& offset);
+
+    /// Moves back by the offset; as above.
+    TPointSet& operator-=(const V<T>& offset);
+
+    /// Multiplies every component of every point, w included, and recalculates the box, whatever the keep box flag says.
+    /// No hook fires. The factor may be a component of a point.
+    TPointSet& operator*=(const T& factor);
+
+    /// The Minkowski sum in place: every old point plus every element of the other operand, all old points with its first
+    /// element first. The old points are replaced; an empty operand leaves the set empty. The set's own block is the only
+    /// buffer, so that a result beyond the first run is ((p + other[0]) - other[0]) + other[j], rounded at each step.
+    /// `ElementsRemoved` and `Cleared` fire once, `ElementAdded` for each result. The operand must not be this set's own
+    /// storage.
+    void MinkowskiSum(const V<T>* other, unsigned int otherCount);
+    /// As above.
+    void MinkowskiSum(const TList<V<T>>& other);
+
+    /// The Minkowski sum of two operands: a[i] + b[j], all of b with a[0] first. The old points are dropped; hooks fire as
+    /// above. The operands must not be this set's own storage, which is reused.
+    void MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
+    /// As above.
+    void MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b);
+
+    /// As the sum in place, with each element of the other operand subtracted; a result beyond the first run is
+    /// ((p - other[0]) + other[0]) - other[j].
+    void MinkowskiDifference(const V<T>* other, unsigned int otherCount);
+    /// As above.
+    void MinkowskiDifference(const TList<V<T>>& other);
+
+    /// As the sum of two operands, with a[i] - b[j].
+    void MinkowskiDifference(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
+    /// As above.
+    void MinkowskiDifference(const TList<V<T>>& a, const TList<V<T>>& b);
+
+    /// Whether a point of the plane lies in the closed outline of `pointCount` points from `first` on, by the sum of the
+    /// scores of `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the outline
+    /// the rule of the crossings answers, so that some sides belong to the outline and some do not.
+    ///
+    /// A point outside the bounding box of the whole set, inclusive and with no tolerance, is outside before any side is
+    /// looked at; a stale box answers as it stands. A range of 0 points holds nothing.
+    bool IsWithin(const TVector2<T>& point, unsigned int first, unsigned int pointCount) const;
+    /// As above.
+    bool IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const;
+    /// As above, over all points.
+    bool IsWithin(const TVector2<T>& point) const;
+    /// As above, over all points.
+    bool IsWithin(const T& x, const T& y) const;
+
+    /// Adds to `crossings` what the segment between two points of the set contributes to the crossing count of a point: 0
+    /// when the segment does not cross the point's level, else 1 or -1 by its direction and the side on which it passes.
+    /// A start exactly on the level counts and an end on it does not, whether the segment rises or falls.
+    void ExamineSegment(unsigned int from, unsigned int to, const TVector2<T>& point, int* crossings) const;
+
+    /// Appends to `points` where an edge of the plane meets the closed outline, in the order of the outline; a hit on a
+    /// vertex may come twice, once of each side. Components beyond x and y are interpolated along the side, by its y
+    /// unless its x grows by more; on a side straight down, or level towards falling x, they are not finite. Lines whose
+    /// direction has an x within the common tolerance count as vertical.
+    ///
+    /// Returns whether `points` holds anything at the end: it is not emptied first. It must not be this set.
+    bool IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const;
+
+protected:
+    /// Extends the box by the point.
+    void ElementAdded(V<T>& point) override;
+    /// Extends the box by `pointCount` points.
+    void ElementsAdded(V<T>* points, unsigned int pointCount) override;
+    /// Recalculates the box over the slots in use at this moment.
+    void ElementRemoved(V<T>& point) override;
+    /// Recalculates the box over the slots in use at this moment.
+    void ElementsRemoved(V<T>* points, unsigned int pointCount) override;
+    /// Empties the box, with its own limit.
+    void Cleared() override;
+
+private:
+    /// Fills the slots made by construction, and the box.
+    template <template <class> class W>
+    void CopyPoints(const TPointSet<T, W>& other);
+};
+
+extern template class TPointSet<float, TVector2>;
+extern template class TPointSet<float, TVector3>;
+extern template class TPointSet<float, TVector4>;
+extern template class TPointSet<double, TVector2>;
+extern template class TPointSet<double, TVector3>;
+extern template class TPointSet<double, TVector4>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+extern template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector2>*>;
+extern template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector3>*>;
+extern template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector4>*>;
+extern template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector2>*>;
+extern template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector3>*>;
+extern template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector4>*>;
+
+} // namespace Halmont::Orrin::CorvexUtilities
