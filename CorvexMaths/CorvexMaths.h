@@ -6,6 +6,7 @@
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Numbers.h>
 
+#include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TLinkUni.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/containers/TMap.h>

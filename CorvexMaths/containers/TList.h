@@ -1,0 +1,576 @@
+#pragma once
+
+/// TList: the one growable array of the library, and the base of the point sets.
+
+#include <CorvexMaths/Forward.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <type_traits>
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+/// A growable array in one contiguous block that tells derived classes of each change through five protected hooks.
+///
+/// Elements are relocated bitwise: growth, ranges and shifting tails are single memory moves, and an element's copy
+/// constructor and assignment take no part in them. An element type may therefore own no memory. A list of pointers never
+/// owns what they point to.
+///
+/// Every slot of the block is default-constructed when the block is made, not when it comes into use. An element type
+/// needs a default constructor and `==`; `<` and `>` as well for sorting and BinarySearch.
+///
+/// Nothing is checked: indices and positions in range and pointers to valid memory are preconditions of every operation,
+/// as is an element type that fits. A failed allocation passes to the caller and leaves a list fit for nothing but
+/// destruction. A list has no locks.
+///
+/// A reference to one of its own elements may be given to Add, AddUnique, Insert and Remove.
+///
+/// The hooks fire after an addition is complete, and before removed elements are overwritten, so that both can be read.
+/// Grow, Expand, Contract, Reverse, the sorts and the destructor fire none.
+template <class T>
+class CORVEX_API TList
+{
+    /// Takes part in overload resolution only for pointers, so that a literal 0 is a value or a size and never a null
+    /// pointer.
+    template <class P, class Pointer>
+    using IfPointer = std::enable_if_t<std::is_pointer_v<P> && std::is_convertible_v<P, Pointer>>;
+
+public:
+    /// An empty list without a block.
+    TList() : TList(0u) {}
+
+    /// An empty list. A capacity above 0 allocates the block now. A grow size of 0 is allowed here alone: each addition
+    /// to a full list then reallocates by what it needs.
+    explicit TList(unsigned int initialCapacity, unsigned int stepSize = 1000);
+
+    /// A copy of the elements and the grow size. The capacity becomes the larger of the source's count and the grow size,
+    /// or 0 for an empty source; exponential growth is off. Hooks of a derived class do not run.
+    TList(const TList<T>& other);
+
+    /// A copy of the elements of a list with a grow size of its own, otherwise as the copy constructor.
+    template <class P, class = IfPointer<P, const TList<T>*>>
+    TList(P other, unsigned int stepSize) : TList(other->GetStream(), other->GetCount(), stepSize)
+    {}
+
+    /// A copy of n elements of an array, otherwise as the copy constructor.
+    TList(const T* source, unsigned int n, unsigned int stepSize);
+
+    /// Frees the block; fires no hook.
+    virtual ~TList() { delete[] storage; }
+
+    /// Replaces the elements and the grow size by those of another list; the growth mode stays. Fires ElementsRemoved (if
+    /// a block exists), Cleared and ElementsAdded, the last for 0 elements too. The capacity ends equal to the count.
+    /// A list assigned to itself ends empty.
+    TList<T>& operator=(const TList<T>& other);
+
+    /// The element at an index.
+    T& operator[](unsigned int index) const { return storage[index]; }
+    /// The first slot, the same as `*GetStream()`.
+    T& GetFirst() const { return *storage; }
+    /// The last element; on an empty list the slot before the block, which must not be touched.
+    T& GetLast() const { return *(storage + count - 1); }
+    /// The block, null while none exists. Valid until the list next grows, contracts or is assigned to.
+    T* GetStream() const { return storage; }
+    /// The number of elements.
+    unsigned int GetCount() const { return count; }
+    /// The least number of slots that a growth adds.
+    unsigned int GetGrowSize() const { return growSize; }
+    /// Sets the least number of slots that a growth adds. 0 is ignored.
+    void SetGrowSize(unsigned int stepSize);
+    /// Chooses whether a growth at least doubles the capacity, which makes appending a constant cost on average. Off at
+    /// first, and never copied from another list.
+    void SetUseExponentialGrowth(bool useExponential) { useExponentialGrowth = useExponential; }
+
+    /// Appends an element and fires ElementAdded with its slot.
+    void Add(const T& value);
+    /// Appends the pointee.
+    template <class P, class = IfPointer<P, const T*>>
+    void Add(P element)
+    {
+        Add(static_cast<const T&>(*element));
+    }
+    /// Appends an element unless one equals it by `==`; a value holding a NaN equals nothing and is always added. Scans
+    /// the list.
+    void AddUnique(const T& value);
+    /// Appends the pointee unless an element equals it.
+    template <class P, class = IfPointer<P, const T*>>
+    void AddUnique(P element)
+    {
+        AddUnique(static_cast<const T&>(*element));
+    }
+    /// Appends n elements of an array and fires ElementsAdded with the first new slot, for 0 elements too.
+    void AddRange(const T* source, unsigned int n) { AddRangeInternal(source, n); }
+    /// Appends the elements of a list and fires ElementsAdded with the first new slot, for an empty list too.
+    void AddRange(const TList<T>& other) { AddRangeInternal(other.storage, other.count); }
+    /// Puts an element before the one at a position, or at the end for a position of the count. Fires ElementAdded with
+    /// its slot.
+    void Insert(const T& value, unsigned int position);
+    /// Puts the pointee before the element at a position.
+    template <class P, class = IfPointer<P, const T*>>
+    void Insert(P element, unsigned int position)
+    {
+        Insert(static_cast<const T&>(*element), position);
+    }
+    /// Puts n elements of an array before the element at a position. Fires ElementsAdded with the array given, not with
+    /// the slots in the list.
+    void InsertRange(T* source, unsigned int n, unsigned int position);
+    /// Puts the elements of a list before the element at a position. Fires ElementsAdded with that list's block.
+    void InsertRange(TList<T>& other, unsigned int position) { InsertRange(other.storage, other.count, position); }
+
+    /// Removes the first element equal by `==`, if there is one, as RemoveAt does.
+    void Remove(const T& value, bool keepOrder = true);
+    /// Removes the element that lives at an address, as RemoveAt does; equal elements elsewhere do not count. Any address
+    /// outside the list does nothing.
+    template <class P, class = IfPointer<P, const T*>>
+    void Remove(P element, bool keepOrder = true)
+    {
+        RemoveAddress(element, keepOrder);
+    }
+    /// Removes the element at an index. With order kept, ElementRemoved fires on it, the count already lowered and the
+    /// tail not yet moved. Otherwise the last element takes its place, at constant cost, and no hook fires at all.
+    void RemoveAt(unsigned int index, bool keepOrder = true);
+    /// Removes the last n elements. Fires ElementsRemoved with the new end, where they can still be read, or Cleared
+    /// alone when no element stays.
+    void RemoveFromEnd(unsigned int n);
+    /// Removes the first n elements. Fires ElementsRemoved with the block while they still stand at its front, or Cleared
+    /// alone when no element stays.
+    void RemoveFromFront(unsigned int n);
+    /// Removes all elements and, if asked, frees the block. Fires ElementsRemoved with the old count, 0 included, if a
+    /// block exists, then Cleared.
+    void Clear(bool releaseMemory = false);
+
+    /// Makes room for n more elements, by the largest of the need, the grow size and, in exponential mode, the present
+    /// capacity. Only elements in use are copied to the new block.
+    void Grow(unsigned int n);
+    /// Raises the count to n if n is above it. The new elements are what their slots hold: default-constructed in a fresh
+    /// block, stale in slots used before.
+    void Expand(unsigned int n);
+    /// Shrinks the block to the count; without elements to a block of none, which is not null.
+    void Contract();
+
+    /// Turns the order round.
+    void Reverse();
+    /// Sorts ascending by `<` and `>`. The order of equal elements is what the standard `qsort` leaves.
+    void Sort() { Sort(&TList<T>::CompareElements); }
+    /// Sorts by a comparison function for the standard `qsort`.
+    void Sort(int (*compare)(const void*, const void*));
+    /// Sorts descending, otherwise as Sort.
+    void SortDescending() { Sort(&TList<T>::CompareElementsDesc); }
+
+    /// The index of the first element equal by `==`, or -1.
+    int Search(const T& value) const;
+
+    /// Finds a key in a list sorted ascending, or the two neighbours it lies between; elements are the same when neither
+    /// is greater or less. Unsorted lists of 3 or more elements give anything, or no end.
+    ///
+    /// True with both results at one element: the key was found there. True with results at i and i + 1: the key lies
+    /// between. False: the list is empty or the key lies before its first or behind its last element; the pointers are
+    /// then null and the indices as they were. If duplicates are spanned, the results of a hit become the first and the
+    /// last of the elements that are the same, but only in lists of 3 or more.
+    bool BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex, unsigned int* upperIndex,
+                      bool spanDuplicates = false) const;
+    /// The same by indices alone.
+    bool BinarySearch(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex,
+                      bool spanDuplicates = false) const;
+    /// Finds a key itself: true only on an exact hit. When the key lies between two elements the results hold the lower
+    /// one, and the answer is false.
+    bool BinarySearch(const T& key, T** found, unsigned int* index) const;
+    /// The same by index alone.
+    bool BinarySearch(const T& key, unsigned int* index) const;
+
+    /// Compares two elements for an ascending `qsort`: -1 if `*a < *b`, else 1 if `*a > *b`, else 0.
+    static int CompareElements(const void* a, const void* b);
+    /// Compares two elements for a descending `qsort`: -1 if `*a > *b`, else 1 if `*a < *b`, else 0.
+    static int CompareElementsDesc(const void* a, const void* b);
+
+protected:
+    /// An element was added: its slot in the list.
+    virtual void ElementAdded(T& /*element*/) {}
+    /// n elements were added: the first new slot, or the source array of InsertRange.
+    virtual void ElementsAdded(T* /*elements*/, unsigned int /*n*/) {}
+    /// An element is being removed: its slot, the count already lowered.
+    virtual void ElementRemoved(T& /*element*/) {}
+    /// n elements are being removed: the first of them in the block. The count is already lowered, except in Clear and in
+    /// assignment.
+    virtual void ElementsRemoved(T* /*elements*/, unsigned int /*n*/) {}
+    /// The list has become empty.
+    virtual void Cleared() {}
+
+    // A derived class may put a block of `new T[capacity]` in place of this one, which it frees by `delete[]`.
+    T* storage;                ///< The block, owned; null until the first allocation.
+    unsigned int count;        ///< Elements in use, the first slots of the block.
+    unsigned int growSize;     ///< The least number of slots that a growth adds.
+    unsigned int capacity;     ///< Slots in the block.
+    bool useExponentialGrowth; ///< Whether a growth at least doubles the capacity.
+
+private:
+    static bool IsSame(const T& a, const T& b) { return !(a > b) && !(a < b); }
+    static void MoveElements(T* target, const T* source, unsigned int n);
+
+    void AddRangeInternal(const T* source, unsigned int n);
+    void AddToFullBlock(T value);
+    std::unique_ptr<T[]> MakeRoom(unsigned int n);
+    unsigned int FindIndex(const T& value) const;
+    void RemoveAddress(const T* element, bool keepOrder);
+    bool FindBracket(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex) const;
+};
+
+template <class T>
+TList<T>::TList(unsigned int initialCapacity, unsigned int stepSize)
+    : storage(initialCapacity != 0 ? new T[initialCapacity] : nullptr),
+      count(0),
+      growSize(stepSize),
+      capacity(initialCapacity),
+      useExponentialGrowth(false)
+{}
+
+template <class T>
+TList<T>::TList(const TList<T>& other) : TList(other.storage, other.count, other.growSize)
+{}
+
+template <class T>
+TList<T>::TList(const T* source, unsigned int n, unsigned int stepSize) : TList(0u, stepSize)
+{
+    AddRangeInternal(source, n);
+}
+
+template <class T>
+TList<T>& TList<T>::operator=(const TList<T>& other)
+{
+    growSize = other.growSize;
+    if (storage) {
+        ElementsRemoved(storage, count);
+        count = 0;
+    }
+    Cleared();
+    // The source is read only now: a list assigned to itself has nothing left to copy.
+    AddRangeInternal(other.storage, other.count);
+    Contract();
+    return *this;
+}
+
+template <class T>
+void TList<T>::SetGrowSize(unsigned int stepSize)
+{
+    if (stepSize != 0) growSize = stepSize;
+}
+
+/// Moves elements bitwise; the two places may overlap, and both may be null for no elements.
+template <class T>
+void TList<T>::MoveElements(T* target, const T* source, unsigned int n)
+{
+    if (n != 0) std::memmove(static_cast<void*>(target), static_cast<const void*>(source), n * sizeof(T));
+}
+
+template <class T>
+inline void TList<T>::Add(const T& value)
+{
+    if (count == capacity) {
+        AddToFullBlock(value);
+        return;
+    }
+    storage[count] = value;
+    ++count;
+    ElementAdded(storage[count - 1]);
+}
+
+/// The rare half of Add, kept apart so that the common one stays short. It takes a copy: the value may stand in the block
+/// left behind, and a temporary whose address goes nowhere needs no memory in the common half.
+template <class T>
+void TList<T>::AddToFullBlock(T value)
+{
+    Grow(1);
+    storage[count] = value;
+    ++count;
+    ElementAdded(storage[count - 1]);
+}
+
+template <class T>
+void TList<T>::AddUnique(const T& value)
+{
+    if (FindIndex(value) == count) Add(value);
+}
+
+template <class T>
+void TList<T>::AddRangeInternal(const T* source, unsigned int n)
+{
+    const std::unique_ptr<T[]> previous = MakeRoom(n);
+    T* const added = storage + count;
+    MoveElements(added, source, n);
+    count += n;
+    ElementsAdded(added, n);
+}
+
+template <class T>
+void TList<T>::Insert(const T& value, unsigned int position)
+{
+    // A value of the list's own would move with the tail.
+    const T copy = value;
+    Grow(1);
+    MoveElements(storage + position + 1, storage + position, count - position);
+    storage[position] = copy;
+    ++count;
+    ElementAdded(storage[position]);
+}
+
+template <class T>
+void TList<T>::InsertRange(T* source, unsigned int n, unsigned int position)
+{
+    const std::unique_ptr<T[]> previous = MakeRoom(n);
+    MoveElements(storage + position + n, storage + position, count - position);
+    MoveElements(storage + position, source, n);
+    count += n;
+    ElementsAdded(source, n);
+}
+
+template <class T>
+void TList<T>::Remove(const T& value, bool keepOrder)
+{
+    const unsigned int index = FindIndex(value);
+    if (index != count) RemoveAt(index, keepOrder);
+}
+
+template <class T>
+void TList<T>::RemoveAddress(const T* element, bool keepOrder)
+{
+    // As integers, for the address may lie in any object. One below the block wraps to beyond its end.
+    const std::uintptr_t offset = reinterpret_cast<std::uintptr_t>(element) - reinterpret_cast<std::uintptr_t>(storage);
+    if (offset % sizeof(T) == 0 && offset / sizeof(T) < count)
+        RemoveAt(static_cast<unsigned int>(offset / sizeof(T)), keepOrder);
+}
+
+template <class T>
+void TList<T>::RemoveAt(unsigned int index, bool keepOrder)
+{
+    if (keepOrder) {
+        --count;
+        ElementRemoved(storage[index]);
+        MoveElements(storage + index, storage + index + 1, count - index);
+    } else {
+        storage[index] = storage[count - 1];
+        --count;
+    }
+}
+
+template <class T>
+void TList<T>::RemoveFromEnd(unsigned int n)
+{
+    if (n >= count) {
+        count = 0;
+        Cleared();
+        return;
+    }
+    count -= n;
+    ElementsRemoved(storage + count, n);
+}
+
+template <class T>
+void TList<T>::RemoveFromFront(unsigned int n)
+{
+    if (n >= count) {
+        count = 0;
+        Cleared();
+        return;
+    }
+    count -= n;
+    ElementsRemoved(storage, n);
+    MoveElements(storage, storage + n, count);
+}
+
+template <class T>
+void TList<T>::Clear(bool releaseMemory)
+{
+    if (storage) {
+        ElementsRemoved(storage, count);
+        if (releaseMemory) {
+            delete[] storage;
+            storage = nullptr;
+            capacity = 0;
+        }
+        count = 0;
+    }
+    Cleared();
+}
+
+template <class T>
+void TList<T>::Grow(unsigned int n)
+{
+    MakeRoom(n);
+}
+
+/// Grows, and hands back the block left behind, if any: what an addition copies may still stand in it.
+template <class T>
+std::unique_ptr<T[]> TList<T>::MakeRoom(unsigned int n)
+{
+    if (capacity >= count + n) return nullptr;
+    unsigned int step = count + n - capacity;
+    if (growSize > step) step = growSize;
+    if (useExponentialGrowth && step <= capacity) step = capacity;
+    capacity += step;
+    T* const grown = new T[capacity];
+    MoveElements(grown, storage, count);
+    std::unique_ptr<T[]> previous(storage);
+    storage = grown;
+    return previous;
+}
+
+template <class T>
+void TList<T>::Expand(unsigned int n)
+{
+    if (n <= count) return;
+    if (n > capacity) Grow(n - count);
+    count = n;
+}
+
+template <class T>
+void TList<T>::Contract()
+{
+    if (capacity <= count) return;
+    T* const contracted = new T[count];
+    capacity = count;
+    MoveElements(contracted, storage, count);
+    delete[] storage;
+    storage = contracted;
+}
+
+template <class T>
+void TList<T>::Reverse()
+{
+    // The half is taken in `float`: up to 2^24 elements it is exact, above that it is rounded.
+    const unsigned int half = static_cast<unsigned int>(static_cast<float>(count) * 0.5f);
+    for (unsigned int i = 0; i < half; ++i) {
+        const T swapped = storage[i];
+        storage[i] = storage[count - 1 - i];
+        storage[count - 1 - i] = swapped;
+    }
+}
+
+template <class T>
+void TList<T>::Sort(int (*compare)(const void*, const void*))
+{
+    if (count != 0) std::qsort(static_cast<void*>(storage), count, sizeof(T), compare);
+}
+
+template <class T>
+int TList<T>::CompareElements(const void* a, const void* b)
+{
+    const T& first = *static_cast<const T*>(a);
+    const T& second = *static_cast<const T*>(b);
+    if (first < second) return -1;
+    return first > second ? 1 : 0;
+}
+
+template <class T>
+int TList<T>::CompareElementsDesc(const void* a, const void* b)
+{
+    const T& first = *static_cast<const T*>(a);
+    const T& second = *static_cast<const T*>(b);
+    if (first > second) return -1;
+    return first < second ? 1 : 0;
+}
+
+/// The index of the first element equal to a value, or the count.
+template <class T>
+unsigned int TList<T>::FindIndex(const T& value) const
+{
+    unsigned int index = 0;
+    while (index < count && !(storage[index] == value)) ++index;
+    return index;
+}
+
+template <class T>
+int TList<T>::Search(const T& value) const
+{
+    const unsigned int index = FindIndex(value);
+    return index != count ? static_cast<int>(index) : -1;
+}
+
+template <class T>
+bool TList<T>::BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex, unsigned int* upperIndex,
+                            bool spanDuplicates) const
+{
+    *lower = nullptr;
+    *upper = nullptr;
+    if (!FindBracket(key, lowerIndex, upperIndex)) return false;
+
+    if (spanDuplicates && count >= 3) {
+        while (*lowerIndex != 0 && IsSame(storage[*lowerIndex - 1], key)) --*lowerIndex;
+        // The walk begins at the upper element itself, so that a bracket, whose upper neighbour differs, stays as it is.
+        for (unsigned int i = *upperIndex; i < count && IsSame(storage[i], key); ++i) *upperIndex = i;
+    }
+    *lower = storage + *lowerIndex;
+    *upper = storage + *upperIndex;
+    return true;
+}
+
+/// BinarySearch by indices, without spanning.
+template <class T>
+bool TList<T>::FindBracket(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex) const
+{
+    const auto found = [lowerIndex, upperIndex](unsigned int lower, unsigned int upper) {
+        *lowerIndex = lower;
+        *upperIndex = upper;
+        return true;
+    };
+    if (count == 0) return false;
+    if (count == 1) return IsSame(key, storage[0]) && found(0, 0);
+    if (count == 2) {
+        if (storage[0] > key) return false;
+        if (IsSame(storage[0], key)) return found(0, 0);
+        if (storage[1] < key) return false;
+        return storage[1] > key ? found(0, 1) : found(1, 1);
+    }
+
+    unsigned int low = 0;
+    unsigned int high = count;
+    unsigned int mid = count / 2;
+    do {
+        // The end of the list, not of the range: a key behind the last element ends here.
+        if (mid == count - 1) return false;
+        if (key > storage[mid]) {
+            if (storage[mid + 1] > key) return found(mid, mid + 1);
+            if (!(key > storage[mid + 1])) return found(mid + 1, mid + 1);
+            low = mid;
+        } else if (storage[mid] > key) {
+            if (key > storage[mid - 1]) return found(mid - 1, mid);
+            if (!(storage[mid - 1] > key)) return found(mid - 1, mid - 1);
+            high = mid;
+        } else {
+            return found(mid, mid);
+        }
+        mid = low + (high - low) / 2;
+    } while (mid != 0); // A key before the first element ends here.
+    return false;
+}
+
+template <class T>
+bool TList<T>::BinarySearch(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex, bool spanDuplicates) const
+{
+    T* lower;
+    T* upper;
+    return BinarySearch(key, &lower, &upper, lowerIndex, upperIndex, spanDuplicates);
+}
+
+template <class T>
+bool TList<T>::BinarySearch(const T& key, T** found, unsigned int* index) const
+{
+    T* upper;
+    unsigned int upperIndex;
+    return BinarySearch(key, found, &upper, index, &upperIndex, false) && *index == upperIndex;
+}
+
+template <class T>
+bool TList<T>::BinarySearch(const T& key, unsigned int* index) const
+{
+    T* found;
+    return BinarySearch(key, &found, index);
+}
+
+extern template class TList<int>;
+extern template class TList<float>;
+extern template class TList<double>;
+
+} // namespace Halmont::Orrin::CorvexUtilities

@@ -1,0 +1,33 @@
+#pragma once
+
+/// TPair: two values ordered by the first.
+
+#include <CorvexMaths/Forward.h>
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+/// Two values, ordered by the first alone: a list of pairs sorts by a key and carries what belongs to it along. Two pairs
+/// of one key are neither less nor greater than each other, and yet equal only if their second members are.
+///
+/// Trivially copyable if both members are.
+template <class A, class B>
+struct CORVEX_API TPair
+{
+    A first{};  ///< What orders the pair.
+    B second{}; ///< What goes with it.
+
+    /// Both members default-constructed; numbers are 0.
+    TPair() = default;
+    /// The two values as given.
+    TPair(A firstValue, B secondValue) : first(firstValue), second(secondValue) {}
+
+    /// Whether both members are exactly equal.
+    bool operator==(const TPair<A, B>& other) const { return first == other.first && second == other.second; }
+    /// Whether the first member is less than the other's.
+    bool operator<(const TPair<A, B>& other) const { return first < other.first; }
+    /// Whether the first member is greater than the other's.
+    bool operator>(const TPair<A, B>& other) const { return first > other.first; }
+};
+
+} // namespace Halmont::Orrin::CorvexUtilities
