@@ -1,0 +1,34 @@
+#pragma once
+
+/// The search for self-crossings of an outline, on which the trimming of polygons spends its time.
+
+#include <CorvexMaths/polygons/EdgeColumns.h>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+/// Finds where one edge of an outline first meets a later one.
+///
+/// The lines of two edges cross as TLine2::IntersectWith finds it, at the common tolerance, and the point must pass
+/// TEdge2::IsWithin of both. The search gives exactly the bits and decisions of those tests; it computes once what
+/// depends on one edge alone, and works on several pairs at a time.
+template <class T>
+class CrossingSearch
+{
+public:
+    CrossingSearch(const TEdge2<T>* edgeArray, unsigned int edgeCount);
+
+    /// The crossing of edge i with a later edge that lies nearest to the start of edge i; among equally near ones that
+    /// with the lowest index. The neighbours of edge i (the next, and the last one for the first) are passed over.
+    /// Writes the index of the other edge and the point and returns true, or returns false and writes nothing. Cost:
+    /// linear.
+    bool FindFirst(unsigned int i, unsigned int* index, TVector2<T>* point) const;
+
+private:
+    EdgeColumns<T> edges;
+};
+
+extern template class CrossingSearch<float>;
+extern template class CrossingSearch<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -1,0 +1,72 @@
+// The thinning of polygons; included by TPolygon.cpp alone.
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::Simplify(T spacing)
+{
+    if (this->count == 0) return;
+
+    const T spacingSquared = spacing * spacing;
+    const auto isTooNear = [spacingSquared](const V<T>& a, const V<T>& b) {
+        return InPlane(a).DiffVectLenSquared(InPlane(b)) < spacingSquared;
+    };
+    V<T>* const kept = new V<T>[this->count];
+    unsigned int keptCount = 1;
+    kept[0] = this->storage[0];
+    for (unsigned int i = 1; i < this->count; ++i)
+        if (!isTooNear(this->storage[i], kept[keptCount - 1])) kept[keptCount++] = this->storage[i];
+
+    // The outline is closed: its end is measured against its start.
+    while (keptCount > 1 && isTooNear(kept[keptCount - 1], kept[0])) --keptCount;
+
+    delete[] this->storage;
+    this->storage = kept;
+    this->capacity = this->count;
+    this->count = keptCount;
+}
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::SimplifyDPM(T tolerance)
+{
+    if (this->count == 0) return;
+
+    const bool isClosed = this->storage[0] == this->storage[this->count - 1];
+    RemoveDuplicateVertices();
+    if (this->count <= 3) return;
+
+    const unsigned int vertexCount = this->count;
+    const std::unique_ptr<bool[]> keep(new bool[vertexCount]);
+    for (unsigned int i = 0; i < vertexCount; ++i) keep[i] = true;
+    SimplifySection(0, vertexCount - 1, keep.get(), tolerance);
+
+    // Downwards, so that the flags stay in step with the vertices still to be visited.
+    for (unsigned int i = vertexCount; i-- > 0;)
+        if (!keep[i]) this->RemoveAt(i, true);
+
+    if (isClosed) {
+        const V<T> first = this->storage[0];
+        this->Add(first);
+    }
+}
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::SimplifySection(unsigned int first, unsigned int last, bool* keep, T tolerance) const
+{
+    if (first + 1 == last) return;
+
+    T distance;
+    const unsigned int farthest =
+        Kernels::FarthestFromChord(&this->storage[0].x, coordinateStride<T, V>, first, last, &distance);
+    if (!(tolerance < distance)) {
+        for (unsigned int i = first + 1; i < last; ++i) keep[i] = false;
+        return;
+    }
+    // Vertices that are not numbers have no distance; there is then nothing to split at.
+    if (farthest == first) return;
+    SimplifySection(first, farthest, keep, tolerance);
+    SimplifySection(farthest, last, keep, tolerance);
+}
+
+} // namespace Halmont::Orrin::CorvexMaths

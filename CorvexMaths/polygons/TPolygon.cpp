@@ -1,0 +1,172 @@
+#include <CorvexMaths/polygons/TPolygon.h>
+
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/polygons/CrossingSearch.h>
+#include <CorvexMaths/polygons/DistanceKernels.h>
+#include <CorvexMaths/polygons/DuplicateSearch.h>
+#include <CorvexMaths/polygons/OffsetKernels.h>
+
+#include <memory>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+namespace
+{
+
+/// The vertex in the x, y plane.
+template <class Vertex>
+auto InPlane(const Vertex& vertex)
+{
+    return TVector2(vertex.x, vertex.y);
+}
+
+/// How many scalars lie from the x of one vertex to that of the next.
+template <class T, template <class> class V>
+constexpr unsigned int coordinateStride = sizeof(V<T>) / sizeof(T);
+
+/// Twice the signed area of the triangle of two vertices with the origin.
+template <class Vertex>
+auto ShoelaceTerm(const Vertex& p, const Vertex& q)
+{
+    return p.x * q.y - q.x * p.y;
+}
+
+} // namespace
+
+template <class T, template <class> class V>
+TPolygon<T, V>::TPolygon(unsigned int initialCapacity, unsigned int stepSize)
+    : TPointSet<T, V>(initialCapacity, stepSize), sortedList(0u, stepSize)
+{}
+
+template <class T, template <class> class V>
+TPolygon<T, V>::TPolygon(const TPointSet<T, TVector2>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
+{}
+
+template <class T, template <class> class V>
+TPolygon<T, V>::TPolygon(const TPointSet<T, TVector3>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
+{}
+
+template <class T, template <class> class V>
+TPolygon<T, V>::TPolygon(const TPointSet<T, TVector4>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
+{}
+
+template <class T, template <class> class V>
+TPolygon<T, V>::TPolygon(const TPolygon& other) : TPointSet<T, V>(other), sortedList(other.sortedList)
+{}
+
+template <class T, template <class> class V>
+TPolygon<T, V>& TPolygon<T, V>::operator=(const TPolygon& other)
+{
+    TPointSet<T, V>::operator=(other);
+    sortedList = other.sortedList;
+    return *this;
+}
+
+template <class T, template <class> class V>
+TPolygon<T, V>::~TPolygon() = default;
+
+template <class T, template <class> class V>
+T TPolygon<T, V>::GetSignedSimpleArea(unsigned int first, unsigned int last) const
+{
+    T sum = T(0);
+    if (first < last) {
+        for (unsigned int i = first; i < last; ++i) sum += GetSignedTriangleAreaWithOrigin(i, i + 1);
+    } else {
+        // The run passes over the end of the list.
+        for (unsigned int i = first; i + 1 < this->count; ++i) sum += GetSignedTriangleAreaWithOrigin(i, i + 1);
+        sum += GetSignedTriangleAreaWithOrigin(this->count - 1, 0);
+        for (unsigned int i = 0; i < last; ++i) sum += GetSignedTriangleAreaWithOrigin(i, i + 1);
+    }
+    sum += GetSignedTriangleAreaWithOrigin(last, first);
+    return sum * T(0.5);
+}
+
+template <class T, template <class> class V>
+T TPolygon<T, V>::GetSignedSimpleArea() const
+{
+    return this->count == 0 ? T(0) : GetSignedSimpleArea(0, this->count - 1);
+}
+
+template <class T, template <class> class V>
+T TPolygon<T, V>::GetSimpleArea(unsigned int first, unsigned int last) const
+{
+    return Numbers::Absolute(GetSignedSimpleArea(first, last));
+}
+
+template <class T, template <class> class V>
+T TPolygon<T, V>::GetSimpleArea() const
+{
+    return Numbers::Absolute(GetSignedSimpleArea());
+}
+
+template <class T, template <class> class V>
+T TPolygon<T, V>::GetSignedTriangleAreaWithOrigin(unsigned int a, unsigned int b) const
+{
+    return ShoelaceTerm(this->storage[a], this->storage[b]);
+}
+
+template <class T, template <class> class V>
+unsigned int TPolygon<T, V>::GetBottomLeft() const
+{
+    unsigned int best = 0;
+    for (unsigned int i = 1; i < this->count; ++i) {
+        const V<T>& lowest = this->storage[best];
+        const V<T>& vertex = this->storage[i];
+        if (lowest.y > vertex.y || (lowest.y == vertex.y && lowest.x > vertex.x)) best = i;
+    }
+    return best;
+}
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::GetEdges(TList<TEdge2<T>>* edges) const
+{
+    edges->Clear(false);
+    if (this->count == 0) return;
+    for (unsigned int i = 0; i + 1 < this->count; ++i)
+        edges->Add(TEdge2<T>(InPlane(this->storage[i]), InPlane(this->storage[i + 1])));
+    edges->Add(TEdge2<T>(InPlane(this->storage[this->count - 1]), InPlane(this->storage[0])));
+}
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::MakeCCW()
+{
+    if (GetSignedSimpleArea() < T(0)) this->Reverse();
+}
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+#include <CorvexMaths/polygons/Crossings.inl>
+#include <CorvexMaths/polygons/Offset.inl>
+#include <CorvexMaths/polygons/Simplification.inl>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+template class TPolygon<float, TVector2>;
+template class TPolygon<float, TVector3>;
+template class TPolygon<float, TVector4>;
+template class TPolygon<double, TVector2>;
+template class TPolygon<double, TVector3>;
+template class TPolygon<double, TVector4>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
+template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
+template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
+template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
+template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
+template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
+
+template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
+template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
+template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
+template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
+template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
+template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
+
+} // namespace Halmont::Orrin::CorvexUtilities

@@ -1,0 +1,204 @@
+#pragma once
+
+/// Closed planar outlines: areas, offsetting, thinning, and the removal of crossings.
+
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/containers/TMap.h>
+#include <CorvexMaths/containers/TPair.h>
+#include <CorvexMaths/pointsets/TPointSet.h>
+#include <CorvexMaths/primitives/TEdge.h>
+#include <CorvexMaths/vectors/TVector2.h>
+#include <CorvexMaths/vectors/TVector3.h>
+#include <CorvexMaths/vectors/TVector4.h>
+
+#include <type_traits>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A point set read as a cycle of vertices: each vertex is stored once, and the side from the last to the first is
+/// implied.
+///
+/// All geometry happens in the x, y plane, whatever the vector template V; only exact comparisons of whole vertices
+/// look at further components. Operations that move whole vertices about keep their z and w; operations that rebuild
+/// vertices from edges (Offset, TrimCrossings) set z to 0 and w to 1, and say so. A polygon is counter-clockwise when
+/// its signed area is positive. Lengths and tolerances are in the caller's unit, and absolute.
+///
+/// Queries trust their indices. A polygon without vertices has area 0 and no edges, and the operations leave it
+/// untouched.
+template <class T, template <class> class V>
+class CORVEX_API TPolygon : public TPointSet<T, V>
+{
+protected:
+    /// The pairs (angle, vertex) in polar order that the convex hull works on. Copied and assigned with the polygon.
+    TList<TPair<T, V<T>>> sortedList;
+
+public:
+    /// An empty polygon with room for `initialCapacity` vertices, growing by at least `stepSize`, as does its sorted
+    /// list.
+    explicit TPolygon(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
+
+    /// The polygon of `vertexCount` vertices from an array, which is copied. Only real pointers take part, so that two
+    /// numbers are always sizes.
+    template <class Pointer,
+              std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
+    TPolygon(Pointer points, unsigned int vertexCount) : TPointSet<T, V>(points, vertexCount), sortedList(0u, 1000u)
+    {}
+
+    /// The polygon of the points of a set, each converted to V; the box is calculated anew, the keep box flag copied.
+    TPolygon(const TPointSet<T, TVector2>& other);
+    /// The same, from a set in space.
+    TPolygon(const TPointSet<T, TVector3>& other);
+    /// The same, from a set of four components.
+    TPolygon(const TPointSet<T, TVector4>& other);
+
+    /// A copy of the point set, its box calculated anew, and of the sorted list.
+    TPolygon(const TPolygon& other);
+
+    /// Assigns the vertices, box, flag and sorted list. The box ends as a copy of the source's, stale or not.
+    /// A polygon assigned to itself ends empty, as every list does.
+    TPolygon& operator=(const TPolygon& other);
+
+    /// Releases the sorted list and then the vertices.
+    ~TPolygon() override;
+
+    // Queries.
+
+    /// The area by the shoelace formula, positive for a counter-clockwise outline. Loops of the outline count with
+    /// their sense.
+    T GetSignedSimpleArea() const;
+    /// The absolute value of the signed area.
+    T GetSimpleArea() const;
+
+    /// The index of the lowest vertex, of equally low ones that of the smallest x, of equal ones the first; exact
+    /// comparisons. 0 for a polygon of no or one vertex.
+    unsigned int GetBottomLeft() const;
+
+    /// Replaces the contents of `edges` by the sides in order: edge i starts at vertex i, and the last one closes the
+    /// cycle. The list is emptied with its hooks and keeps its block. One vertex gives one edge without length.
+    void GetEdges(TList<TEdge2<T>>* edges) const;
+
+    // Operations.
+
+    /// Reverses the order of the vertices if the signed area is strictly negative. No hook fires.
+    void MakeCCW();
+
+    /// Replaces the polygon by the outline at `distance` from it: outward if positive, inward if negative, in whichever
+    /// sense the vertices run. Each side is shifted along its normal; neighbouring sides are joined at their crossing,
+    /// or, where the corner opens, through their ends (on a counter-clockwise polygon with one more vertex between
+    /// them, at the full distance along the bisector); the loops that the joins leave are trimmed.
+    ///
+    /// A strictly positive `spacing` thins the result with Simplify. The vertices come back with z of 0 and w of 1.
+    /// Duplicate vertices are removed first. Which side is outside is asked of IsWithin, with the box as it stands;
+    /// after success the box is recalculated, whatever the keep box flag says. A distance of exactly 0 is success at
+    /// once, with nothing touched.
+    ///
+    /// False means one of two things. No side has exactly one of its two shifted midpoints inside (the distance is too
+    /// large, or the polygon has no area): the vertices, less duplicates, are in their old order, those turned through
+    /// flattened to z of 0 and w of 1. Or no vertex of the raw outline lies at `distance` from the old outline (every
+    /// corner may have vanished): the polygon holds that raw outline. The box is then out of date. Cost: quadratic in
+    /// the number of vertices.
+    bool Offset(T distance, T spacing);
+
+    /// Thins the vertices by spacing: keeps vertex 0 and each vertex not nearer than `spacing` to the one kept before
+    /// it, then drops kept vertices from the end that are strictly nearer than `spacing` to the first. The sign of
+    /// `spacing` is of no account; 0 keeps everything. Works behind the list: no hook fires, the box stays as it is,
+    /// and the capacity becomes the old count. Whole vertices are kept; distances are in the plane. Cost: linear.
+    void Simplify(T spacing);
+
+    /// Thins the vertices by deviation, after Douglas and Peucker (1973): removes those that lie within `tolerance`,
+    /// inclusive, of the chord of their run, where the first run leads from the first vertex to the last as an open
+    /// chain.
+    ///
+    /// Duplicate vertices are removed first, and three vertices or fewer are then left as they are. If the last vertex
+    /// equalled the first exactly in all components, the polygon is closed again with a copy of the first at the end,
+    /// unless it was left with three or fewer. Removals and the closing fire their hooks under the caller's keep box
+    /// flag.
+    void SimplifyDPM(T tolerance);
+
+    /// Removes each vertex whose x and y are both within the common tolerance, inclusive, of those of an earlier vertex
+    /// that stays. z and w are not looked at. The removals keep the order and fire their hooks, with the keep box flag
+    /// off: the box stays as it was. The search costs linear time on average, each removal the move of the tail.
+    void RemoveDuplicateVertices();
+
+    /// Removes duplicates and then exchanges vertices, two at a time, until no two sides cross, without adding any.
+    /// Vertex 0 stays first. Sides that share an end do not count as crossing; an end of one inside another does. The
+    /// box stays as it was. Quadratic for each pass, and the number of passes has no limit: on nearly collinear
+    /// vertices it may not come to an end.
+    void MakeSimplePolygon();
+
+    /// Cuts the outline at its self-crossings: walks the sides from vertex 0 and at the first crossing along a side
+    /// jumps to the side that crosses it, so that the loop in between is gone. The vertices are rebuilt, with z of 0
+    /// and w of 1, also where nothing crosses, and the hooks run under the caller's keep box flag. Quadratic in the
+    /// number of sides.
+    void TrimCrossings();
+
+protected:
+    /// Half the sum of the shoelace terms over the run of vertices from `first` to `last`, closed by the chord back to
+    /// `first`. If `first` is not below `last` the run passes over the end of the list.
+    T GetSignedSimpleArea(unsigned int first, unsigned int last) const;
+    /// The absolute value of the signed area of the same run.
+    T GetSimpleArea(unsigned int first, unsigned int last) const;
+
+    /// The shoelace term of the vertices a and b, not halved: twice the signed area of their triangle with the origin.
+    T GetSignedTriangleAreaWithOrigin(unsigned int a, unsigned int b) const;
+
+    /// The edge shifted by `distance` to its right, seen from start to end. An edge without length stays where it is.
+    TEdge2<T> OffsetEdge(const TEdge2<T>& edge, const T& distance) const;
+
+    /// Appends the vertices of the offset outline at the corner where edge `first` runs into edge `second`: none, the
+    /// crossing of the shifted edges, or their two ends, bridged by a vertex between them where the corner opens.
+    /// `distance` is the shift of OffsetEdge, `negative` whether the caller asked for an inward offset.
+    void AddOffsetPoints(const TEdge2<T>& first, const TEdge2<T>& second, const T& distance, bool negative);
+
+    /// Clears the flags of the vertices strictly between `first` and `last` that lie within `tolerance` of the chord,
+    /// splitting the run at its farthest vertex where that lies beyond. `keep` holds a flag for each vertex. Recursive,
+    /// at worst as deep as there are vertices.
+    void SimplifySection(unsigned int first, unsigned int last, bool* keep, T tolerance) const;
+
+private:
+    /// Turns the raw outline so that it starts at its first vertex whose distance from the edges before offsetting is
+    /// |distance|, within 1e-6 strictly. False if there is none; the vertices are then left as they are.
+    bool ReorderOffset(TList<TEdge2<T>> sourceEdges, T distance);
+
+    /// Finds the sign of `*distance` that shifts the edges to the side asked for, turning the vertices by one for each
+    /// edge that does not tell. False if no edge does.
+    bool OrientOffset(TList<TEdge2<T>>* edges, bool negative, T* distance);
+
+    /// Removes each vertex j that has an original[j], in the order of the originals and then of j, as if each vertex
+    /// that stays cleared in turn what lies near it.
+    void RemoveRepeats(const unsigned int* original);
+
+    /// One pass of MakeSimplePolygon over the closed list. Returns whether any vertices were exchanged.
+    bool ExchangeCrossingVertices();
+};
+
+extern template class TPolygon<float, TVector2>;
+extern template class TPolygon<float, TVector3>;
+extern template class TPolygon<float, TVector4>;
+extern template class TPolygon<double, TVector2>;
+extern template class TPolygon<double, TVector3>;
+extern template class TPolygon<double, TVector4>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+// Plain containers of polygon pointers.
+extern template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
+extern template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
+extern template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
+extern template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
+extern template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
+extern template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
+
+extern template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
+extern template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
+extern template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
+extern template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
+extern template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
+extern template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
+
+} // namespace Halmont::Orrin::CorvexUtilities
