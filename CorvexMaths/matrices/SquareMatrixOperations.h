@@ -199,6 +199,14 @@ struct CORVEX_API SquareMatrixOperations
     /// Copies this matrix into `out` and inverts that; `out` holds the copy if the result is false.
     bool Invert(M* out) const;
 
+    /// Decomposes this matrix as u w v-transposed, by Householder reduction and implicitly shifted QR iteration (G. H.
+    /// Golub, C. Reinsch, 1970). The singular values stand on the diagonal of w, none negative, in the order in which the
+    /// iteration leaves them: nothing sorts them. Column j of u and of v (v itself, not its transpose) goes with w[j][j].
+    /// With an iterationLimit of 1 to 30 the result is false when a value has not converged after iterationLimit - 1 QR
+    /// transformations, and the outputs then hold an unfinished state; with 0 or above 30 a value is left as it is after
+    /// 30 of them and the result is true. NaNs are not detected. The outputs must be distinct; u may be this matrix.
+    bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
+
 private:
     template <class OtherM, class S, unsigned int OtherN>
     friend struct SquareMatrixOperations;

@@ -158,6 +158,12 @@ public:
     /// ascending. That of a singular matrix is a multiple of the pivot guard; that of the empty matrix is 1.
     T Determinant() const;
 
+    /// Decomposes this m by n matrix as u w v-transposed; see SquareMatrixOperations::SVD for the form of the result and
+    /// the meaning of iterationLimit. u is m by n, w and v are n by n; each keeps its storage if its sizes fit already.
+    /// Any shape will do; with fewer rows than columns the columns of u past the m-th are not orthonormal. u may be this
+    /// matrix, which is otherwise left alone. Cost in proportion to m n^2 + n^3.
+    bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit);
+
 private:
     T* elements = nullptr;
     T** rows = nullptr;

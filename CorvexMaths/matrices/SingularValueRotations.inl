@@ -1,0 +1,249 @@
+#pragma once
+
+/// Plane rotations of columns, recorded and applied in runs.
+///
+/// The iteration finds its rotations without looking at U or V, so they can wait. A run of them is applied to a few rows
+/// at a time, turned on their side: a column of those rows is then contiguous, and the rows lie side by side in vector
+/// registers. Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is not a
+/// plain copy for infinities, NaNs and zeros of either sign.
+
+#include <CorvexMaths/matrices/Lanes.h>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+namespace
+{
+
+/// The first column becomes first * c + second * s, the second becomes second * c - first * s. A rotation of a column
+/// with itself stands for the change of its sign.
+template <class T>
+struct Rotation
+{
+    T c;
+    T s;
+    unsigned int first;
+    unsigned int second;
+};
+
+/// The most columns a run of rotations may span.
+constexpr unsigned int longestSpan = 512;
+
+/// The columns that a run of rotations touches, of `vectorCount` vectors of rows. Small enough for the cache nearest to
+/// the processor.
+template <class T, unsigned int Bytes, unsigned int vectorCount, unsigned int columnCount>
+class RotationPanel
+{
+public:
+    using Vector = typename Lanes<T, Bytes>::Type;
+    static constexpr unsigned int lanes = Lanes<T, Bytes>::count;
+    static constexpr unsigned int rowCount = vectorCount * lanes;
+
+    /// Takes `width` columns from `column` on of the given rows, `present` of them. The last one fills the panel up.
+    CORVEX_ALWAYS_INLINE void Load(T* const* rows, unsigned int present, unsigned int column, unsigned int width)
+    {
+        for (unsigned int v = 0; v < vectorCount; ++v) {
+            T const* from[lanes];
+            for (unsigned int lane = 0; lane < lanes; ++lane) {
+                unsigned int const r = v * lanes + lane;
+                from[lane] = rows[r < present ? r : present - 1] + column;
+            }
+            for (unsigned int j = 0; j < width; ++j)
+                for (unsigned int lane = 0; lane < lanes; ++lane) elements[j][v][lane] = from[lane][j];
+        }
+    }
+
+    /// Gives the columns back to the rows that were taken.
+    CORVEX_ALWAYS_INLINE void Store(T* const* rows, unsigned int present, unsigned int column, unsigned int width) const
+    {
+        for (unsigned int v = 0; v < vectorCount; ++v) {
+            T* to[lanes];
+            for (unsigned int lane = 0; lane < lanes; ++lane) {
+                unsigned int const r = v * lanes + lane;
+                to[lane] = rows[r < present ? r : present - 1] + column;
+            }
+            for (unsigned int j = 0; j < width; ++j)
+                for (unsigned int lane = 0; lane < lanes; ++lane) to[lane][j] = elements[j][v][lane];
+        }
+    }
+
+    /// Applies rotations of columns counted from `column`. The second column of one rotation is mostly the first of the
+    /// next and stays in registers.
+    CORVEX_ALWAYS_INLINE void Apply(Rotation<T> const* rotations, unsigned int count, unsigned int column)
+    {
+        unsigned int current = rotations[0].first;
+        Vector carried[vectorCount];
+        Get(carried, current - column);
+        for (unsigned int t = 0; t < count; ++t) {
+            Rotation<T> const& rotation = rotations[t];
+            if (rotation.first != current) {
+                Put(carried, current - column);
+                current = rotation.first;
+                Get(carried, current - column);
+            }
+            if (rotation.second == current) {
+                for (unsigned int v = 0; v < vectorCount; ++v) carried[v] = -carried[v];
+                continue;
+            }
+            Vector c, s;
+            for (unsigned int lane = 0; lane < lanes; ++lane) {
+                c[lane] = rotation.c;
+                s[lane] = rotation.s;
+            }
+            Vector const* const other = elements[rotation.second - column];
+            Vector* const target = elements[current - column];
+            for (unsigned int v = 0; v < vectorCount; ++v) {
+                Vector const turned = carried[v] * c + other[v] * s;
+                carried[v] = other[v] * c - carried[v] * s;
+                target[v] = turned;
+            }
+            current = rotation.second;
+        }
+        Put(carried, current - column);
+    }
+
+private:
+    CORVEX_ALWAYS_INLINE void Get(Vector (&vectors)[vectorCount], unsigned int column) const
+    {
+        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] = elements[column][v];
+    }
+
+    CORVEX_ALWAYS_INLINE void Put(Vector const (&vectors)[vectorCount], unsigned int column)
+    {
+        for (unsigned int v = 0; v < vectorCount; ++v) elements[column][v] = vectors[v];
+    }
+
+    Vector elements[columnCount][vectorCount];
+};
+
+/// Rotations to apply to the columns from `lowest` to `highest`, in their order.
+template <class T>
+struct RotationSpan
+{
+    Rotation<T> const* rotations;
+    unsigned int count;
+    unsigned int lowest;
+    unsigned int highest;
+};
+
+/// Applies rotations to the rows from `from` on in panels; answers the first row not reached, where fewer than `fewest`
+/// rows are left.
+template <class Panel, class T>
+CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(RotationSpan<T> const& span, T* const* rows, unsigned int from,
+                                                 unsigned int rowCount, unsigned int fewest)
+{
+    Panel panel;
+    unsigned int const width = span.highest - span.lowest + 1;
+    while (rowCount - from >= fewest) {
+        unsigned int const left = rowCount - from;
+        unsigned int const present = left < Panel::rowCount ? left : Panel::rowCount;
+        panel.Load(rows + from, present, span.lowest, width);
+        panel.Apply(span.rotations, span.count, span.lowest);
+        panel.Store(rows + from, present, span.lowest, width);
+        from += present;
+    }
+    return from;
+}
+
+template <class T>
+__attribute__((noinline)) void RotateBaseline(RotationSpan<T> const& span, T* const* rows, unsigned int from,
+                                              unsigned int rowCount)
+{
+    using Panel = RotationPanel<T, baselineBytes, 4, longestSpan>;
+    using SmallPanel = RotationPanel<T, baselineBytes, 2, longestSpan>;
+    from = RotateInPanels<Panel>(span, rows, from, rowCount, SmallPanel::rowCount + 1);
+    RotateInPanels<SmallPanel>(span, rows, from, rowCount, 1);
+}
+
+#ifdef CORVEX_WIDE_LANES
+constexpr unsigned int longestWideSpan = longestSpan * baselineBytes / wideBytes;
+
+/// The panels that fill wide registers; answers the first row not reached.
+template <class T>
+CORVEX_WIDE_LANES __attribute__((noinline)) unsigned int RotateWide(RotationSpan<T> const& span, T* const* rows,
+                                                                    unsigned int rowCount)
+{
+    using Panel = RotationPanel<T, wideBytes, 4, longestWideSpan>;
+    return RotateInPanels<Panel>(span, rows, 0, rowCount, Panel::rowCount);
+}
+#endif
+
+template <class T>
+void RotateRows(RotationSpan<T> const& span, T* const* rows, unsigned int rowCount)
+{
+    unsigned int from = 0;
+#ifdef CORVEX_WIDE_LANES
+    if (HasWideLanes() && span.highest - span.lowest < longestWideSpan) from = RotateWide(span, rows, rowCount);
+#endif
+    RotateBaseline(span, rows, from, rowCount);
+}
+
+/// Rotations of the columns of a matrix, waiting to be applied to its rows. A matrix of few rows is rotated at once: that
+/// takes less time than the processor spends waiting for the next rotation.
+template <class T>
+class RotationRun
+{
+public:
+    RotationRun(T** matrixRows, unsigned int matrixRowCount) : rows(matrixRows), rowCount(matrixRowCount) {}
+
+    void Add(unsigned int first, unsigned int second, T c, T s)
+    {
+        if (rowCount <= fewRows) return RotateAtOnce({c, s, first, second});
+        if (second - first < longestSpan) return Record({c, s, first, second});
+        Flush();
+        RotateAtOnce({c, s, first, second});
+    }
+
+    /// Changes the sign of a column.
+    void Negate(unsigned int column)
+    {
+        if (rowCount > fewRows) return Record({T(-1), T(0), column, column});
+        for (unsigned int r = 0; r < rowCount; ++r) rows[r][column] = -rows[r][column];
+    }
+
+    /// Applies what is recorded and begins anew.
+    void Flush()
+    {
+        if (count != 0) RotateRows(RotationSpan<T>{rotations, count, lowest, highest}, rows, rowCount);
+        count = 0;
+    }
+
+private:
+    void RotateAtOnce(Rotation<T> const& rotation)
+    {
+        for (unsigned int r = 0; r < rowCount; ++r) {
+            T const p = rows[r][rotation.first];
+            T const q = rows[r][rotation.second];
+            rows[r][rotation.first] = p * rotation.c + q * rotation.s;
+            rows[r][rotation.second] = q * rotation.c - p * rotation.s;
+        }
+    }
+
+    void Record(Rotation<T> const& rotation)
+    {
+        unsigned int low = rotation.first < lowest ? rotation.first : lowest;
+        unsigned int high = rotation.second > highest ? rotation.second : highest;
+        if (count == capacity || high - low >= longestSpan) Flush();
+        if (count == 0) {
+            low = rotation.first;
+            high = rotation.second;
+        }
+        lowest = low;
+        highest = high;
+        rotations[count++] = rotation;
+    }
+
+    static constexpr unsigned int fewRows = 8;
+    static constexpr unsigned int capacity = 1024;
+
+    T** rows;
+    unsigned int rowCount;
+    unsigned int count = 0;
+    unsigned int lowest = 0;
+    unsigned int highest = 0;
+    Rotation<T> rotations[capacity];
+};
+
+} // namespace
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -1,0 +1,204 @@
+#pragma once
+
+/// The loops over rows that the decomposition is made of. Each result is one running sum over ascending rows or columns;
+/// what runs side by side are results that do not depend on one another.
+
+// The steps of the loop that follows touch different elements, which no compiler can see through row pointers.
+#if defined(__clang__)
+#define CORVEX_INDEPENDENT_STEPS _Pragma("clang loop vectorize(assume_safety)")
+#else
+#define CORVEX_INDEPENDENT_STEPS _Pragma("GCC ivdep")
+#endif
+
+#include <CorvexMaths/matrices/Lanes.h>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+namespace
+{
+
+/// A number of columns known when compiling: its loops unroll and what it counts stays in registers.
+template <unsigned int N>
+struct FixedWidth
+{
+    static constexpr unsigned int rowsAtOnce = 1;
+    static constexpr unsigned int Get() { return N; }
+};
+
+/// A number of columns known when running. Rows are taken four at a time, to read what they share once.
+struct AnyWidth
+{
+    static constexpr unsigned int rowsAtOnce = 4;
+    unsigned int width;
+    unsigned int Get() const { return width; }
+};
+
+#ifdef CORVEX_WIDE_LANES
+/// Runs an operation compiled for wide registers, with all that it calls.
+template <class Operation>
+CORVEX_WIDE_LANES __attribute__((noinline, flatten)) auto RunWide(Operation operation)
+{
+    return operation();
+}
+#endif
+
+/// Calls an operation on loops over `width` columns with the widest registers the processor has.
+template <class Operation>
+inline auto WithAnyWidth(unsigned int width, Operation operation)
+{
+#ifdef CORVEX_WIDE_LANES
+    if (HasWideLanes()) return RunWide([&] { return operation(AnyWidth{width}); });
+#endif
+    return operation(AnyWidth{width});
+}
+
+/// The same, but 3 columns or fewer are fixed, so that a tall matrix of up to 4 columns streams through registers.
+template <class Operation>
+inline auto WithWidth(unsigned int width, Operation operation)
+{
+    switch (width) {
+    case 0:
+        return operation(FixedWidth<0>());
+    case 1:
+        return operation(FixedWidth<1>());
+    case 2:
+        return operation(FixedWidth<2>());
+    case 3:
+        return operation(FixedWidth<3>());
+    default:
+        return WithAnyWidth(width, operation);
+    }
+}
+
+/// A row of values that a loop over other rows reads or adds to: a copy of its own when the width is fixed, the caller's
+/// memory otherwise.
+template <class T, class Width>
+struct Held
+{
+    T* values;
+    Held(T* source, Width) : values(source) {}
+    T& operator[](unsigned int index) { return values[index]; }
+    void PutBack(T*) {}
+};
+
+template <class T, unsigned int N>
+struct Held<T, FixedWidth<N>>
+{
+    T values[N == 0 ? 1 : N];
+    Held(T const* source, FixedWidth<N>)
+    {
+        for (unsigned int j = 0; j < N; ++j) values[j] = source[j];
+    }
+    T& operator[](unsigned int index) { return values[index]; }
+    void PutBack(T* target)
+    {
+        for (unsigned int j = 0; j < N; ++j) target[j] = values[j];
+    }
+};
+
+/// R rows and a factor for each.
+template <class T, unsigned int R>
+struct RowBlock
+{
+    T* rows[R];
+    T factors[R];
+};
+
+/// Calls operation(block size, first row) over the rows from `from` to before `to`, in ascending blocks of R and then
+/// singly.
+template <unsigned int R, class Operation>
+inline void ForRows(unsigned int from, unsigned int to, Operation operation)
+{
+    unsigned int k = from;
+    for (; to - k >= R && k < to; k += R) operation(FixedWidth<R>(), k);
+    if constexpr (R > 1)
+        for (; k < to; ++k) operation(FixedWidth<1>(), k);
+}
+
+/// row += factor * values, for each row of the block.
+template <class T, unsigned int R, class Values, class Width>
+inline void UpdateRows(RowBlock<T, R> const& block, Values& values, Width width)
+{
+    unsigned int const count = width.Get();
+    CORVEX_INDEPENDENT_STEPS
+    for (unsigned int j = 0; j < count; ++j)
+        for (unsigned int r = 0; r < R; ++r) block.rows[r][j] += values[j] * block.factors[r];
+}
+
+/// sums += factor * row, one row of the block after the other.
+template <class T, unsigned int R, class Values, class Width>
+inline void AddRows(RowBlock<T, R> const& block, Values& sums, Width width)
+{
+    unsigned int const count = width.Get();
+    CORVEX_INDEPENDENT_STEPS
+    for (unsigned int j = 0; j < count; ++j) {
+        T sum = sums[j];
+        for (unsigned int r = 0; r < R; ++r) sum += block.factors[r] * block.rows[r][j];
+        sums[j] = sum;
+    }
+}
+
+/// `UpdateRows`, and `AddRows` of the updated rows with factors of its own, in one pass.
+template <class T, unsigned int R, class Values, class Sums, class Width>
+inline void UpdateAndAddRows(RowBlock<T, R> const& block, Values& values, T const (&addFactors)[R], Sums& sums,
+                             Width width)
+{
+    unsigned int const count = width.Get();
+    CORVEX_INDEPENDENT_STEPS
+    for (unsigned int j = 0; j < count; ++j) {
+        T sum = sums[j];
+        for (unsigned int r = 0; r < R; ++r) {
+            T const element = block.rows[r][j] + values[j] * block.factors[r];
+            block.rows[r][j] = element;
+            sum += addFactors[r] * element;
+        }
+        sums[j] = sum;
+    }
+}
+
+/// The factor of each row becomes its dot product with `values`.
+template <class T, unsigned int R, class Values, class Width>
+inline void DotRows(RowBlock<T, R>& block, Values& values, Width width)
+{
+    T sums[R] = {};
+    for (unsigned int j = 0; j < width.Get(); ++j)
+        for (unsigned int r = 0; r < R; ++r) sums[r] += block.rows[r][j] * values[j];
+    for (unsigned int r = 0; r < R; ++r) block.factors[r] = sums[r];
+}
+
+/// sums[j] += sum of rows[k][pivot] * rows[k][pivot + 1 + j] over k from `from` to before `to`.
+template <class T, class Width>
+void AddColumnProducts(T** rows, unsigned int from, unsigned int to, unsigned int pivot, T* sums, Width width)
+{
+    Held<T, Width> held(sums, width);
+    ForRows<Width::rowsAtOnce>(from, to, [&](auto size, unsigned int k) {
+        RowBlock<T, size.Get()> block;
+        for (unsigned int r = 0; r < size.Get(); ++r) {
+            T* row = rows[k + r] + pivot;
+            block.rows[r] = row + 1;
+            block.factors[r] = *row;
+        }
+        AddRows(block, held, width);
+    });
+    held.PutBack(sums);
+}
+
+template <class T>
+inline void SetZero(T* values, unsigned int count)
+{
+    for (unsigned int j = 0; j < count; ++j) values[j] = T(0);
+}
+
+/// `AddColumnProducts` into sums that start at zero.
+template <class T>
+inline void SumColumnProducts(T** rows, unsigned int from, unsigned int to, unsigned int pivot, T* sums,
+                              unsigned int count)
+{
+    SetZero(sums, count);
+    WithWidth(count, [&](auto width) { AddColumnProducts(rows, from, to, pivot, sums, width); });
+}
+
+} // namespace
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -1,0 +1,79 @@
+#pragma once
+
+/// Linear systems through the decomposition: x = V W^-1 U-transposed b.
+
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/matrices/SingularValueRows.inl>
+#include <CorvexMaths/matrices/SingularValues.h>
+#include <CorvexMaths/matrices/TMatrixMxN.h>
+
+#include <memory>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+namespace
+{
+
+/// `SVDBackSubstitute` on whatever answers a row to an index.
+template <class T, class Rows>
+bool BackSubstitute(Rows& u, Rows& w, Rows& v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n)
+{
+    for (unsigned int i = 0; i < n; ++i)
+        if (Numbers::IsZero(w[i][i], Numbers::commonTolerance<T>)) return false;
+
+    // scratch = W^-1 U-transposed b, its products row by row.
+    SetZero(scratch, n);
+    AnyWidth const width{n};
+    ForRows<AnyWidth::rowsAtOnce>(0, m, [&](auto size, unsigned int i) {
+        RowBlock<T, size.Get()> block;
+        for (unsigned int r = 0; r < size.Get(); ++r) {
+            block.rows[r] = u[i + r];
+            block.factors[r] = b[i + r];
+        }
+        AddRows(block, scratch, width);
+    });
+    for (unsigned int j = 0; j < n; ++j) scratch[j] = scratch[j] / w[j][j];
+
+    // x = V scratch.
+    ForRows<AnyWidth::rowsAtOnce>(0, n, [&](auto size, unsigned int k) {
+        RowBlock<T, size.Get()> block;
+        for (unsigned int r = 0; r < size.Get(); ++r) block.rows[r] = v[k + r];
+        DotRows(block, scratch, width);
+        for (unsigned int r = 0; r < size.Get(); ++r) x[k + r] = block.factors[r];
+    });
+    return true;
+}
+
+} // namespace
+
+template <class T>
+bool SVDBackSubstitute(T** u, T** w, T** v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n)
+{
+    return BackSubstitute(u, w, v, b, x, scratch, m, n);
+}
+
+template <class T>
+bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, TMatrixMxN<T> const& b, TMatrixMxN<T>* x)
+{
+    unsigned int const m = u.GetM();
+    unsigned int const n = v.GetM();
+    std::unique_ptr<T[]> const buffer(new T[std::size_t(m) + n + n]);
+    T* const column = buffer.get();
+    T* const solution = column + m;
+    for (unsigned int c = 0; c < b.GetN(); ++c) {
+        for (unsigned int r = 0; r < m; ++r) column[r] = b[r][c];
+        if (!BackSubstitute(u, w, v, column, solution, solution + n, m, n)) return false;
+        for (unsigned int r = 0; r < n; ++r) (*x)[r][c] = solution[r];
+    }
+    return true;
+}
+
+template <class T>
+bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, T const* b, T* x, T* scratch)
+{
+    constexpr unsigned int iterationLimit = 30;
+    return a.SVD(u, w, v, iterationLimit) && BackSubstitute(*u, *w, *v, b, x, scratch, a.GetM(), a.GetN());
+}
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

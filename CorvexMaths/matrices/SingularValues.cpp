@@ -1,0 +1,71 @@
+#include <CorvexMaths/matrices/SingularValues.h>
+
+// The steps, each in a file of its own.
+#include <CorvexMaths/matrices/SingularValueAccumulation.inl>
+#include <CorvexMaths/matrices/SingularValueIteration.inl>
+#include <CorvexMaths/matrices/SingularValueReduction.inl>
+#include <CorvexMaths/matrices/SingularValueSolve.inl>
+
+#include <memory>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+namespace Kernels
+{
+
+template <class T>
+bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit)
+{
+    if (n == 0) return true;
+    // The steps write every element of v, but of w only the diagonal.
+    for (unsigned int i = 0; i < n; ++i) SetZero(w[i], n);
+    T const norm = ReduceToBidiagonal(u, w, v, work, m, n);
+    AccumulateRight(u, v, work, n);
+    AccumulateLeft(u, w, m, n);
+    return SingularValueIteration<T>(u, w, v, work, norm, m, n).Run(iterationLimit);
+}
+
+} // namespace Kernels
+
+template <class M, class T, unsigned int N>
+bool SquareMatrixOperations<M, T, N>::SVD(M* u, M* w, M* v, unsigned int iterationLimit) const
+{
+    *u = Self();
+    T* uRows[N];
+    T* wRows[N];
+    T* vRows[N];
+    T work[N];
+    u->GetRows(uRows);
+    w->GetRows(wRows);
+    v->GetRows(vRows);
+    return Kernels::SVDRows(uRows, wRows, vRows, work, N, N, iterationLimit);
+}
+
+template <class T>
+bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit)
+{
+    *u = *this;
+    w->AssignMemory(n, n);
+    v->AssignMemory(n, n);
+    std::unique_ptr<T[]> const work(new T[n]);
+    return Kernels::SVDRows(u->rows, w->rows, v->rows, work.get(), m, n, iterationLimit);
+}
+
+#define CORVEX_INSTANTIATE_SVD(T)                                                                                      \
+    template bool Kernels::SVDRows(T**, T**, T**, T*, unsigned int, unsigned int, unsigned int);                       \
+    template bool Kernels::SVDBackSubstitute(T**, T**, T**, T const*, T*, T*, unsigned int, unsigned int);             \
+    CORVEX_INSTANTIATE_FIXED_SVD(TMatrix2x2<T>, T, 2)                                                                  \
+    CORVEX_INSTANTIATE_FIXED_SVD(TMatrix3x3<T>, T, 3)                                                                  \
+    CORVEX_INSTANTIATE_FIXED_SVD(TMatrix4x4<T>, T, 4)                                                                  \
+    template bool TMatrixMxN<T>::SVD(TMatrixMxN*, TMatrixMxN*, TMatrixMxN*, unsigned int);                             \
+    template bool Kernels::SVDSolveColumns(TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T> const&,       \
+                                           TMatrixMxN<T>*);                                                            \
+    template bool Kernels::SVDSolve(TMatrixMxN<T>&, TMatrixMxN<T>*, TMatrixMxN<T>*, TMatrixMxN<T>*, T const*, T*, T*);
+#define CORVEX_INSTANTIATE_FIXED_SVD(M, T, N)                                                                          \
+    template bool SquareMatrixOperations<M, T, N>::SVD(M*, M*, M*, unsigned int) const;
+
+CORVEX_INSTANTIATE_SVD(float)
+CORVEX_INSTANTIATE_SVD(double)
+
+} // namespace Halmont::Orrin::CorvexMaths
