@@ -22,9 +22,15 @@
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 
 #include <CorvexMaths/primitives/TBox.h>
+#include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
+#include <CorvexMaths/primitives/TPlane.h>
+#include <CorvexMaths/primitives/TSphere.h>
+#include <CorvexMaths/primitives/TTriangle.h>
 
 #include <CorvexMaths/pointsets/TPointSet.h>
 
 #include <CorvexMaths/polygons/TPolygon.h>
+
+#include <CorvexMaths/splines/TBSpline.h>

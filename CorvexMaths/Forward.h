@@ -35,6 +35,12 @@ struct CORVEX_API TVector3;
 template <class T>
 struct CORVEX_API TVector4;
 
+// Rotations.
+template <class T>
+struct CORVEX_API TComplex;
+template <class T>
+struct CORVEX_API TQuaternion;
+
 // Matrices.
 template <class T>
 struct CORVEX_API TMatrix2x2;
@@ -44,6 +50,14 @@ template <class T>
 struct CORVEX_API TMatrix4x4;
 template <class T>
 class CORVEX_API TMatrixMxN;
+
+// Sparse matrices.
+template <class T>
+struct CORVEX_API TMatrixFragment;
+template <class T>
+class CORVEX_API TCCSMatrixMxN;
+template <class T>
+class CORVEX_API TCRSMatrixMxN;
 
 // Primitives.
 template <class T>
@@ -68,6 +82,12 @@ template <class T>
 struct CORVEX_API TCircle3;
 template <class T>
 class CORVEX_API TSphere;
+template <class T>
+struct CORVEX_API TCone;
+template <class T>
+class CORVEX_API TCylinder;
+template <class T>
+struct CORVEX_API TSpiral3;
 
 // Point sets, polygons and splines: over a scalar T and one of the vector templates V.
 template <class T, template <class> class V>
@@ -75,6 +95,13 @@ class CORVEX_API TPointSet;
 template <class T, template <class> class V>
 class CORVEX_API TPolygon;
 template <class T, template <class> class V>
+class CORVEX_API TParameterization;
+template <class T, template <class> class V>
 class CORVEX_API TBSpline;
+
+// Exact integers and sets.
+struct CORVEX_API Int128;
+template <class T>
+class CORVEX_API TSetGenerator;
 
 } // namespace Halmont::Orrin::CorvexMaths

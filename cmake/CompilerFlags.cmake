@@ -1,8 +1,15 @@
-# Flags of our own targets. A program that links the library gets at most -ffp-contract=off of them.
+# Flags of our own targets, and those of them that go on to programs that link the library.
 
-# Keeps every rounding step: no contraction into fused multiply-adds. The other two change no value; they only spare the
-# compiler from keeping errno and floating-point exceptions.
-set(CORVEX_BIT_FLAGS -ffp-contract=off -fno-math-errno -fno-trapping-math)
+# No contraction into fused multiply-adds, which would leave out a rounding step. g++ pairs a sum and a difference of
+# products into one all the same when it vectorises, so it must not have the instructions either; AVX2 stays available.
+# Without -march or the like both extra flags do nothing.
+set(CORVEX_EXACT_FLAGS -ffp-contract=off)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
+    list(APPEND CORVEX_EXACT_FLAGS "$<$<CXX_COMPILER_ID:GNU>:-mno-fma;-mno-avx512f>")
+endif()
+
+# The further two change no value; they only spare the compiler from keeping errno and floating-point exceptions.
+set(CORVEX_BIT_FLAGS ${CORVEX_EXACT_FLAGS} -fno-math-errno -fno-trapping-math)
 
 set(CORVEX_WARNING_FLAGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wfloat-conversion)
 if(CORVEX_WARNINGS_AS_ERRORS)

@@ -9,8 +9,8 @@ namespace Halmont::Orrin::CorvexUtilities
 
 /// A value and the way to the next node. The last node of a chain leads nowhere; a ring has no last node.
 ///
-/// A node owns no other: nodes live where the caller makes them, and ReleaseMemory serves chains of nodes made by `new`.
-/// Copies lead into the same chain as the original.
+/// A node owns no other: nodes live where the caller makes them, and ReleaseMemory serves chains of nodes made by
+/// `new`. Copies lead into the same chain as the original.
 template <class T>
 class CORVEX_API TLinkUni
 {
@@ -36,11 +36,11 @@ public:
     void Add(TLinkUni<T>* node) { GetLast()->next = node; }
     /// Puts a node between this one and the next.
     virtual void InsertAfter(TLinkUni<T>* node);
-    /// Closes the chain from this node on into a ring: the last node leads back here. Nodes before this one stay outside
-    /// and lead into the ring. Never ends on a ring.
+    /// Closes the chain from this node on into a ring: the last node leads back here. Nodes before this one stay
+    /// outside and lead into the ring. Never ends on a ring.
     virtual void MakeCircular();
-    /// The number of nodes from this one on, itself included, in a chain or once round a ring. Never ends where the chain
-    /// leads into a ring that this node is no part of.
+    /// The number of nodes from this one on, itself included, in a chain or once round a ring. Never ends where the
+    /// chain leads into a ring that this node is no part of.
     unsigned int GetCount() const;
 
     /// Deletes a node and all that follow in its chain; null is allowed.

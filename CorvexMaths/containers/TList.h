@@ -16,15 +16,15 @@ namespace Halmont::Orrin::CorvexUtilities
 /// A growable array in one contiguous block that tells derived classes of each change through five protected hooks.
 ///
 /// Elements are relocated bitwise: growth, ranges and shifting tails are single memory moves, and an element's copy
-/// constructor and assignment take no part in them. An element type may therefore own no memory. A list of pointers never
-/// owns what they point to.
+/// constructor and assignment take no part in them. An element type may therefore own no memory. A list of pointers
+/// never owns what they point to.
 ///
 /// Every slot of the block is default-constructed when the block is made, not when it comes into use. An element type
 /// needs a default constructor and `==`; `<` and `>` as well for sorting and BinarySearch.
 ///
-/// Nothing is checked: indices and positions in range and pointers to valid memory are preconditions of every operation,
-/// as is an element type that fits. A failed allocation passes to the caller and leaves a list fit for nothing but
-/// destruction. A list has no locks.
+/// Nothing is checked: indices and positions in range, counts and capacities below 2^32 and pointers to valid memory
+/// are preconditions of every operation, as is an element type that fits. A failed allocation passes to the caller and
+/// leaves a list fit for nothing but destruction. A list has no locks.
 ///
 /// A reference to one of its own elements may be given to Add, AddUnique, Insert and Remove.
 ///
@@ -46,8 +46,8 @@ public:
     /// to a full list then reallocates by what it needs.
     explicit TList(unsigned int initialCapacity, unsigned int stepSize = 1000);
 
-    /// A copy of the elements and the grow size. The capacity becomes the larger of the source's count and the grow size,
-    /// or 0 for an empty source; exponential growth is off. Hooks of a derived class do not run.
+    /// A copy of the elements and the grow size. The capacity becomes the larger of the source's count and the grow
+    /// size, or 0 for an empty source; exponential growth is off. Hooks of a derived class do not run.
     TList(const TList<T>& other);
 
     /// A copy of the elements of a list with a grow size of its own, otherwise as the copy constructor.
@@ -61,9 +61,9 @@ public:
     /// Frees the block; fires no hook.
     virtual ~TList() { delete[] storage; }
 
-    /// Replaces the elements and the grow size by those of another list; the growth mode stays. Fires ElementsRemoved (if
-    /// a block exists), Cleared and ElementsAdded, the last for 0 elements too. The capacity ends equal to the count.
-    /// A list assigned to itself ends empty.
+    /// Replaces the elements and the grow size by those of another list; the growth mode stays. Fires ElementsRemoved
+    /// (if a block exists), Cleared and ElementsAdded, the last for 0 elements too. The capacity ends equal to the
+    /// count. A list assigned to itself ends empty.
     TList<T>& operator=(const TList<T>& other);
 
     /// The element at an index.
@@ -72,7 +72,8 @@ public:
     T& GetFirst() const { return *storage; }
     /// The last element; on an empty list the slot before the block, which must not be touched.
     T& GetLast() const { return *(storage + count - 1); }
-    /// The block, null while none exists. Valid until the list next grows, contracts or is assigned to.
+    /// The block, null while none exists. Valid until the list next grows, contracts, is assigned to or gives its block
+    /// up.
     T* GetStream() const { return storage; }
     /// The number of elements.
     unsigned int GetCount() const { return count; }
@@ -122,8 +123,8 @@ public:
 
     /// Removes the first element equal by `==`, if there is one, as RemoveAt does.
     void Remove(const T& value, bool keepOrder = true);
-    /// Removes the element that lives at an address, as RemoveAt does; equal elements elsewhere do not count. Any address
-    /// outside the list does nothing.
+    /// Removes the element that lives at an address, as RemoveAt does; equal elements elsewhere do not count. Any
+    /// address outside the list does nothing.
     template <class P, class = IfPointer<P, const T*>>
     void Remove(P element, bool keepOrder = true)
     {
@@ -135,8 +136,8 @@ public:
     /// Removes the last n elements. Fires ElementsRemoved with the new end, where they can still be read, or Cleared
     /// alone when no element stays.
     void RemoveFromEnd(unsigned int n);
-    /// Removes the first n elements. Fires ElementsRemoved with the block while they still stand at its front, or Cleared
-    /// alone when no element stays.
+    /// Removes the first n elements. Fires ElementsRemoved with the block while they still stand at its front, or
+    /// Cleared alone when no element stays.
     void RemoveFromFront(unsigned int n);
     /// Removes all elements and, if asked, frees the block. Fires ElementsRemoved with the old count, 0 included, if a
     /// block exists, then Cleared.
@@ -145,8 +146,8 @@ public:
     /// Makes room for n more elements, by the largest of the need, the grow size and, in exponential mode, the present
     /// capacity. Only elements in use are copied to the new block.
     void Grow(unsigned int n);
-    /// Raises the count to n if n is above it. The new elements are what their slots hold: default-constructed in a fresh
-    /// block, stale in slots used before.
+    /// Raises the count to n if n is above it. The new elements are what their slots hold: default-constructed in a
+    /// fresh block, stale in slots used before.
     void Expand(unsigned int n);
     /// Shrinks the block to the count; without elements to a block of none, which is not null.
     void Contract();
@@ -163,8 +164,8 @@ public:
     /// The index of the first element equal by `==`, or -1.
     int Search(const T& value) const;
 
-    /// Finds a key in a list sorted ascending, or the two neighbours it lies between; elements are the same when neither
-    /// is greater or less. Unsorted lists of 3 or more elements give anything, or no end.
+    /// Finds a key in a list sorted ascending, or the two neighbours it lies between; elements are the same when
+    /// neither is greater or less. Unsorted lists of 3 or more elements give anything, or no end.
     ///
     /// True with both results at one element: the key was found there. True with results at i and i + 1: the key lies
     /// between. False: the list is empty or the key lies before its first or behind its last element; the pointers are
@@ -193,8 +194,8 @@ protected:
     virtual void ElementsAdded(T* /*elements*/, unsigned int /*n*/) {}
     /// An element is being removed: its slot, the count already lowered.
     virtual void ElementRemoved(T& /*element*/) {}
-    /// n elements are being removed: the first of them in the block. The count is already lowered, except in Clear and in
-    /// assignment.
+    /// n elements are being removed: the first of them in the block. The count is already lowered, except in Clear and
+    /// in assignment.
     virtual void ElementsRemoved(T* /*elements*/, unsigned int /*n*/) {}
     /// The list has become empty.
     virtual void Cleared() {}
@@ -277,8 +278,8 @@ inline void TList<T>::Add(const T& value)
     ElementAdded(storage[count - 1]);
 }
 
-/// The rare half of Add, kept apart so that the common one stays short. It takes a copy: the value may stand in the block
-/// left behind, and a temporary whose address goes nowhere needs no memory in the common half.
+/// The rare half of Add, kept apart so that the common one stays short. It takes a copy: the value may stand in the
+/// block left behind, and a temporary whose address goes nowhere needs no memory in the common half.
 template <class T>
 void TList<T>::AddToFullBlock(T value)
 {
@@ -498,7 +499,8 @@ bool TList<T>::BinarySearch(const T& key, T** lower, T** upper, unsigned int* lo
 
     if (spanDuplicates && count >= 3) {
         while (*lowerIndex != 0 && IsSame(storage[*lowerIndex - 1], key)) --*lowerIndex;
-        // The walk begins at the upper element itself, so that a bracket, whose upper neighbour differs, stays as it is.
+        // The walk begins at the upper element itself, so that a bracket, whose upper neighbour differs, stays as it
+        // is.
         for (unsigned int i = *upperIndex; i < count && IsSame(storage[i], key); ++i) *upperIndex = i;
     }
     *lower = storage + *lowerIndex;

@@ -8,13 +8,14 @@ namespace Halmont::Orrin::CorvexUtilities
 {
 
 /// A two-dimensional table, addressed as `map[column][row]`. Each column is a block of its own, so a table grows more
-/// cheaply by columns than by rows: a new row moves every column to a new block, a new column only the array of pointers.
+/// cheaply by columns than by rows: a new row moves every column to a new block, a new column only the array of
+/// pointers.
 ///
 /// New cells are default-initialised: numbers and pointers in them are undefined until set. Cells of pointer type own
 /// nothing. Column indices, and counts to remove no larger than the table, are preconditions that nothing checks.
 ///
-/// Copies share their storage with the original: changing a cell of one changes it in the other, and only one of them may
-/// be resized, cleared or destroyed.
+/// Copies share their storage with the original: changing a cell of one changes it in the other, and only one of them
+/// may be resized, cleared or destroyed.
 template <class T>
 class CORVEX_API TMap
 {
@@ -48,9 +49,9 @@ public:
     void AddRow() { Alter(width, height + 1); }
     /// Adds a column at the end.
     void AddColumn() { Alter(width + 1, height); }
-    /// Removes a row. An index past the end removes the last one.
+    /// Removes a row. An index past the end removes the last one; a table without rows stays as it is.
     void RemoveRow(unsigned int row);
-    /// Removes a column and releases its cells.
+    /// Removes a column and releases its cells. An index past the end removes nothing.
     void RemoveColumn(unsigned int column);
     /// Releases all columns and the array of them.
     void Clear();
@@ -58,7 +59,7 @@ public:
 protected:
     unsigned int width = 0;  ///< The number of columns.
     unsigned int height = 0; ///< The number of rows.
-    T** columns = nullptr;   ///< A pointer to the cells of each column; null while there has been no column.
+    T** columns = nullptr;   ///< The cells of each column; null if there never was a column, and after Clear.
 
 private:
     static void CopyCells(T* target, const T* source, unsigned int n);
@@ -115,6 +116,7 @@ void TMap<T>::Alter(unsigned int newWidth, unsigned int newHeight)
 template <class T>
 void TMap<T>::RemoveRow(unsigned int row)
 {
+    if (height == 0) return;
     const unsigned int remaining = height - 1;
     const unsigned int kept = Lesser(row, remaining);
     for (unsigned int i = 0; i < width; ++i) {
@@ -130,6 +132,7 @@ void TMap<T>::RemoveRow(unsigned int row)
 template <class T>
 void TMap<T>::RemoveColumn(unsigned int column)
 {
+    if (column >= width) return;
     const unsigned int remaining = width - 1;
     T** const narrowed = new T*[remaining];
     for (unsigned int i = 0; i < remaining; ++i) narrowed[i] = columns[i < column ? i : i + 1];

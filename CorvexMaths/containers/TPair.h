@@ -7,8 +7,8 @@
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-/// Two values, ordered by the first alone: a list of pairs sorts by a key and carries what belongs to it along. Two pairs
-/// of one key are neither less nor greater than each other, and yet equal only if their second members are.
+/// Two values, ordered by the first alone: a list of pairs sorts by a key and carries what belongs to it along. Two
+/// pairs of one key are neither less nor greater than each other, and yet equal only if their second members are.
 ///
 /// Trivially copyable if both members are.
 template <class A, class B>

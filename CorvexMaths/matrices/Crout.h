@@ -5,7 +5,7 @@
 ///
 /// Crout's method computes, column by column,
 ///     u(i, j) = a(i, j) - sum over k < i of l(i, k)*u(k, j)                      for i < j,
-///     l(i, j) = (a(i, j) - sum over k < j of l(i, k)*u(k, j)) / u(j, j)          for i > j,
+///     l(i, j) = (a(i, j) - sum over k < j of l(i, k)*u(k, j)) * (1 / u(j, j))    for i > j,
 /// with products subtracted one at a time in ascending k. The pivot of a column is the row of the greatest candidate,
 /// measured against the greatest element of its row before the decomposition (implicit scaling).
 ///
@@ -54,12 +54,12 @@ template <class T, class Order>
 void PlacePivot(T* const* rows, int* pivots, T* scale, T* parity, unsigned int j, unsigned int pivot, Order order)
 {
     if (pivot != j) {
-        T* const upper = rows[pivot];
-        T* const lower = rows[j];
+        T* const pivotRow = rows[pivot];
+        T* const row = rows[j];
         for (unsigned int k = 0; k < order; ++k) {
-            T const element = upper[k];
-            upper[k] = lower[k];
-            lower[k] = element;
+            T const element = pivotRow[k];
+            pivotRow[k] = row[k];
+            row[k] = element;
         }
         *parity = -*parity;
         scale[pivot] = scale[j];

@@ -151,3 +151,11 @@ template struct TMatrix4x4<float>;
 template struct TMatrix4x4<double>;
 
 } // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+template class TList<CorvexMaths::TMatrix4x4<float>>;
+template class TList<CorvexMaths::TMatrix4x4<double>>;
+
+} // namespace Halmont::Orrin::CorvexUtilities

@@ -7,21 +7,22 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
 /// Adds the product of a (rowCount by inner) and b (inner by columnCount) to c. Each element of c is a running sum that
-/// starts from what c holds and takes a[i][t]*b[t][j] with t ascending, rounded to T at every step; no term is left out.
-/// The rows of c may be those of b (`a *= a`): rows are then finished one after the other and read back as they stand.
+/// starts from what c holds and takes a[i][t]*b[t][j] with t ascending, rounded to T at every step; no term is left
+/// out. The rows of c may be those of b (`a *= a`): rows are then finished one after the other and read back as they
+/// stand.
 template <class T>
 void MultiplyRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inner, unsigned int columnCount);
 
-/// The same with the products subtracted, on blocks of the rows: each row array is read from a column of its own on. The
-/// block of c must not overlap the other two.
+/// The same with the products subtracted, on blocks of the rows: each row array is read from a column of its own on.
+/// The block of c must not overlap the other two.
 template <class T>
 void SubtractProduct(T** c, unsigned int cColumn, T** a, unsigned int aColumn, T** b, unsigned int bColumn,
                      unsigned int rowCount, unsigned int inner, unsigned int columnCount);
 
 /// Overwrites the rows of a square matrix with its triangular factors; see SquareMatrixOperations::LUD. `scale` is a
-/// workspace of `order` values. False, with only pivots, parity and part of scale written, where a row's largest
-/// absolute value is 0. Row pointers stay where they are: swaps move elements. Every element loses its products one at a
-/// time in ascending order of the inner index, as in Crout's method, whichever way the loops run.
+/// workspace of `order` values. False, with only pivots, parity and scale written, where a row's largest absolute value
+/// is 0. Row pointers stay where they are: swaps move elements. Every element loses its products one at a time in
+/// ascending order of the inner index, as in Crout's method, whichever way the loops run.
 template <class T>
 bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order);
 
@@ -29,8 +30,8 @@ bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order);
 template <class T>
 void BackSubRows(T** rows, int const* pivots, T const* b, T* x, unsigned int order);
 
-/// Replaces the rows by the inverse of the matrix whose factors the rows of `lu` hold: column c becomes, to the bit, what
-/// BackSubRows answers for the unit vector c. The two row arrays must not share elements.
+/// Replaces the rows by the inverse of the matrix whose factors the rows of `lu` hold: column c becomes, to the bit,
+/// what BackSubRows answers for the unit vector c. The two row arrays must not share elements.
 template <class T>
 void InvertRows(T** rows, T** lu, int const* pivots, unsigned int order);
 

@@ -24,10 +24,10 @@ inline void SubtractRow(T* __restrict target, T const* __restrict row, T factor,
     for (unsigned int j = 0; j < count; ++j) target[j] -= factor * row[j];
 }
 
-/// Decomposes the columns from `begin` to `end`, whose elements have lost all products of the columns before. As soon as
-/// a column of multipliers is known, the columns of the block to its right lose the products with it, so each element
-/// still loses its products in ascending order. False where a pivot lies above its row: then rows are not finished in
-/// the order in which this walks.
+/// Decomposes the columns from `begin` to `end`, whose elements have lost all products of the columns before. As soon
+/// as a column of multipliers is known, the columns of the block to its right lose the products with it, so each
+/// element still loses its products in ascending order. False where a pivot lies above its row: then rows are not
+/// finished in the order in which this walks.
 template <class T>
 bool FactorBlock(T** rows, int* pivots, T* scale, T* parity, unsigned int order, unsigned int begin, unsigned int end,
                  unsigned int& pivot)

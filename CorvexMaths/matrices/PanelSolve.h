@@ -2,12 +2,12 @@
 
 /// The solve for many unit vectors at once. Internal.
 ///
-/// Let the row swaps of a decomposition all go downwards. Then they may be done before the forward sums, and a unit vector
-/// is again a unit vector with its 1 at some q. Its forward sums begin at q and leave zeros above. The solutions of
-/// `width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them is
-/// a sum of its own in the stated order.
+/// Let the row swaps of a decomposition all go downwards. Then they may be done before the forward sums, and a unit
+/// vector is again a unit vector with its 1 at some q. Its forward sums begin at q and leave zeros above. The solutions
+/// of `width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them
+/// is a sum of its own in the stated order.
 
-#include <CorvexMaths/matrices/Lanes.h>
+#include <CorvexMaths/Lanes.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -3,9 +3,9 @@
 /// Diagonalisation of the bidiagonal form by implicitly shifted QR transformations.
 ///
 /// With B the bidiagonal matrix of diagonal q = diag(w) and superdiagonal e = work, each pass looks for a block l to k
-/// that e splits from the rest. A block of one has converged. Otherwise a transformation B <- S-transposed B T chases the
-/// shift of the bottom 2 by 2 minor of B-transposed B through the block: T are rotations of columns, collected in V, S
-/// of rows, collected in U. An element counts as zero when adding it to the norm leaves the norm as it is.
+/// that e splits from the rest. A block of one has converged. Otherwise a transformation B <- S-transposed B T chases
+/// the shift of the bottom 2 by 2 minor of B-transposed B through the block: T are rotations of columns, collected in
+/// V, S of rows, collected in U. An element counts as zero when adding it to the norm leaves the norm as it is.
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/SingularValueReduction.inl>
@@ -72,8 +72,9 @@ private:
         return true;
     }
 
-    /// The start of the block that ends at k: where the superdiagonal is negligible, or where the diagonal element before
-    /// is, after the superdiagonal has been cancelled there. A NaN is never negligible; the search then ends at 0.
+    /// The start of the block that ends at k: where the superdiagonal is negligible, or where the diagonal element
+    /// before is, after the superdiagonal has been cancelled there. A NaN is never negligible; the search then ends at
+    /// 0.
     unsigned int FindBlock(unsigned int k)
     {
         for (unsigned int l = k; l > 0; --l) {
@@ -113,7 +114,8 @@ private:
         right.Negate(k);
     }
 
-    /// What the first rotation turns by: the first column of B-transposed B less its shift, over the first element of B.
+    /// What the first rotation turns by: the first column of B-transposed B less its shift, over the first element of
+    /// B.
     T Shift(unsigned int l, unsigned int k) const
     {
         T const x = w[l][l];

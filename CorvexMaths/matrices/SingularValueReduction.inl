@@ -2,9 +2,9 @@
 
 /// Householder reduction to bidiagonal form.
 ///
-/// Step i takes column i, from row i down, to a multiple of a unit vector, and then row i, from column i + 1 on. Both are
-/// reflections H = 1 + x x-transposed / h, where x is the column (or row), divided by the sum of its absolute values so
-/// that its squares neither overflow nor vanish, with
+/// Step i takes column i, from row i down, to a multiple of a unit vector, and then row i, from column i + 1 on. Both
+/// are reflections H = 1 + x x-transposed / h, where x is the column (or row), divided by the sum of its absolute
+/// values so that its squares neither overflow nor vanish, with
 ///     g = -sign(|x|, x0),   h = x0 g - |x|^2,   x0 <- x0 - g.
 /// A H leaves scale * g where the reduced element stood: the diagonal and the superdiagonal of the bidiagonal form. The
 /// vectors x stay in the matrix, scaled back, for the accumulation of U and V.
@@ -60,7 +60,8 @@ T DivideColumn(T** u, unsigned int i, unsigned int m, T scale)
     return squares;
 }
 
-/// One step of the reduction as its sweep over the rows below row i sees it. A reflection with no scale does not happen.
+/// One step of the reduction as its sweep over the rows below row i sees it. A reflection with no scale does not
+/// happen.
 template <class T>
 struct ReductionStep
 {

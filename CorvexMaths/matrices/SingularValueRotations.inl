@@ -2,12 +2,12 @@
 
 /// Plane rotations of columns, recorded and applied in runs.
 ///
-/// The iteration finds its rotations without looking at U or V, so they can wait. A run of them is applied to a few rows
-/// at a time, turned on their side: a column of those rows is then contiguous, and the rows lie side by side in vector
-/// registers. Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is not a
-/// plain copy for infinities, NaNs and zeros of either sign.
+/// The iteration finds its rotations without looking at U or V, so they can wait. A run of them is applied to a few
+/// rows at a time, turned on their side: a column of those rows is then contiguous, and the rows lie side by side in
+/// vector registers. Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is
+/// not a plain copy for infinities, NaNs and zeros of either sign.
 
-#include <CorvexMaths/matrices/Lanes.h>
+#include <CorvexMaths/Lanes.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -178,8 +178,8 @@ void RotateRows(RotationSpan<T> const& span, T* const* rows, unsigned int rowCou
     RotateBaseline(span, rows, from, rowCount);
 }
 
-/// Rotations of the columns of a matrix, waiting to be applied to its rows. A matrix of few rows is rotated at once: that
-/// takes less time than the processor spends waiting for the next rotation.
+/// Rotations of the columns of a matrix, waiting to be applied to its rows. A matrix of few rows is rotated at once:
+/// that takes less time than the processor spends waiting for the next rotation.
 template <class T>
 class RotationRun
 {

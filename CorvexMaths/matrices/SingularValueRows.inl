@@ -1,16 +1,18 @@
 #pragma once
 
-/// The loops over rows that the decomposition is made of. Each result is one running sum over ascending rows or columns;
-/// what runs side by side are results that do not depend on one another.
+/// The loops over rows that the decomposition is made of. Each result is one running sum over ascending rows or
+/// columns; what runs side by side are results that do not depend on one another.
 
 // The steps of the loop that follows touch different elements, which no compiler can see through row pointers.
 #if defined(__clang__)
+// Below -O2 nothing is vectorised, which is no reason to warn.
+#pragma clang diagnostic ignored "-Wpass-failed"
 #define CORVEX_INDEPENDENT_STEPS _Pragma("clang loop vectorize(assume_safety)")
 #else
 #define CORVEX_INDEPENDENT_STEPS _Pragma("GCC ivdep")
 #endif
 
-#include <CorvexMaths/matrices/Lanes.h>
+#include <CorvexMaths/Lanes.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -71,8 +73,8 @@ inline auto WithWidth(unsigned int width, Operation operation)
     }
 }
 
-/// A row of values that a loop over other rows reads or adds to: a copy of its own when the width is fixed, the caller's
-/// memory otherwise.
+/// A row of values that a loop over other rows reads or adds to: a copy of its own when the width is fixed, the
+/// caller's memory otherwise.
 template <class T, class Width>
 struct Held
 {

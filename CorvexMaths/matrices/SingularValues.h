@@ -7,13 +7,13 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// Factors an m by n matrix A as U W V-transposed, by Householder reduction to bidiagonal form and implicitly shifted QR
-/// iteration (G. H. Golub, C. Reinsch, "Singular value decomposition and least squares solutions", 1970).
+/// Factors an m by n matrix A as U W V-transposed, by Householder reduction to bidiagonal form and implicitly shifted
+/// QR iteration (G. H. Golub, C. Reinsch, "Singular value decomposition and least squares solutions", 1970).
 ///
-/// `u`, m rows of n, enters holding A and leaves holding U. `w`, n by n, leaves with the singular values on its diagonal,
-/// none negative, and zeros elsewhere. `v`, n by n, leaves holding V, not transposed. `work` has n elements. What `w`, `v`
-/// and `work` held before does not matter. Nothing sorts the singular values: they stand in the order in which the
-/// iteration finds them, column j of u and v with w[j][j]. Any shape will do, also m less than n.
+/// `u`, m rows of n, enters holding A and leaves holding U. `w`, n by n, leaves with the singular values on its
+/// diagonal, none negative, and zeros elsewhere. `v`, n by n, leaves holding V, not transposed. `work` has n elements.
+/// What `w`, `v` and `work` held before does not matter. Nothing sorts the singular values: they stand in the order in
+/// which the iteration finds them, column j of u and v with w[j][j]. Any shape will do, also m less than n.
 ///
 /// `iterationLimit`: 1 to 30 makes the result false when a value has not converged at that pass, which is after one QR
 /// transformation fewer. With 0, or above 30, the iteration leaves a value as it is after 30 passes and the result is
@@ -24,21 +24,23 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 template <class T>
 bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit);
 
-/// Solves A x = b from the decomposition of an m by n matrix A; least squares where m is above n. `b` has m elements, `x`
-/// and `scratch` have n; `x` may be `b`. False, with x and scratch untouched, when any singular value is zero within the
-/// common tolerance (absolute, inclusive): such a system is refused and not solved through a truncated inverse.
+/// Solves A x = b from the decomposition of an m by n matrix A; least squares where m is above n. `b` has m elements,
+/// `x` and `scratch` have n; `x` may be `b`. False, with x and scratch untouched, when any singular value is zero
+/// within the common tolerance (absolute, inclusive): such a system is refused and not solved through a truncated
+/// inverse.
 template <class T>
 bool SVDBackSubstitute(T** u, T** w, T** v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n);
 
-/// Solves A X = B column by column from the decomposition of A; `b` has the rows of u and `x` at least the rows of v, and
-/// columns no fewer than b. False when `SVDBackSubstitute` refuses; x is then untouched, since every column meets the
-/// same singular values.
+/// Solves A X = B column by column from the decomposition of A; `b` has the rows of u and `x` at least the rows of v,
+/// and columns no fewer than b. False when `SVDBackSubstitute` refuses; x is then untouched, since every column meets
+/// the same singular values.
 template <class T>
 bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, TMatrixMxN<T> const& b, TMatrixMxN<T>* x);
 
 /// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. `u`, `w` and `v`
-/// receive the decomposition, so that a caller who solves again and again keeps their storage; `x` and `scratch` have as
-/// many elements as A has columns. False when the decomposition does not converge or a singular value counts as zero.
+/// receive the decomposition, so that a caller who solves again and again keeps their storage; `x` and `scratch` have
+/// as many elements as A has columns. False when the decomposition does not converge or a singular value counts as
+/// zero.
 template <class T>
 bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, T const* b, T* x, T* scratch);
 

@@ -13,7 +13,8 @@
 namespace Halmont::Orrin::CorvexMaths
 {
 
-/// The operations shared by TMatrix2x2, TMatrix3x3 and TMatrix4x4. M is the matrix class itself, T its scalar, N its order.
+/// The operations shared by TMatrix2x2, TMatrix3x3 and TMatrix4x4. M is the matrix class itself, T its scalar, N its
+/// order.
 template <class M, class T, unsigned int N>
 struct CORVEX_API SquareMatrixOperations
 {
@@ -24,7 +25,8 @@ struct CORVEX_API SquareMatrixOperations
     /// The number of columns, N.
     unsigned int GetN() const { return N; }
 
-    /// Writes the addresses of the N rows into the caller's array. They point into this matrix and live as long as it does.
+    /// Writes the addresses of the N rows into the caller's array. They point into this matrix and live as long as it
+    /// does.
     void GetRows(T** const rows)
     {
         for (unsigned int r = 0; r < N; ++r) rows[r] = (*this)[r];
@@ -134,9 +136,9 @@ struct CORVEX_API SquareMatrixOperations
     /// This matrix times another replaces this matrix; the product is complete before it is stored.
     M& operator*=(M const& other) { return Self() = Self() * other; }
 
-    /// This matrix times a matrix of run-time size: N rows, and as many columns as the argument. The inner length is the
-    /// argument's row count, which must be N; that is not checked. Not const: for a const fixed matrix the argument is
-    /// converted instead and the result is a fixed matrix.
+    /// This matrix times a matrix of run-time size: N rows, and as many columns as the argument. The inner length is
+    /// the argument's row count, which must be N; that is not checked. Not const: for a const fixed matrix the argument
+    /// is converted instead and the result is a fixed matrix.
     TMatrixMxN<T> operator*(TMatrixMxN<T> const& other);
 
     /// This matrix times the upper-left N by N block of the argument replaces this matrix. The argument must have that
@@ -168,7 +170,8 @@ struct CORVEX_API SquareMatrixOperations
 
     // Comparison.
 
-    /// Exact equality of all elements: a NaN anywhere gives false, 0 equals -0. It stops at the first pair that differs.
+    /// Exact equality of all elements: a NaN anywhere gives false, 0 equals -0. It stops at the first pair that
+    /// differs.
     bool operator==(M const& other) const
     {
         for (unsigned int i = 0; i < N * N; ++i)
@@ -181,15 +184,15 @@ struct CORVEX_API SquareMatrixOperations
     // Decomposition and solving.
 
     /// Decomposes a copy of this matrix into triangular factors by Crout's method (P. D. Crout, 1941) with partial
-    /// pivoting on implicitly scaled rows. `lu` takes the factors of the row-permuted matrix: the upper one on and above
-    /// the diagonal, below it the lower one, whose diagonal of ones is not stored. `pivots` takes N row indices, entry j
-    /// being the row swapped with row j at step j; `parity` takes +1 or -1, the sign of the permutation. `lu` may be this
-    /// matrix. A pivot of exactly 0 is replaced by Numbers::pivotGuard, so a singular matrix passes; false only where a
-    /// row is all zeros (or NaN), and then `lu` holds the copy, `pivots` zeros and `parity` 1.
+    /// pivoting on implicitly scaled rows. `lu` takes the factors of the row-permuted matrix: the upper one on and
+    /// above the diagonal, below it the lower one, whose diagonal of ones is not stored. `pivots` takes N row indices,
+    /// entry j being the row swapped with row j at step j; `parity` takes +1 or -1, the sign of the permutation. `lu`
+    /// may be this matrix. A pivot of exactly 0 is replaced by Numbers::pivotGuard, so a singular matrix passes; false
+    /// only where a row is all zeros (or NaN), and then `lu` holds the copy, `pivots` zeros and `parity` 1.
     bool LUD(M* lu, int* const pivots, T* parity) const;
 
-    /// Solves for one right-hand side with the factors of LUD. Reads the N values of b, writes the N values of x; the two
-    /// may be the same array. Leading zeros of the permuted right-hand side are skipped.
+    /// Solves for one right-hand side with the factors of LUD. Reads the N values of b, writes the N values of x; the
+    /// two may be the same array. Leading zeros of the permuted right-hand side are skipped.
     static void BackSub(M& lu, int const* const pivots, T const* const b, T* x);
 
     /// Inverts in place. False, and this matrix unchanged, where the determinant is 0 or within the common tolerance of
@@ -200,11 +203,12 @@ struct CORVEX_API SquareMatrixOperations
     bool Invert(M* out) const;
 
     /// Decomposes this matrix as u w v-transposed, by Householder reduction and implicitly shifted QR iteration (G. H.
-    /// Golub, C. Reinsch, 1970). The singular values stand on the diagonal of w, none negative, in the order in which the
-    /// iteration leaves them: nothing sorts them. Column j of u and of v (v itself, not its transpose) goes with w[j][j].
-    /// With an iterationLimit of 1 to 30 the result is false when a value has not converged after iterationLimit - 1 QR
-    /// transformations, and the outputs then hold an unfinished state; with 0 or above 30 a value is left as it is after
-    /// 30 of them and the result is true. NaNs are not detected. The outputs must be distinct; u may be this matrix.
+    /// Golub, C. Reinsch, 1970). The singular values stand on the diagonal of w, none negative, in the order in which
+    /// the iteration leaves them: nothing sorts them. Column j of u and of v (v itself, not its transpose) goes with
+    /// w[j][j]. With an iterationLimit of 1 to 30 the result is false when a value has not converged after
+    /// iterationLimit - 1 QR transformations, and the outputs then hold an unfinished state; with 0 or above 30 a value
+    /// is left as it is after 30 of them and the result is true. NaNs are not detected. The outputs must be distinct; u
+    /// may be this matrix.
     bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
 
 private:
@@ -215,7 +219,8 @@ private:
     friend struct TVector4<T>;
     friend class TMatrixMxN<T>;
 
-    /// The product with a column vector of N components: component r is the sum over c of element (r, c) times vector[c].
+    /// The product with a column vector of N components: component r is the sum over c of element (r, c) times
+    /// vector[c].
     template <class V>
     V TimesColumn(V const& vector) const
     {

@@ -36,7 +36,8 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
     /// This block in the upper left, 1 at (2, 2) and (3, 3).
     operator TMatrix4x4<T>() const { return static_cast<TMatrix3x3<T>>(*this); }
 
-    /// Divides every element by a scalar, which may be one of the elements. Unlike the other matrices, it returns a copy.
+    /// Divides every element by a scalar, which may be one of the elements. Unlike the other matrices, it returns a
+    /// copy.
     TMatrix2x2 operator/=(T const& scalar)
     {
         SquareMatrixOperations<TMatrix2x2<T>, T, 2>::operator/=(scalar);

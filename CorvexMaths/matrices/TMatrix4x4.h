@@ -2,6 +2,7 @@
 
 /// The 4 by 4 matrix, and the products of vectors with it.
 
+#include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/matrices/SquareMatrixOperations.h>
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
@@ -49,7 +50,8 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     /// Always false; see operator<.
     bool operator>(TMatrix4x4 const&) const { return false; }
 
-    /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors, ascending.
+    /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors,
+    /// ascending.
     T Determinant();
 };
 
@@ -106,3 +108,11 @@ extern template struct TMatrix4x4<float>;
 extern template struct TMatrix4x4<double>;
 
 } // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+extern template class TList<CorvexMaths::TMatrix4x4<float>>;
+extern template class TList<CorvexMaths::TMatrix4x4<double>>;
+
+} // namespace Halmont::Orrin::CorvexUtilities

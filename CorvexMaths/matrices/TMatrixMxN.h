@@ -83,58 +83,75 @@ public:
 
     // Arithmetic with fixed matrices: only the upper-left block of their order takes part, and it must be there.
 
+    /// @{
     /// The upper-left block plus the argument, as a fixed matrix.
     TMatrix2x2<T> operator+(TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() += other; }
     TMatrix3x3<T> operator+(TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() += other; }
     TMatrix4x4<T> operator+(TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() += other; }
+    /// @}
+    /// @{
     /// The upper-left block minus the argument, as a fixed matrix.
     TMatrix2x2<T> operator-(TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() -= other; }
     TMatrix3x3<T> operator-(TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() -= other; }
     TMatrix4x4<T> operator-(TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() -= other; }
+    /// @}
+    /// @{
     /// Adds the argument to the upper-left block; the rest of the matrix stays.
     TMatrixMxN& operator+=(TMatrix2x2<T>& other) { return SetBlock(*this + other); }
     TMatrixMxN& operator+=(TMatrix3x3<T>& other) { return SetBlock(*this + other); }
     TMatrixMxN& operator+=(TMatrix4x4<T>& other) { return SetBlock(*this + other); }
+    /// @}
+    /// @{
     /// Subtracts the argument from the upper-left block; the rest of the matrix stays.
     TMatrixMxN& operator-=(TMatrix2x2<T>& other) { return SetBlock(*this - other); }
     TMatrixMxN& operator-=(TMatrix3x3<T>& other) { return SetBlock(*this - other); }
     TMatrixMxN& operator-=(TMatrix4x4<T>& other) { return SetBlock(*this - other); }
+    /// @}
 
     // Products. Every sum takes its terms in ascending order of the inner index.
 
+    /// @{
     /// The upper-left block of the vector's size times the vector as a column. Sizes are not checked.
     TVector2<T> operator*(TVector2<T> const& vector) const { return Block<TMatrix2x2<T>>().TimesColumn(vector); }
     TVector3<T> operator*(TVector3<T> const& vector) const { return Block<TMatrix3x3<T>>().TimesColumn(vector); }
     TVector4<T> operator*(TVector4<T> const& vector) const { return Block<TMatrix4x4<T>>().TimesColumn(vector); }
+    /// @}
 
+    /// @{
     /// The product with a fixed matrix, m rows by its order. The column count must be that order; not checked.
     TMatrixMxN operator*(TMatrix2x2<T>& other) const { return TimesFixed(other); }
     TMatrixMxN operator*(TMatrix3x3<T>& other) const { return TimesFixed(other); }
     TMatrixMxN operator*(TMatrix4x4<T>& other) const { return TimesFixed(other); }
+    /// @}
 
     /// The matrix product, or the empty matrix where the column count differs from the argument's row count.
     TMatrixMxN operator*(TMatrixMxN& other) const;
 
+    /// @{
     /// The product with a fixed matrix replaces this matrix. The column count must be that matrix's order; not checked.
     TMatrixMxN& operator*=(TMatrix2x2<T>& other) { return *this = TimesFixed(other); }
     TMatrixMxN& operator*=(TMatrix3x3<T>& other) { return *this = TimesFixed(other); }
     TMatrixMxN& operator*=(TMatrix4x4<T>& other) { return *this = TimesFixed(other); }
+    /// @}
 
     /// The product replaces this matrix. Unlike `*` it does not check the sizes. This matrix is emptied before the
     /// argument is read, so `a *= a` of finite elements gives the zero matrix.
     TMatrixMxN& operator*=(TMatrixMxN& other);
 
-    // Conversions: the identity with the overlap of the two shapes copied over it.
+    // Conversions.
 
+    /// @{
+    /// The identity with the overlap of the two shapes copied over it.
     operator TMatrix2x2<T>() const { return Overlap<TMatrix2x2<T>>(); }
     operator TMatrix3x3<T>() const { return Overlap<TMatrix3x3<T>>(); }
     operator TMatrix4x4<T>() const { return Overlap<TMatrix4x4<T>>(); }
+    /// @}
 
     // Decomposition and solving.
 
-    /// Decomposes a copy of this matrix into triangular factors; see SquareMatrixOperations::LUD for their form. `lu` is
-    /// resized if its sizes differ and may be this matrix; `pivots` has room for m values. False, with nothing changed,
-    /// where the matrix is not square; false where a row is all zeros, `lu` then holding the copy.
+    /// Decomposes a copy of this matrix into triangular factors; see SquareMatrixOperations::LUD for their form. `lu`
+    /// is resized if its sizes differ and may be this matrix; `pivots` has room for m values. False, with nothing
+    /// changed, where the matrix is not square; false where a row is all zeros, `lu` then holding the copy.
     bool LUD(TMatrixMxN* lu, int* pivots, T* parity) const;
 
     /// The same with an array of pivots allocated for the caller, who releases it with delete[]; null after a failure.
@@ -147,21 +164,23 @@ public:
     static void BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T** x);
 
     /// Inverts in place. False, with nothing changed, where the matrix is not square, is empty, or has a row of zeros.
-    /// There is no test of the determinant: a singular matrix without such a row is inverted through the pivot guard and
-    /// gives huge values. Cost in proportion to the cube of the order.
+    /// There is no test of the determinant: where elimination leaves a pivot of exactly 0 the pivot guard stands for
+    /// it and the values are huge. Cost in proportion to the cube of the order.
     bool Invert();
 
-    /// Copies this matrix into `out`, resized if need be, and inverts that; `out` holds the copy if the result is false.
+    /// Copies this matrix into `out`, resized if need be, and inverts that; `out` holds the copy if the result is
+    /// false.
     bool Invert(TMatrixMxN* out) const;
 
-    /// The determinant: 0 where the matrix is not square or LUD fails, else the parity times the diagonal of the factors,
-    /// ascending. That of a singular matrix is a multiple of the pivot guard; that of the empty matrix is 1.
+    /// The determinant: 0 where the matrix is not square or LUD fails, else the parity times the diagonal of the
+    /// factors, ascending. Where a pivot comes out exactly 0 the pivot guard stands for it. That of the empty matrix is
+    /// 1.
     T Determinant() const;
 
-    /// Decomposes this m by n matrix as u w v-transposed; see SquareMatrixOperations::SVD for the form of the result and
-    /// the meaning of iterationLimit. u is m by n, w and v are n by n; each keeps its storage if its sizes fit already.
-    /// Any shape will do; with fewer rows than columns the columns of u past the m-th are not orthonormal. u may be this
-    /// matrix, which is otherwise left alone. Cost in proportion to m n^2 + n^3.
+    /// Decomposes this m by n matrix as u w v-transposed; see SquareMatrixOperations::SVD for the form of the result
+    /// and the meaning of iterationLimit. u is m by n, w and v are n by n; each keeps its storage if its sizes fit
+    /// already. Any shape will do; with fewer rows than columns the columns of u past the m-th are not orthonormal. u
+    /// may be this matrix, which is otherwise left alone. Cost in proportion to m n^2 + n^3.
     bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit);
 
 private:

@@ -2,7 +2,7 @@
 
 /// Extension of a box by many points at once, in lanes.
 
-#include <CorvexMaths/pointsets/Lanes.inl>
+#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/primitives/TBox.h>
 
 #include <cstddef>
@@ -11,6 +11,8 @@ namespace Halmont::Orrin::CorvexMaths
 {
 namespace
 {
+
+using namespace Kernels;
 
 /// Keeps the greater and the smaller of two values, or of values in lanes. Strict comparisons: NaN changes nothing, and
 /// of equal values (zeros of either sign) the earlier stays.
@@ -21,14 +23,14 @@ inline void ExtendRange(Value& lowest, Value& highest, Value value)
     lowest = lowest > value ? value : lowest;
 }
 
-/// Runs through as many whole steps of the values as there are, each lane keeping the range of every n-th value, and then
-/// joins the lanes to the range of each component. Returns the number of points passed over.
+/// Runs through as many whole steps of the values as there are, each lane keeping the range of every n-th value, and
+/// then joins the lanes to the range of each component. Returns the number of points passed over.
 template <class T, unsigned int components, unsigned int axes>
 unsigned int ExtendInLanes(T* lowest, T* highest, const T* values, unsigned int pointCount)
 {
     // A step is a whole number of points and of vectors, both ranges of which stay in registers.
     constexpr unsigned int vectors = components == 3 ? 6 : 4;
-    constexpr unsigned int stepSize = vectors * laneCount<T>;
+    constexpr unsigned int stepSize = vectors * baselineCount<T>;
     const unsigned int steps = pointCount / (stepSize / components);
     if (steps < 2) return 0;
 
@@ -39,20 +41,21 @@ unsigned int ExtendInLanes(T* lowest, T* highest, const T* values, unsigned int 
         lowValues[i] = component < axes ? lowest[component] : T(0);
         highValues[i] = component < axes ? highest[component] : T(0);
     }
-    Lanes<T> low[vectors];
-    Lanes<T> high[vectors];
+    BaselineLanes<T> low[vectors];
+    BaselineLanes<T> high[vectors];
     for (unsigned int i = 0; i < vectors; ++i) {
-        low[i] = LoadLanes(lowValues + i * laneCount<T>);
-        high[i] = LoadLanes(highValues + i * laneCount<T>);
+        low[i] = LoadLanes(lowValues + i * baselineCount<T>);
+        high[i] = LoadLanes(highValues + i * baselineCount<T>);
     }
     for (unsigned int step = 0; step < steps; ++step, values += stepSize) {
-        for (unsigned int i = 0; i < vectors; ++i) ExtendRange(low[i], high[i], LoadLanes(values + i * laneCount<T>));
+        for (unsigned int i = 0; i < vectors; ++i)
+            ExtendRange(low[i], high[i], LoadLanes(values + i * baselineCount<T>));
     }
     for (unsigned int i = 0; i < stepSize; ++i) {
         const unsigned int component = i % components;
         if (component >= axes) continue;
-        const T lowValue = low[i / laneCount<T>][i % laneCount<T>];
-        const T highValue = high[i / laneCount<T>][i % laneCount<T>];
+        const T lowValue = low[i / baselineCount<T>][i % baselineCount<T>];
+        const T highValue = high[i / baselineCount<T>][i % baselineCount<T>];
         if (highValue > highest[component]) highest[component] = highValue;
         if (lowest[component] > lowValue) lowest[component] = lowValue;
     }
@@ -71,8 +74,8 @@ T FirstZero(const T* values, unsigned int component)
 /// Extends a box by points that lie one behind the other, with the bits of an extension point by point. Points of two
 /// components have a z of 0; a fourth component is not looked at.
 ///
-/// Lanes find the extreme values in another order, which shows in one case alone: among zeros of both signs the first in
-/// the list must win. So a bound that became 0 is looked up again.
+/// Lanes find the extreme values in another order, which shows in one case alone: among zeros of both signs the first
+/// in the list must win. So a bound that became 0 is looked up again.
 template <class T, unsigned int components>
 void ExtendBox(TBox<T>& box, const T* values, unsigned int pointCount)
 {

@@ -2,8 +2,8 @@
 
 /// Point sets as closed outlines in the x-y plane: containment by crossing count, and where an edge meets the outline.
 
+#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/pointsets/Lanes.inl>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/primitives/TEdge.h>
@@ -14,6 +14,8 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
+using namespace Kernels;
+
 /// Whether a segment crosses the level 0, given the heights of its ends above it. A start on the level counts, an end
 /// does not.
 template <class T>
@@ -22,8 +24,8 @@ inline bool CrossesLevel(T fromHeight, T toHeight)
     return (fromHeight <= T(0) && toHeight > T(0)) || (toHeight < T(0) && fromHeight >= T(0));
 }
 
-/// The score of a segment that crosses the level of a point at x: 1 or -1 by direction and side. A crossing that is not a
-/// number scores -1.
+/// The score of a segment that crosses the level of a point at x: 1 or -1 by direction and side. A crossing that is not
+/// a number scores -1.
 template <class T>
 inline int CrossingScore(T fromX, T toX, T fromHeight, T toHeight, T x)
 {
@@ -35,19 +37,20 @@ inline int CrossingScore(T fromX, T toX, T fromHeight, T toHeight, T x)
 
 /// The same two rules for segments in lanes: a mask of those that cross, and their scores where it is set.
 template <class T>
-inline LaneMask<T> CrossesLevel(Lanes<T> fromHeight, Lanes<T> toHeight)
+inline BaselineMask<T> CrossesLevel(BaselineLanes<T> fromHeight, BaselineLanes<T> toHeight)
 {
     return ((fromHeight <= T(0)) & (toHeight > T(0))) | ((toHeight < T(0)) & (fromHeight >= T(0)));
 }
 template <class T>
-inline LaneMask<T> CrossingScore(Lanes<T> fromX, Lanes<T> toX, Lanes<T> fromHeight, Lanes<T> toHeight, T x)
+inline BaselineMask<T> CrossingScore(BaselineLanes<T> fromX, BaselineLanes<T> toX, BaselineLanes<T> fromHeight,
+                                     BaselineLanes<T> toHeight, T x)
 {
-    const Lanes<T> rise = toHeight - fromHeight;
-    const LaneMask<T> falls = rise < T(0);
-    const Lanes<T> fromSize = fromHeight < T(0) ? -fromHeight : fromHeight;
-    const Lanes<T> riseSize = falls ? -rise : rise;
-    const Lanes<T> place = (fromSize / riseSize) * (toX - fromX) + fromX;
-    const LaneMask<T> ahead = (falls & (place >= x)) | (~falls & (x >= place));
+    const BaselineLanes<T> rise = toHeight - fromHeight;
+    const BaselineMask<T> falls = rise < T(0);
+    const BaselineLanes<T> fromSize = fromHeight < T(0) ? -fromHeight : fromHeight;
+    const BaselineLanes<T> riseSize = falls ? -rise : rise;
+    const BaselineLanes<T> place = (fromSize / riseSize) * (toX - fromX) + fromX;
+    const BaselineMask<T> ahead = (falls & (place >= x)) | (~falls & (x >= place));
     return (ahead & 2) - 1;
 }
 
@@ -55,8 +58,8 @@ inline LaneMask<T> CrossingScore(Lanes<T> fromX, Lanes<T> toX, Lanes<T> fromHeig
 template <class T, unsigned int components>
 struct SegmentLanes
 {
-    Lanes<T> fromHeight;
-    Lanes<T> toHeight;
+    BaselineLanes<T> fromHeight;
+    BaselineLanes<T> toHeight;
 
     SegmentLanes(const T* values, T y)
         : fromHeight(GatherLanes<T, components>(values + 1) - y),
@@ -64,10 +67,10 @@ struct SegmentLanes
     {}
 
     /// The scores, 0 where a segment does not cross.
-    LaneMask<T> Scores(const T* values, T x) const
+    BaselineMask<T> Scores(const T* values, T x) const
     {
-        const Lanes<T> fromX = GatherLanes<T, components>(values);
-        const Lanes<T> toX = GatherLanes<T, components>(values + components);
+        const BaselineLanes<T> fromX = GatherLanes<T, components>(values);
+        const BaselineLanes<T> toX = GatherLanes<T, components>(values + components);
         return CrossesLevel<T>(fromHeight, toHeight) & CrossingScore<T>(fromX, toX, fromHeight, toHeight, x);
     }
 };
@@ -79,12 +82,12 @@ constexpr unsigned int vectorsPerBlock = 8;
 template <class T, unsigned int components>
 inline bool BlockCrosses(const T* values, T y)
 {
-    LaneMask<T> crossing = {};
+    BaselineMask<T> crossing = {};
     for (unsigned int i = 0; i < vectorsPerBlock; ++i) {
-        const SegmentLanes<T, components> segments(values + i * laneCount<T> * components, y);
+        const SegmentLanes<T, components> segments(values + i * baselineCount<T> * components, y);
         crossing |= CrossesLevel<T>(segments.fromHeight, segments.toHeight);
     }
-    return AnyLane<T>(crossing);
+    return AnyLane(crossing);
 }
 
 /// The sum of the scores round the closed outline of at least one point. Scores are integers, so that their order is
@@ -92,24 +95,24 @@ inline bool BlockCrosses(const T* values, T y)
 template <class T, unsigned int components>
 int OutlineScore(const T* values, unsigned int pointCount, T x, T y)
 {
-    constexpr unsigned int vectorStep = laneCount<T> * components;
-    constexpr unsigned int blockSize = vectorsPerBlock * laneCount<T>;
+    constexpr unsigned int vectorStep = baselineCount<T> * components;
+    constexpr unsigned int blockSize = vectorsPerBlock * baselineCount<T>;
     const T* const first = values;
     unsigned int left = pointCount - 1;
 
-    LaneMask<T> scores = {};
-    while (left >= laneCount<T>) {
+    BaselineMask<T> scores = {};
+    while (left >= baselineCount<T>) {
         const bool wholeBlock = left >= blockSize;
-        const unsigned int vectors = wholeBlock ? vectorsPerBlock : left / laneCount<T>;
+        const unsigned int vectors = wholeBlock ? vectorsPerBlock : left / baselineCount<T>;
         if (!wholeBlock || BlockCrosses<T, components>(values, y)) {
             for (unsigned int i = 0; i < vectors; ++i)
                 scores += SegmentLanes<T, components>(values + i * vectorStep, y).Scores(values + i * vectorStep, x);
         }
         values += vectors * vectorStep;
-        left -= vectors * laneCount<T>;
+        left -= vectors * baselineCount<T>;
     }
     int score = 0;
-    for (unsigned int i = 0; i < laneCount<T>; ++i) score += static_cast<int>(scores[i]);
+    for (unsigned int i = 0; i < baselineCount<T>; ++i) score += static_cast<int>(scores[i]);
 
     // What is left, and the side that closes the outline.
     for (;; --left, values += components) {
@@ -176,7 +179,8 @@ bool TPointSet<T, V>::IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const
         result.y = hit.y;
         constexpr unsigned int components = componentsOf<T, V>;
         if constexpr (components > 2) {
-            // The signed differences decide, not their sizes: a side straight down, or level and backwards, divides by 0.
+            // The signed differences decide, not their sizes: a side straight down, or level and backwards, divides by
+            // 0.
             const T dx = end.x - start.x;
             const T dy = end.y - start.y;
             const T share = dx > dy ? (hit.x - start.x) / dx : (hit.y - start.y) / dy;

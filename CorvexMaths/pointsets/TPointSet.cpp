@@ -2,6 +2,7 @@
 
 #include <CorvexMaths/pointsets/BoxExtension.inl>
 #include <CorvexMaths/pointsets/Containment.inl>
+#include <CorvexMaths/pointsets/MatrixOperations.inl>
 #include <CorvexMaths/pointsets/Minkowski.inl>
 #include <CorvexMaths/pointsets/PointValues.inl>
 

@@ -17,11 +17,11 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// A `TList` of points that also keeps a bounding box, through the list's change hooks.
 ///
-/// T is `float` or `double`, V one of `TVector2`, `TVector3` and `TVector4`. The box is always three-dimensional: points
-/// in the plane enter it with a z of 0, and the w of a four-dimensional point is not looked at. An addition extends the
-/// box, in constant time for each point; a removal that fires a hook recalculates it, in a pass over the set; and what
-/// reaches the points behind the hooks (`Expand`, `Sort`, `Reverse`, writes through `operator[]` or `GetStream`, a
-/// removal without order kept) leaves the box as it was.
+/// T is `float` or `double`, V one of `TVector2`, `TVector3` and `TVector4`. The box is always three-dimensional:
+/// points in the plane enter it with a z of 0, and the w of a four-dimensional point is not looked at. An addition
+/// extends the box, in constant time for each point; a removal that fires a hook recalculates it, in a pass over the
+/// set; and what reaches the points behind the hooks (`Expand`, `Sort`, `Reverse`, writes through `operator[]` or
+/// `GetStream`, a removal without order kept) leaves the box as it was.
 ///
 /// A removal fires its hook when the count is lowered and the tail not yet moved. The box therefore covers the first
 /// `GetCount()` slots as they lie at that moment: after the removal of an inner point it may still hold that point and
@@ -40,15 +40,16 @@ protected:
     /// The box of the points, with the default limit unless one was assigned.
     TBox<T> boundingBox;
 
-    /// When false, the five hooks do nothing, for bulk rewriting of the points; whoever clears it puts the old value back
-    /// and sees to the box.
+    /// When false, the five hooks do nothing, for bulk rewriting of the points; whoever clears it puts the old value
+    /// back and sees to the box.
     bool keepBox;
 
     /// The number of components of a point: 2, 3 or 4.
     unsigned int dimension;
 
 public:
-    /// An empty set with an empty box. Arguments are those of the list: slots to allocate, and the least step of growth.
+    /// An empty set with an empty box. Arguments are those of the list: slots to allocate, and the least step of
+    /// growth.
     explicit TPointSet(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
 
     /// Copies `pointCount` points from an array; the grow size is 1000. Takes part only for pointers to points, so that
@@ -64,17 +65,17 @@ public:
     }
 
     /// Copies a set of points of any dimension, each point by the conversion between vectors; a plane set becomes a
-    /// spatial one with z of 0, and a four-dimensional one with w of 1. The capacity is the count, the grow size and the
-    /// keep box flag are the other's, growth is not exponential, and the box is calculated from the new points, whatever
-    /// the flag says. The form of this set's own dimension is its copy constructor.
+    /// spatial one with z of 0, and a four-dimensional one with w of 1. The capacity is the count, the grow size and
+    /// the keep box flag are the other's, growth is not exponential, and the box is calculated from the new points,
+    /// whatever the flag says. The form of this set's own dimension is its copy constructor.
     TPointSet(const TPointSet<T, TVector2>& other);
     /// As above.
     TPointSet(const TPointSet<T, TVector3>& other);
     /// As above.
     TPointSet(const TPointSet<T, TVector4>& other);
 
-    /// Assigns the list, with the hooks of this set running under its old flag and box, then copies the box as the source
-    /// has it, stale or not, its limit, the flag and the dimension. A set assigned to itself ends empty.
+    /// Assigns the list, with the hooks of this set running under its old flag and box, then copies the box as the
+    /// source has it, stale or not, its limit, the flag and the dimension. A set assigned to itself ends empty.
     TPointSet& operator=(const TPointSet& other);
 
     /// Frees the points; no hook fires.
@@ -83,42 +84,92 @@ public:
     /// The box as it stands; see the class on when it is not exact.
     const TBox<T>& GetBoundingBox() const { return boundingBox; }
 
-    /// The mean of the points: the sum in list order, in T, each component divided by the count. All components are 0 for
-    /// an empty set, w included.
+    /// The mean of the points: the sum in list order, in T, each component divided by the count. All components are 0
+    /// for an empty set, w included.
     V<T> GetCentre() const;
 
     /// Empties the box, with its own limit, and extends it by every point, whatever the keep box flag says. A NaN
     /// coordinate changes nothing.
     void RecalculateBoundingBox();
 
-    /// Whether any point lies in a rectangle of the x-y plane: the dot products of the two axes with the point minus the
-    /// corner, x and y alone, are from 0 to `uLength` and from 0 to `vLength`, inclusive at both ends. The axes are used
-    /// as given, so that the lengths are in units of projection on them. NaN lies nowhere.
+    /// Whether any point lies in a rectangle of the x-y plane: the dot products of the two axes with the point minus
+    /// the corner, x and y alone, are from 0 to `uLength` and from 0 to `vLength`, inclusive at both ends. The axes are
+    /// used as given, so that the lengths are in units of projection on them. NaN lies nowhere.
     bool WithinRectangle(const TVector2<T>& corner, const TVector2<T>& uAxis, const V<T>& vAxis, const T& uLength,
                          const T& vLength) const;
 
-    /// Moves every point, all components, and both corners of the box, by the offset; the box is not recalculated and an
-    /// empty one moves too. No hook fires. The offset may be one of the points.
+    /// Moves every point, all components, and both corners of the box, by the offset; the box is not recalculated and
+    /// an empty one moves too. No hook fires. The offset may be one of the points.
     TPointSet& operator+=(const V<T>& offset);
 
     /// Moves back by the offset; as above.
     TPointSet& operator-=(const V<T>& offset);
 
-    /// Multiplies every component of every point, w included, and recalculates the box, whatever the keep box flag says.
-    /// No hook fires. The factor may be a component of a point.
+    /// Multiplies every component of every point, w included, and recalculates the box, whatever the keep box flag
+    /// says. No hook fires. The factor may be a component of a point.
     TPointSet& operator*=(const T& factor);
 
-    /// The Minkowski sum in place: every old point plus every element of the other operand, all old points with its first
-    /// element first. The old points are replaced; an empty operand leaves the set empty. The set's own block is the only
-    /// buffer, so that a result beyond the first run is ((p + other[0]) - other[0]) + other[j], rounded at each step.
-    /// `ElementsRemoved` and `Cleared` fire once, `ElementAdded` for each result. The operand must not be this set's own
-    /// storage.
+    /// Multiplies every point by a matrix, as a row vector on the left, and recalculates the box, whatever the keep box
+    /// flag says. No hook fires.
+    ///
+    /// A matrix of the points' own dimension, or a smaller one, acts as in the product of the vector: it is linear, and
+    /// a smaller one is padded with the identity. A larger one takes the point as homogeneous, and a last row moves it:
+    /// (x, y) enters as (x, y, 1) or (x, y, 0, 1), (x, y, z) as (x, y, z, 1), and what the product has beyond the point
+    /// is dropped, without division by the last coordinate. So a TMatrix3x3 holds a rigid motion of the plane for
+    /// TVector2 and a linear map for TVector3. Every sum takes all its terms, those of zeros too, so infinite elements
+    /// make NaN as they do in the product of the vector.
+    TPointSet& operator*=(const TMatrix2x2<T>& matrix);
+    /// As above.
+    TPointSet& operator*=(const TMatrix3x3<T>& matrix);
+    /// As above.
+    TPointSet& operator*=(const TMatrix4x4<T>& matrix);
+    /// As above, but linear whatever the size: the upper left block of the points' dimension serves, padded with the
+    /// identity where the matrix is smaller.
+    TPointSet& operator*=(const TMatrixMxN<T>& matrix);
+
+    /// Writes the points as the rows of a matrix of `GetCount()` rows and as many columns as a point has components.
+    /// The matrix is resized if its sizes differ; an empty set gives one of 0 rows.
+    void ToMatrix(TMatrixMxN<T>* out) const;
+
+    /// As ToMatrix, with the centre subtracted from every point. Returns the centre.
+    V<T> ToTransToCentMatrix(TMatrixMxN<T>* out) const;
+
+    /// Finds the rigid motion that carries another set onto this one with the least sum of squared distances, point i
+    /// to point i, by the singular value decomposition of the cross-covariance of the two (K. S. Arun, T. S. Huang, S.
+    /// D. Blostein, "Least-squares fitting of two 3-D point sets", 1987). Four-dimensional points are taken as such, w
+    /// included.
+    ///
+    /// `rotation` is resized and takes the matrix for column vectors: a point b of the other set goes to rotation times
+    /// b, plus `translation`. To multiply a vector from the left, transpose it. With `applyToOther` the other set is
+    /// moved so, its box recalculated and then moved along.
+    ///
+    /// Both sets are centred in place for the work and moved back, without hooks and with their boxes: points that are
+    /// not moved on purpose return up to rounding. `other` must not be this set.
+    ///
+    /// False where the counts differ, with nothing touched; where the decomposition does not converge in 29
+    /// transformations for a value, `rotation` then holding the cross-covariance; and where the best orthogonal matrix
+    /// is a reflection and no singular value is zero within the common tolerance (absolute, inclusive), which would
+    /// allow for its repair, `rotation` then holding that reflection, for row vectors. After the latter two both sets
+    /// stay centred, with their boxes, and `translation` is untouched: keep copies, or the centres, where that can
+    /// happen.
+    ///
+    /// The repair negates the last column of v, which need not belong to the value that is zero: values are not sorted.
+    /// Where it does not, the result can be another rotation than the best.
+    ///
+    /// Time grows with the count; nothing is allocated for each point.
+    bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
+
+    /// The Minkowski sum in place: every old point plus every element of the other operand, all old points with its
+    /// first element first. The old points are replaced; an empty operand leaves the set empty. The set's own block is
+    /// the only buffer, so that a result beyond the first run is ((p + other[0]) - other[0]) + other[j], rounded at
+    /// each step. `ElementsRemoved` (if a block exists) and `Cleared` fire once, `ElementAdded` for each result. The
+    /// operand must not be this set's own storage.
     void MinkowskiSum(const V<T>* other, unsigned int otherCount);
     /// As above.
     void MinkowskiSum(const TList<V<T>>& other);
 
-    /// The Minkowski sum of two operands: a[i] + b[j], all of b with a[0] first. The old points are dropped; hooks fire as
-    /// above. The operands must not be this set's own storage, which is reused.
+    /// The Minkowski sum of two operands: a[i] + b[j], all of b with a[0] first. The old points are dropped; hooks fire
+    /// as above. The operands must not be this set's own storage, which is reused.
     void MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
     /// As above.
     void MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b);
@@ -134,12 +185,12 @@ public:
     /// As above.
     void MinkowskiDifference(const TList<V<T>>& a, const TList<V<T>>& b);
 
-    /// Whether a point of the plane lies in the closed outline of `pointCount` points from `first` on, by the sum of the
-    /// scores of `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the outline
-    /// the rule of the crossings answers, so that some sides belong to the outline and some do not.
+    /// Whether a point of the plane lies in the closed outline of `pointCount` points from `first` on, by the sum of
+    /// the scores of `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the
+    /// outline the rule of the crossings answers, so that some sides belong to the outline and some do not.
     ///
-    /// A point outside the bounding box of the whole set, inclusive and with no tolerance, is outside before any side is
-    /// looked at; a stale box answers as it stands. A range of 0 points holds nothing.
+    /// A point outside the bounding box of the whole set, inclusive and with no tolerance, is outside before any side
+    /// is looked at; a stale box answers as it stands. A range of 0 points holds nothing.
     bool IsWithin(const TVector2<T>& point, unsigned int first, unsigned int pointCount) const;
     /// As above.
     bool IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const;
@@ -148,15 +199,15 @@ public:
     /// As above, over all points.
     bool IsWithin(const T& x, const T& y) const;
 
-    /// Adds to `crossings` what the segment between two points of the set contributes to the crossing count of a point: 0
-    /// when the segment does not cross the point's level, else 1 or -1 by its direction and the side on which it passes.
-    /// A start exactly on the level counts and an end on it does not, whether the segment rises or falls.
+    /// Adds to `crossings` what the segment between two points of the set contributes to the crossing count of a point:
+    /// 0 when the segment does not cross the point's level, else 1 or -1 by its direction and the side on which it
+    /// passes. A start exactly on the level counts and an end on it does not, whether the segment rises or falls.
     void ExamineSegment(unsigned int from, unsigned int to, const TVector2<T>& point, int* crossings) const;
 
     /// Appends to `points` where an edge of the plane meets the closed outline, in the order of the outline; a hit on a
     /// vertex may come twice, once of each side. Components beyond x and y are interpolated along the side, by its y
-    /// unless its x grows by more; on a side straight down, or level towards falling x, they are not finite. Lines whose
-    /// direction has an x within the common tolerance count as vertical.
+    /// unless its x grows by more; on a side straight down, or level towards falling x, they are not finite. Lines
+    /// whose direction has an x within the common tolerance count as vertical.
     ///
     /// Returns whether `points` holds anything at the end: it is not emptied first. It must not be this set.
     bool IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const;
@@ -177,6 +228,10 @@ private:
     /// Fills the slots made by construction, and the box.
     template <template <class> class W>
     void CopyPoints(const TPointSet<T, W>& other);
+
+    /// Multiplies every point by a fixed matrix of any order, and recalculates the box.
+    template <unsigned int order, class Matrix>
+    TPointSet& Transform(const Matrix& matrix);
 };
 
 extern template class TPointSet<float, TVector2>;

@@ -1,8 +1,5 @@
 #include <CorvexMaths/polygons/CrossingSearch.h>
 
-#include <cstdint>
-#include <cstring>
-
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
@@ -92,17 +89,6 @@ CORVEX_ALWAYS_INLINE void CrossVertical(const EdgeLine<T>& a, const EdgeLine<Lan
     *exists = b.vertical == T(0);
 }
 
-/// Whether any lane of a mask is set.
-template <class Mask>
-CORVEX_ALWAYS_INLINE bool HasAny(const Mask& mask)
-{
-    std::uint64_t words[sizeof(Mask) / sizeof(std::uint64_t)];
-    std::memcpy(words, &mask, sizeof(words));
-    std::uint64_t any = 0;
-    for (const std::uint64_t word : words) any |= word;
-    return any != 0;
-}
-
 /// CrossingSearch::FindFirst by lanes of the given width.
 template <unsigned int Bytes, class T>
 CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, unsigned int i, unsigned int* index,
@@ -134,12 +120,12 @@ CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, unsigne
         // Few points lie on the first edge, and fewer on both.
         PointAndEdge<T, Lane>(edge, x, y).IsWithin(isOnFirst);
         isOnFirst &= exists;
-        if (!HasAny(isOnFirst)) continue;
+        if (!AnyLane(isOnFirst)) continue;
         EdgeValues<Lane> otherEdges;
         otherEdges.Read(edges, from);
         PointAndEdge<Lane, Lane>(otherEdges, x, y).IsWithin(isHit);
         isHit &= isOnFirst;
-        if (!HasAny(isHit)) continue;
+        if (!AnyLane(isHit)) continue;
 
         // The last lanes may lie past the end.
         for (unsigned int k = 0; k < laneCount && from + k < end; ++k) {

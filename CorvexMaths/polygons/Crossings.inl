@@ -20,19 +20,26 @@ void TPolygon<T, V>::RemoveDuplicateVertices()
 template <class T, template <class> class V>
 void TPolygon<T, V>::RemoveRepeats(const unsigned int* original)
 {
+    // The repeats of each vertex as a chain, ascending.
     const unsigned int vertexCount = this->count;
-    const std::unique_ptr<bool[]> isRepeated(new bool[vertexCount]());
-    for (unsigned int j = 0; j < vertexCount; ++j)
-        if (original[j] != Kernels::noVertex) isRepeated[original[j]] = true;
+    const std::unique_ptr<unsigned int[]> firstRepeat(new unsigned int[vertexCount]);
+    const std::unique_ptr<unsigned int[]> nextRepeat(new unsigned int[vertexCount]);
+    for (unsigned int i = 0; i < vertexCount; ++i) firstRepeat[i] = Kernels::noVertex;
+    for (unsigned int j = vertexCount; j-- > 0;) {
+        if (original[j] == Kernels::noVertex) continue;
+        nextRepeat[j] = firstRepeat[original[j]];
+        firstRepeat[original[j]] = j;
+    }
 
+    // How many of the vertices before one are gone: a binary indexed tree (P. M. Fenwick, "A new data structure for
+    // cumulative frequency tables", 1994).
+    const std::unique_ptr<unsigned int[]> removed(new unsigned int[std::size_t(vertexCount) + 1]());
     for (unsigned int i = 0; i < vertexCount; ++i) {
-        if (!isRepeated[i]) continue;
-        // How many of the vertices before j are gone: all those whose original came up no later than i.
-        unsigned int removedBefore = 0;
-        for (unsigned int j = 0; j < vertexCount; ++j) {
-            if (original[j] == Kernels::noVertex || original[j] > i) continue;
-            if (original[j] == i) this->RemoveAt(j - removedBefore, true);
-            ++removedBefore;
+        for (unsigned int j = firstRepeat[i]; j != Kernels::noVertex; j = nextRepeat[j]) {
+            unsigned int removedBefore = 0;
+            for (unsigned int k = j; k != 0; k &= k - 1) removedBefore += removed[k];
+            this->RemoveAt(j - removedBefore, true);
+            for (std::size_t k = std::size_t(j) + 1; k <= vertexCount; k += k & (~k + 1)) ++removed[k];
         }
     }
 }

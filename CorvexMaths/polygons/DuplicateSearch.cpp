@@ -89,6 +89,11 @@ unsigned int FindDuplicates(const T* points, unsigned int stride, unsigned int c
     const CellTable table(count);
     unsigned int duplicateCount = 0;
     for (unsigned int j = 0; j < count; ++j) {
+        // What is not a number is near nothing and needs no cell.
+        if (std::isnan(outline[j][0]) || std::isnan(outline[j][1])) {
+            original[j] = noVertex;
+            continue;
+        }
         const GridPosition x(static_cast<double>(outline[j][0]));
         const GridPosition y(static_cast<double>(outline[j][1]));
         unsigned int found = noVertex;

@@ -2,8 +2,8 @@
 
 /// The edges of an outline laid out column by column, so that loops over them work on many edges at once.
 
+#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/Lanes.h>
 #include <CorvexMaths/primitives/TEdge.h>
 
 #include <cstddef>
@@ -11,13 +11,6 @@
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
-
-/// Writes a value to all lanes. (Added to lanes of zeros it would lose the sign of a zero.)
-template <class Lane, class T>
-CORVEX_ALWAYS_INLINE void Spread(Lane& lane, T value)
-{
-    for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = value;
-}
 
 /// The columns of the values of an edge.
 enum EdgeColumn : unsigned int

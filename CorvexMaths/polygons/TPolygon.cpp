@@ -6,6 +6,7 @@
 #include <CorvexMaths/polygons/DuplicateSearch.h>
 #include <CorvexMaths/polygons/OffsetKernels.h>
 
+#include <cstddef>
 #include <memory>
 
 namespace Halmont::Orrin::CorvexMaths

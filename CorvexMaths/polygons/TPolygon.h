@@ -95,10 +95,10 @@ public:
     /// once, with nothing touched.
     ///
     /// False means one of two things. No side has exactly one of its two shifted midpoints inside (the distance is too
-    /// large, or the polygon has no area): the vertices, less duplicates, are in their old order, those turned through
+    /// large, or the polygon has no area): the vertices, less duplicates, are in their old order, all
     /// flattened to z of 0 and w of 1. Or no vertex of the raw outline lies at `distance` from the old outline (every
-    /// corner may have vanished): the polygon holds that raw outline. The box is then out of date. Cost: quadratic in
-    /// the number of vertices.
+    /// corner may have vanished): the polygon holds that raw outline. The box is then out of date. A polygon without
+    /// vertices gives false too, unless the distance is 0. Cost: quadratic in the number of vertices.
     bool Offset(T distance, T spacing);
 
     /// Thins the vertices by spacing: keeps vertex 0 and each vertex not nearer than `spacing` to the one kept before

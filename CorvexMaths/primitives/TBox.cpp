@@ -19,8 +19,8 @@ bool IsInRange(T value, T lowest, T highest, T tolerance)
 }
 
 /// Whether 0 lies in the range of the differences of two intervals' bounds. The ring of four corners, and so that of
-/// eight, pairs each bound of one box with each of the other, so these four differences are all there are on an axis. The
-/// strict comparisons pass over NaN, and the bounds may stand in either order.
+/// eight, pairs each bound of one box with each of the other, so these four differences are all there are on an axis.
+/// The strict comparisons pass over NaN, and the bounds may stand in either order.
 template <class T>
 bool IntervalsOverlap(T lowest, T highest, T otherLowest, T otherHighest)
 {

@@ -115,12 +115,12 @@ struct TBox
     /// Whether a line touches the box; see `IntersectWith`.
     bool IsWithin(const TLine3<T>& line, T tolerance) const;
 
-    /// Where a line meets the faces. The planes through the minimum (x, y, z), then those through the maximum, are met in
-    /// turn until two hits are held. A plane is skipped when the direction's component along its axis lies strictly
-    /// between -tolerance and tolerance; a point counts when it lies in the box widened by the tolerance, and as a second
-    /// hit only if it is not equal to the first within the common tolerance, so a line through an edge or a corner
-    /// hits once. True when at least one point counted. The slots are written during the search: after false the first,
-    /// and after a single hit the second, may hold a rejected point or be unwritten.
+    /// Where a line meets the faces. The planes through the minimum (x, y, z), then those through the maximum, are met
+    /// in turn until two hits are held. A plane is skipped when the direction's component along its axis lies strictly
+    /// between -tolerance and tolerance; a point counts when it lies in the box widened by the tolerance, and as a
+    /// second hit only if it is not equal to the first within the common tolerance, so a line through an edge or a
+    /// corner hits once. True when at least one point counted. The slots are written during the search: after false the
+    /// first, and after a single hit the second, may hold a rejected point or be unwritten.
     bool IntersectWith(const TLine3<T>& line, TVector3<T>* first, TVector3<T>* second, T tolerance) const;
     /// The same for a line in the plane z = 0, which the box must reach. The direction is normalised once more on its
     /// way into space. A false result leaves the outputs untouched; after a single hit the second output holds a

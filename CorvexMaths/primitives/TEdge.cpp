@@ -22,8 +22,9 @@ enum class Foot
 template <class V>
 Foot FindFoot(const V& start, const V& end, const V& direction, const V& point)
 {
-    if ((point - start) % direction < 0) return Foot::BeforeStart;
-    if ((point - end) % -direction < 0) return Foot::PastEnd;
+    constexpr auto zero = decltype(direction % direction)(0);
+    if ((point - start) % direction < zero) return Foot::BeforeStart;
+    if ((point - end) % -direction < zero) return Foot::PastEnd;
     return Foot::BesideEdge;
 }
 
@@ -57,8 +58,8 @@ bool IsBeyond(const TEdge3<T>& edge, const TVector3<T>& a, const TVector3<T>& b,
     return false;
 }
 
-/// The weights of three corners that add up to a point, by pivoted decomposition of the matrix of the corners. They mean
-/// nothing if that is singular.
+/// The weights of three corners that add up to a point, by pivoted decomposition of the matrix of the corners. They
+/// mean nothing if that is singular.
 template <class T>
 void SolveWeights(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, const TVector3<T>& point,
                   T* weights)
@@ -199,8 +200,8 @@ int TEdge3<T>::IntersectWith(const TVector3<T>& a, const TVector3<T>& b, const T
     constexpr int inside = 0, none = 1, inPlane = 2, onSide = 3, atCorner = 4;
     if (IsBeyond(*this, a, b, c)) return none;
 
-    // The segment's line meets the plane n . x = n . a at the parameter t. The argument is what a zero is compared with,
-    // the common tolerance the margin.
+    // The segment's line meets the plane n . x = n . a at the parameter t. The argument is what a zero is compared
+    // with, the common tolerance the margin.
     const TVector3<T> n = (b - a) * (c - a);
     const TVector3<T> d = Vertex[1] - Vertex[0];
     const T denominator = n % d;

@@ -57,7 +57,8 @@ struct TEdge2
     TEdge2<T>& operator-=(const TVector2<T>& offset) { return *this = *this - offset; }
     /// Both points as row vectors times the matrix.
     TEdge2<T> operator*(const TMatrix2x2<T>& matrix) const;
-    /// Replaces both points by the matrix times the point as a column, unlike `operator*`: the two differ by a transpose.
+    /// Replaces both points by the matrix times the point as a column, unlike `operator*`: the two differ by a
+    /// transpose.
     TEdge2<T>& operator*=(const TMatrix2x2<T>& matrix);
 
     /// Whether all four coordinates are equal, exactly.
@@ -70,8 +71,8 @@ struct TEdge2
     /// Whether this starts at a lesser x; nothing else is looked at.
     bool operator<(const TEdge2<T>& other) const { return other.Vertex[0].x > Vertex[0].x; }
 
-    /// Whether the perpendicular foot of a point falls on the segment, ends included; no tolerance, and nothing about the
-    /// distance from the line. Every point is within a segment of zero length.
+    /// Whether the perpendicular foot of a point falls on the segment, ends included; no tolerance, and nothing about
+    /// the distance from the line. Every point is within a segment of zero length.
     bool IsWithin(const TVector2<T>& point) const;
     /// Whether a point known to be on the segment's line lies on the segment, by range along one axis, inclusive and
     /// widened by the tolerance: along x, or along y when the extent in x is zero or not above the tolerance.
@@ -82,14 +83,19 @@ struct TEdge2
     /// every point.
     T DistanceToPoint(const TVector2<T>& point, bool* within, bool* beforeStart) const;
     /// Whether two segments cross or touch. A point counts as on the other's line when its cross product is zero within
-    /// `crossTolerance`, inclusively, and is then ranged along the other without tolerance. Segments that touch at an end
-    /// or overlap in part intersect; identical ones and one that lies within a collinear other do not.
+    /// `crossTolerance`, inclusively, and is then ranged along the other without tolerance. Segments that touch at an
+    /// end or overlap in part intersect; identical ones and one that lies within a collinear other do not.
     /// `ignoredTolerance` has no effect.
     bool Intersects(const TEdge2<T>& other, T ignoredTolerance, T crossTolerance) const;
     /// Where the lines that carry the two segments cross, as `TLine2::IntersectWith` finds it with this tolerance.
     /// `within`, which may be null, receives whether the point is within both segments, by `IsWithin`. A false result
     /// leaves both outputs untouched.
     bool IntersectWith(const TEdge2<T>& other, TVector2<T>* point, bool* within, T tolerance) const;
+
+    /// Where the line that carries the segment meets a circle, and which of the hits are on the segment; see
+    /// `TCircle2::IntersectWith`.
+    bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVector2<T>* second, bool* firstWithin,
+                       bool* secondWithin) const;
 };
 
 /// A segment in space, for T of `float` and `double`: a plain value of two points, directed from start to end.
@@ -141,8 +147,8 @@ struct TEdge3
     bool operator<(const TEdge3<T>& other) const { return Vertex[0] < other.Vertex[0]; }
 
     /// The distance of a point from the segment. Before the start, `within` becomes false and `beforeStart` true; past
-    /// the end both become false; else the distance is that from the line, `within` becomes true and `beforeStart` keeps
-    /// what it held. Either pointer may be null. A segment of zero length is at distance 0 from every point.
+    /// the end both become false; else the distance is that from the line, `within` becomes true and `beforeStart`
+    /// keeps what it held. Either pointer may be null. A segment of zero length is at distance 0 from every point.
     T DistanceToPoint(const TVector3<T>& point, bool* within, bool* beforeStart) const;
     /// The point of the segment nearest to a point.
     TVector3<T> GetClosestPoint(const TVector3<T>& point) const;
@@ -152,13 +158,15 @@ struct TEdge3
     ///  2  when the segment is parallel to the triangle's plane and lies in it,
     ///  3  when the crossing lies on exactly one side,
     ///  4  when it lies at a corner.
-    /// Only segments wholly beyond the triangle's range on some axis are told from their lines. Products and weights count
-    /// as zero when they are within the common tolerance of `tolerance` itself, a weight counts as one within `tolerance`
-    /// of 1, all inclusively. The weights solve corners times weights = crossing by LU decomposition, so a triangle whose
-    /// plane passes through the origin leaves them meaningless. `point` is written as soon as the line is known to cross
-    /// the plane, before containment is tested, and may hold a rejected point after 1.
+    /// Only segments wholly beyond the triangle's range on some axis are told from their lines. Products and weights
+    /// count as zero when they are within the common tolerance of `tolerance` itself, a weight counts as one within
+    /// `tolerance` of 1, all inclusively. The weights solve corners times weights = crossing by LU decomposition, so a
+    /// triangle whose plane passes through the origin leaves them meaningless. `point` is written as soon as the line
+    /// is known to cross the plane, before containment is tested, and may hold a rejected point after 1.
     int IntersectWith(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, TVector3<T>* point,
                       T tolerance) const;
+    /// Where the segment meets a plane; see `TPlane::IntersectWith`.
+    bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
 };
 
 extern template struct TEdge2<float>;

@@ -25,7 +25,7 @@ bool FitThrough(Line* line, const V& a, const V& b)
 //   -m2 x + y = c2
 // by LU decomposition with scaled partial pivoting.
 
-/// The solution through the matrix class, for slopes of which one at least is infinite or NaN.
+/// The solution through the matrix class, for slopes whose difference is not finite.
 template <class T>
 bool SolveNonFinite(T m1, T c1, T m2, T c2, TVector2<T>* point)
 {

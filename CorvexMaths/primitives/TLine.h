@@ -59,6 +59,9 @@ struct TLine2
     /// lines are solved in slope and intercept form by pivoted LU decomposition, unless their slopes differ by no more
     /// than the common tolerance, whatever tolerance is passed. A false result leaves the point untouched.
     bool IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tolerance) const;
+
+    /// Where the line meets a circle; see `TCircle2::IntersectWith`.
+    bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* p1, TVector2<T>* p2) const;
 };
 
 /// A line in space, for T of `float` and `double`: a plain value of six scalars.
@@ -85,11 +88,22 @@ struct TLine3
     /// Makes this the line from a through b, with a as its origin. False, and the line as it was, only when the two are
     /// exactly equal; there is no tolerance.
     bool Fit(const TVector3<T>& a, const TVector3<T>& b);
+    /// Makes this the line of least squared distance from the points: through their centroid, along the right singular
+    /// vector of the largest singular value of the centred points, of the lowest index on a tie (K. Pearson, 1901).
+    /// `spread` receives the diameter of the smallest cylinder about the line that holds all points, and to `squares`
+    /// the squared distances are added: it is not set to 0 first. Either may be null. Distances are those of
+    /// `DistanceToPoint` within the common tolerance.
+    ///
+    /// Exactly 2 points set both to 0 and are fitted as by the form above. False for fewer than 2 points, with nothing
+    /// written. Of more, false when the decomposition does not converge within its limit of 30 or all points coincide;
+    /// the origin is then the centroid and nothing else is written. Time and memory in proportion to the number of
+    /// points.
+    bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// The point at a parameter: a signed distance from the origin, as the direction is a unit vector.
     TVector3<T> Evaluate(const T& t) const { return origin + direction * t; }
-    /// The perpendicular distance of a point, by projection on the perpendicular through it rather than by the length of
-    /// one cross product. 0 when every component of the unnormalised perpendicular is zero within the tolerance,
+    /// The perpendicular distance of a point, by projection on the perpendicular through it rather than by the length
+    /// of one cross product. 0 when every component of the unnormalised perpendicular is zero within the tolerance,
     /// inclusively: a point on the line, or a line without a direction.
     T DistanceToPoint(const TVector3<T>& p, T tolerance) const;
 
@@ -98,9 +112,9 @@ struct TLine3
     /// other. Always true. Neither output may be null.
     bool ClosestPoints(const TLine3<T>& other, TVector3<T>* onThis, TVector3<T>* onOther, T tolerance) const;
 
-    /// Where the line meets a triangle, from either side (T. Möller, B. Trumbore, 1997). False when the determinant lies
-    /// strictly within the common tolerance of 0, whatever tolerance is passed, or when a barycentric coordinate lies
-    /// outside by more than the tolerance; a hit exactly at the tolerance is kept. The point is rebuilt from the
+    /// Where the line meets a triangle, from either side (T. Möller, B. Trumbore, 1997). False when the determinant
+    /// lies strictly within the common tolerance of 0, whatever tolerance is passed, or when a barycentric coordinate
+    /// lies outside by more than the tolerance; a hit exactly at the tolerance is kept. The point is rebuilt from the
     /// barycentric coordinates, so it lies in the triangle's plane; `distance`, which may be null, receives the signed
     /// parameter along the line. Hits behind the origin count. A false result leaves both outputs untouched.
     bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
@@ -116,6 +130,17 @@ struct TLine3
 
     /// Where the line meets a box; see `TBox::IntersectWith`.
     bool IntersectWith(const TBox<T>& box, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
+
+    /// Where the line meets a sphere; see `TSphere::IntersectWith`.
+    bool IntersectWith(const TSphere<T>& sphere, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
+    /// Where the line meets a triangle, from either side: the form above with the triangle's corners.
+    bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
+    /// The same with the back face culled.
+    bool IntersectWithBFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
+    /// The same with the front face culled.
+    bool IntersectWithFFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
+    /// Where the line meets a plane; see `TPlane::IntersectWith`.
+    bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
 };
 
 extern template struct TLine2<float>;

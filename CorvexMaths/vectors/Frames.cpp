@@ -14,8 +14,8 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-// The component of the unit axis that OrthonormalX crosses with: that of the smallest absolute value, ties with z to z,
-// a tie of x and y alone to y.
+// The unit axis that OrthonormalX crosses with: that of the component of smallest absolute value, ties with z to z, a
+// tie of x and y alone to y.
 template <class T>
 TVector3<T> SmallestAxis(const TVector3<T>& v)
 {
@@ -46,8 +46,8 @@ unsigned int FirstUnmarked(const bool (&marked)[4])
 }
 
 // The vector that is orthogonal to the first `order` of the given ones, with 1 in every component that is not marked as
-// unknown. The unknowns, `order` in number, solve the system whose rows are those components of the given vectors; where
-// it cannot be solved they are zeros. Matrix is the fixed matrix of that order.
+// unknown. The unknowns, `order` in number, solve the system whose rows are those components of the given vectors;
+// where it cannot be solved they are zeros. Matrix is the fixed matrix of that order.
 template <unsigned int order, class Matrix, class T>
 TVector4<T> OrthogonalTo(const TVector4<T>* given, const bool (&unknown)[4])
 {

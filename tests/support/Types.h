@@ -31,9 +31,9 @@ struct Family
     static constexpr unsigned int dimension = sizeof(Vector) / sizeof(Scalar);
 };
 
-using PointFamily = ::testing::Types<Family<float, Maths::TVector2>, Family<float, Maths::TVector3>,
-                                     Family<float, Maths::TVector4>, Family<double, Maths::TVector2>,
-                                     Family<double, Maths::TVector3>, Family<double, Maths::TVector4>>;
+using PointFamily =
+    ::testing::Types<Family<float, Maths::TVector2>, Family<float, Maths::TVector3>, Family<float, Maths::TVector4>,
+                     Family<double, Maths::TVector2>, Family<double, Maths::TVector3>, Family<double, Maths::TVector4>>;
 
 /// Names the instances of typed tests: "float", "double", "float3" ...
 struct TypeNames

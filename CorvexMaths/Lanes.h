@@ -1,0 +1,105 @@
+#pragma once
+
+/// Several independent values side by side in one register. Internal.
+///
+/// A lane operation is the same rounded operation on each value, so the width of a register moves no bit. The baseline
+/// is 16 bytes. On x86-64 a kernel may be compiled a second time for 32 bytes and chosen at run time; it is compiled
+/// without fused multiply-add, which would round differently. The vector types are those that g++ and clang++ share.
+
+#include <cstdint>
+#include <cstring>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+#define CORVEX_ALWAYS_INLINE __attribute__((always_inline)) inline
+
+/// A register of `Bytes` bytes of T.
+template <class T, unsigned int Bytes>
+struct Lanes
+{
+    typedef T Type __attribute__((vector_size(Bytes)));
+    static constexpr unsigned int count = Bytes / sizeof(T);
+};
+
+/// The width that every processor of the architecture has.
+inline constexpr unsigned int baselineBytes = 16;
+
+/// The register of that width.
+template <class T>
+using BaselineLanes = typename Lanes<T, baselineBytes>::Type;
+
+/// What a comparison of such registers gives: integers of the width of T, all bits set where it holds.
+template <class T>
+using BaselineMask = decltype(BaselineLanes<T>() < BaselineLanes<T>());
+
+/// How many values it holds.
+template <class T>
+inline constexpr unsigned int baselineCount = Lanes<T, baselineBytes>::count;
+
+#if defined(__x86_64__) && !defined(CORVEX_NO_WIDE_LANES)
+/// Marks the wide variant of a kernel, and whether this processor can run it. The compiler clears the upper halves of
+/// the registers on the way out.
+#define CORVEX_WIDE_LANES __attribute__((target("avx2")))
+inline constexpr unsigned int wideBytes = 32;
+inline bool HasWideLanes()
+{
+    return __builtin_cpu_supports("avx2") != 0;
+}
+#endif
+
+// Lanes of a kernel that is compiled for both widths go through arguments alone; returned, they would depend on the
+// target.
+
+/// Reads a register from any address.
+template <class Lane, class T>
+CORVEX_ALWAYS_INLINE void Load(Lane& lane, T const* source)
+{
+    std::memcpy(&lane, source, sizeof(Lane));
+}
+
+/// Writes a register to any address.
+template <class Lane, class T>
+CORVEX_ALWAYS_INLINE void Store(T* target, Lane const& lane)
+{
+    std::memcpy(target, &lane, sizeof(Lane));
+}
+
+/// Writes a value to all lanes. (Added to lanes of zeros it would lose the sign of a zero.)
+template <class Lane, class T>
+CORVEX_ALWAYS_INLINE void Spread(Lane& lane, T value)
+{
+    for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = value;
+}
+
+/// Whether a comparison holds in any lane.
+template <class Mask>
+CORVEX_ALWAYS_INLINE bool AnyLane(Mask const& mask)
+{
+    std::uint64_t words[sizeof(Mask) / sizeof(std::uint64_t)];
+    std::memcpy(words, &mask, sizeof(words));
+    std::uint64_t any = 0;
+    for (std::uint64_t const word : words) any |= word;
+    return any != 0;
+}
+
+/// Reads a register of the baseline's width.
+template <class T>
+inline BaselineLanes<T> LoadLanes(T const* values)
+{
+    BaselineLanes<T> lanes;
+    Load(lanes, values);
+    return lanes;
+}
+
+/// Reads every `stride`-th value.
+template <class T, unsigned int stride>
+inline BaselineLanes<T> GatherLanes(T const* values)
+{
+    if constexpr (baselineCount<T> == 2)
+        return BaselineLanes<T>{values[0], values[stride]};
+    else
+        return BaselineLanes<T>{values[0], values[stride], values[2 * stride], values[3 * stride]};
+}
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -1,0 +1,184 @@
+#pragma once
+
+/// The fits of circles in space. Included by TCircle.cpp.
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+namespace
+{
+
+/// A point in the coordinates of a circle's plane, with its squared distance from their origin.
+template <class T>
+struct PlanePoint
+{
+    T x, y, s;
+
+    PlanePoint(const TVector3<T>& point, const TVector3<T>& e1, const TVector3<T>& e2)
+        : x(point % e1), y(point % e2), s(x * x + y * y)
+    {}
+};
+
+/// The fit of a circle to points in the coordinates X, Y of their plane, in the unknowns a, b (the centre) and r.
+template <class T>
+class CircleFit
+{
+public:
+    T a = T(0);
+    T b = T(0);
+    T r = T(0);
+    /// The residuals of the last step, from before it was taken.
+    T squares = T(0);
+    T lowest = Kernels::measureBeforeSteps<T>;
+    T highest = -Kernels::measureBeforeSteps<T>;
+
+    explicit CircleFit(unsigned int pointCount)
+        : count(pointCount),
+          buffer(new T[std::size_t(pointCount) * 2]),
+          x(buffer.get()),
+          y(x + pointCount),
+          system(pointCount)
+    {}
+
+    void SetPoint(unsigned int i, const PlanePoint<T>& point)
+    {
+        x[i] = point.x;
+        y[i] = point.y;
+        SetRow(i, T(2) * point.x, T(2) * point.y, point.s);
+    }
+
+    /// The algebraic fit, linear in its unknowns: 2 X a + 2 Y b - k = X^2 + Y^2, where k = a^2 + b^2 - r^2. It leaves k
+    /// in r, which the first step corrects, the residual being linear in r. False when it could not be solved.
+    bool FitAlgebraically()
+    {
+        if (!system.Solve()) return false;
+        a = system.solution[0];
+        b = system.solution[1];
+        r = system.solution[2];
+        return true;
+    }
+
+    /// Gauss-Newton steps on the distances, at most so many. With L the distance of a point from the centre, the step
+    /// satisfies -(X - a) / L da - (Y - b) / L db - dr = -(L - r). False when a system could not be solved or the steps
+    /// ran out.
+    bool Refine(T tolerance, unsigned int iterations)
+    {
+        T last = Kernels::measureBeforeSteps<T>;
+        T measure = Kernels::measureOfNoStep<T>;
+        for (unsigned int i = 0; i < iterations; ++i) {
+            if (!(last > measure)) return true;
+            last = measure;
+            Linearise();
+            if (!system.Solve()) return false;
+
+            // The measure is the product of parameters and step, not the step's length: a step against the parameters
+            // ends the fit at once.
+            const T* const step = system.solution;
+            a += step[0];
+            b += step[1];
+            r += step[2];
+            measure = a * step[0] + b * step[1] + r * step[2];
+            if (measure < tolerance) return true;
+        }
+        return false;
+    }
+
+private:
+    /// Fills the system of a step and tallies the residuals.
+    void Linearise()
+    {
+        squares = T(0);
+        lowest = Kernels::measureBeforeSteps<T>;
+        highest = -Kernels::measureBeforeSteps<T>;
+        for (unsigned int i = 0; i < count; ++i) {
+            const T dx = x[i] - a;
+            const T dy = y[i] - b;
+            const T length = Numbers::SquareRoot(dx * dx + dy * dy);
+            const T residual = length - r;
+            SetRow(i, -dx / length, -dy / length, -residual);
+            squares += residual * residual;
+            if (residual < lowest) lowest = residual;
+            if (residual > highest) highest = residual;
+        }
+    }
+
+    void SetRow(unsigned int i, T first, T second, T right)
+    {
+        T* const row = system[i];
+        row[0] = first;
+        row[1] = second;
+        row[2] = T(-1);
+        system.Right(i) = right;
+    }
+
+    unsigned int count;
+    std::unique_ptr<T[]> buffer;
+    T* x;
+    T* y;
+    Kernels::LeastSquares<T, 3> system;
+};
+
+} // namespace
+
+template <class T>
+bool TCircle3<T>::Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance)
+{
+    // 1. The points about their centroid, in the axes of their plane.
+    const TVector3<T> middle = (a + b + c) / T(3);
+    const TVector3<T> fromMiddle[3] = {a - middle, b - middle, c - middle};
+    normal = (a - b) * (c - b);
+    if (normal.GetLengthSquared() == T(0)) return false;
+    normal.Normalise();
+    TVector3<T> e1, e2;
+    normal.OrthonormalXY(&e1, &e2);
+    const auto [x1, y1, s1] = PlanePoint<T>(fromMiddle[0], e1, e2);
+    const auto [x2, y2, s2] = PlanePoint<T>(fromMiddle[1], e1, e2);
+    const auto [x3, y3, s3] = PlanePoint<T>(fromMiddle[2], e1, e2);
+
+    // 2. The circle is d (x^2 + y^2) - e x + f y - g = 0, with the minors of the determinant equation of the points.
+    const T d = (x3 - x2) * y1 + (y2 - y3) * x1 + (y3 * x2 - y2 * x3);
+    if (std::isnan(d) || Numbers::IsZero(d, tolerance)) return false;
+    const T e = (y2 - y3) * s1 + (s3 - s2) * y1 + (s2 * y3 - s3 * y2);
+    const T f = (x2 - x3) * s1 + (s3 - s2) * x1 + (s2 * x3 - s3 * x2);
+    const T g = (s3 * y2 - s2 * y3) * x1 + (y3 * x2 - y2 * x3) * s1 + (s2 * x3 - s3 * x2) * y1;
+
+    // 3. Centre and radius.
+    const T u = e / d * T(0.5);
+    const T v = f / d * T(-0.5);
+    centre = middle + e1 * u + e2 * v;
+    radius = Numbers::SquareRoot(T(4) * d * g + f * f + e * e) / Numbers::Absolute(d) * T(0.5);
+    return true;
+}
+
+template <class T>
+bool TCircle3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance, unsigned int iterations)
+{
+    const unsigned int count = points.GetCount();
+    if (count < 3) return false;
+    if (count == 3) {
+        if (spread != nullptr) *spread = T(0);
+        if (squares != nullptr) *squares = T(0);
+        return Fit(points[0], points[1], points[2], tolerance);
+    }
+
+    // 1. The plane of the points, and axes in it.
+    TPlane<T> plane;
+    if (!plane.Fit(points, nullptr, nullptr)) return false;
+    TVector3<T> e1, e2;
+    plane.normal.OrthonormalXY(&e1, &e2);
+
+    // 2. The circle in these axes: a linear fit, then steps on the distances.
+    CircleFit<T> fit(count);
+    for (unsigned int i = 0; i < count; ++i) fit.SetPoint(i, PlanePoint<T>(points[i] - plane.point, e1, e2));
+    const bool isFitted = fit.FitAlgebraically() && fit.Refine(tolerance, iterations);
+
+    // 3. The result, whatever came of the steps.
+    radius = fit.r;
+    centre = plane.point + e1 * fit.a + e2 * fit.b;
+    normal = plane.normal;
+    if (squares != nullptr) *squares = fit.squares;
+    if (spread != nullptr) *spread = fit.highest - fit.lowest;
+    return isFitted;
+}
+
+} // namespace Halmont::Orrin::CorvexMaths

@@ -1,0 +1,62 @@
+#pragma once
+
+/// Spheres: intersection with lines, and the fit to points.
+
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/vectors/TVector3.h>
+#include <CorvexMaths/vectors/TVector4.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A sphere, for T of `float` and `double`: four scalars behind a virtual destructor. Lengths are in the caller's unit.
+template <class T>
+class CORVEX_API TSphere
+{
+public:
+    /// The centre in x, y and z, the radius in w.
+    TVector4<T> sphere;
+
+    /// Radius 0 at the origin.
+    TSphere() : TSphere(T(0)) {}
+    /// The sphere of a radius about the origin.
+    TSphere(const T& radius) : TSphere(radius, T(0), T(0), T(0)) {}
+    /// The sphere of a radius about a point: the radius comes first.
+    TSphere(const T& radius, const TVector3<T>& centre) : TSphere(radius, centre.x, centre.y, centre.z) {}
+    /// The sphere of a radius about (x, y, z): the radius comes first.
+    TSphere(const T& radius, const T& x, const T& y, const T& z) : sphere(x, y, z, radius) {}
+    /// A copy of the four scalars.
+    TSphere(const TSphere& other) = default;
+    /// Copies the four scalars.
+    TSphere& operator=(const TSphere& other) = default;
+    /// Nothing to release.
+    virtual ~TSphere() = default;
+
+    /// Where a line of unit direction meets the sphere: `p1` lies earlier along the line than `p2`, unlike the hits of
+    /// `TCircle2::IntersectWith`. The tolerance is the least discriminant (four times the squared half chord) that
+    /// counts as a hit, inclusively: above 0 it rejects lines near a tangent, and below 0 it lets misses through with
+    /// NaN in both points. False writes nothing. That the direction is of unit length is not checked.
+    bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
+
+    /// Fits a sphere to points.
+    ///
+    /// To four points exactly, by determinants, whatever `iterations` says. False, and the sphere as it was, when the
+    /// determinant of the points (six times the volume of their tetrahedron) is not above 1e-16 in absolute value.
+    ///
+    /// To any other number by an algebraic fit about the centroid, from which at most `iterations` Gauss-Newton steps
+    /// on the distances to the surface follow. A component of the algebraic centre that is zero within the common
+    /// tolerance becomes exactly 0. The steps end when the squared step of the centre is not above 1e-16 (that step is
+    /// not taken) or has not become less than the one before; to run out of iterations is no failure. False when a
+    /// system could not be solved, as for fewer than four points: the sphere then holds what it had reached, which
+    /// after the first system is the centroid with the old radius. Each step decomposes a matrix of as many rows as
+    /// points and 4 columns.
+    ///
+    /// `spread`, which may be null, receives the width of the shell about the centre that holds all points; nothing
+    /// after a false result.
+    bool Fit(TPointSet<T, TVector3>& points, T* spread, unsigned int iterations);
+};
+
+extern template class TSphere<float>;
+extern template class TSphere<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths

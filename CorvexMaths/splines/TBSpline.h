@@ -1,0 +1,178 @@
+#pragma once
+
+/// B-spline curves over control points, and their least-squares fit to data.
+
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/pointsets/TPointSet.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// How the knots of a spline are built.
+enum KnotType : unsigned int
+{
+    Uniform = 0, ///< Evenly spaced over 0 to 1, from the first knot to the last.
+    Clamped = 1  ///< The first `order` knots 0, those from the control point count on 1, evenly spaced between.
+};
+
+/// A non-rational B-spline curve. Its control points are the elements of the point set that it is: they are edited as
+/// any list is, and each edit that fires a hook builds the knots anew.
+///
+/// The basis functions follow from the recursion of M. G. Cox ("The numerical evaluation of B-splines", 1972) and C. de
+/// Boor ("On calculating with B-splines", 1972). Two tests with the common tolerance belong to it, absolute and
+/// inclusive: a knot span within it counts as empty, and a term within it is dropped, so that the basis functions need
+/// not sum to 1 exactly.
+///
+/// A parameter u runs from 0 to 1. With `Uniform` knots it is mapped to the knots from index `order` to the control
+/// point count, so that the curve meets neither its first nor its last control point; with `Clamped` knots it is mapped
+/// to all of them. From the right end on it is taken 1e-6 inside. There is no clamp at the left end.
+///
+/// Since each addition builds all knots, appending n points one by one costs in proportion to the square of n; a range
+/// is added at once. What fires no hook or only `Cleared` (`RemoveAt` without order kept, `Clear`, removal of all from
+/// an end) leaves the knots of the old points until the next hook or setter.
+///
+/// Preconditions, not checked: an order of at least 1; and for whatever evaluates the curve at least one control point,
+/// knots that are up to date, and a type that is one of the two.
+///
+/// Evaluation is not const and two threads may not evaluate one spline: the basis functions are left in `coefficients`.
+template <class T, template <class> class V>
+class CORVEX_API TBSpline : public TPointSet<T, V>
+{
+protected:
+    /// The number of knots: the control point count plus the order.
+    unsigned int knotCount;
+
+    /// The number of basis functions of order 1: one less than the knots.
+    unsigned int coefficientCount;
+
+    /// The knots, not decreasing, from 0 to 1. Empty for a type that is neither of the two.
+    TList<T> knots;
+
+    /// The basis functions at the last parameter asked for; the first of them, as many as control points, are of the
+    /// full order.
+    TList<T> coefficients;
+
+    /// How the knots are built.
+    KnotType type;
+
+    /// The polynomial degree plus 1.
+    unsigned int order;
+
+public:
+    /// An empty spline. The sizes are those of the list of control points; `stepSize` is the grow size of the knots and
+    /// coefficients too, and decides what is allocated for them. There are no knots until the first control point.
+    TBSpline(unsigned int splineOrder, KnotType knotType, unsigned int initialCapacity, unsigned int stepSize);
+
+    /// The spline with the points of a set for control points.
+    TBSpline(TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
+
+    /// A copy, knots and coefficients as they stand; the box is calculated anew.
+    TBSpline(const TBSpline& other);
+
+    /// Assigns the point set, under the hooks of this spline, then all else as it stands in the other. A spline
+    /// assigned to itself ends without control points and without knots.
+    TBSpline& operator=(const TBSpline& other);
+
+    /// Frees knots, coefficients and control points; no hook fires.
+    ~TBSpline() override;
+
+    /// The point of the curve at u: the sum over the control points, in their order, of the basis function times the
+    /// point, from zeros in all components, w included. Allocates nothing. Every knot and control point is looked at,
+    /// so that the cost grows with their number, but only `order` of them as a rule take part in the arithmetic.
+    V<T> Evaluate(T u);
+
+    /// Replaces the contents of `out` by points of the curve, at u of 0 and on in steps as long as u is below 1, and
+    /// then at 1. `step` is a difference of parameters, or, by length, a distance along the curve, turned into a
+    /// parameter by the share that it has of the chord length in steps of 0.01, at most 1. A step of 0 leaves `out`
+    /// empty. `out` is cleared and appended to with its hooks, and must not be this spline.
+    ///
+    /// The step must not be negative: the loop would not end.
+    void Evaluate(TPointSet<T, V>* out, T step, bool byLength);
+
+    /// The polynomial degree plus 1.
+    unsigned int GetOrder() const { return order; }
+    /// How the knots are built.
+    KnotType GetType() const { return type; }
+
+    /// Sets the order and builds the knots anew.
+    void SetOrder(unsigned int splineOrder);
+    /// Sets the type and builds the knots anew.
+    void SetType(KnotType knotType);
+
+    /// Replaces the control points by the `controlCount` that fit a sequence of data best by least squares, by singular
+    /// value decomposition of the full design matrix. The data get centripetal parameters (E. T. Y. Lee, "Choosing
+    /// nodes in parametric curve interpolation", 1989), the curve clamped knots that average those parameters. The
+    /// average is taken at the knot's own index, so that with more data than control points the inner knots gather near
+    /// the start.
+    ///
+    /// With `endConditions` two equations ask for second derivatives of 0 at both ends, and of 1 in a fourth component:
+    /// their right sides are default vectors, which are appended to `points`, with its hooks, and stay there.
+    ///
+    /// After success the type is what it was. A `Uniform` spline is closed by `Wrap`, which builds its knots anew;
+    /// where that does nothing, and on a `Clamped` spline, the averaged knots stay until the next hook or setter puts
+    /// evenly spaced ones in their place, which change the curve. The box is that of default vectors.
+    ///
+    /// There is no result. Where the decomposition does not converge or the data leave a control point undetermined (a
+    /// singular value zero within the common tolerance, as with coinciding data), the control points are default
+    /// vectors and the type is `Clamped`; in the latter case `points` has its two vectors more, in the former it is
+    /// untouched.
+    ///
+    /// Preconditions: an order of at least 2, one data point at least, no more control points than data, `points` not
+    /// this spline. Costs rise with the number of data times the square of that of control points.
+    void Fit(TPointSet<T, V>& points, unsigned int controlCount, bool endConditions);
+
+    /// Appends copies of the first `order` control points, one by one, with hooks; does nothing unless there are more
+    /// control points than the order. It closes a curve with `Uniform` knots, and only such. A second call appends
+    /// again.
+    void Wrap();
+
+    /// The length of the chords over the curve from one parameter to another in steps of `step`, with a shorter chord
+    /// at the end where the steps do not meet it. All components count. It lies below the length of the arc. With `end`
+    /// before `start`, or nearer than a step, it is the one chord between the two.
+    ///
+    /// The step must be above 0: the loop would not end.
+    T GetLength(T start, T end, T step);
+    /// The length of the chords over the whole curve.
+    T GetLength(T step) { return GetLength(T(0), T(1), step); }
+
+protected:
+    /// Extends the box and builds the knots anew.
+    void ElementAdded(V<T>& point) override;
+    /// As above.
+    void ElementsAdded(V<T>* points, unsigned int pointCount) override;
+    /// Recalculates the box as the point set does and builds the knots anew.
+    void ElementRemoved(V<T>& point) override;
+    /// As above.
+    void ElementsRemoved(V<T>* points, unsigned int pointCount) override;
+
+private:
+    /// Builds the knots for the control points there are, and sets the coefficients to 0.
+    void AssignPersistentMembers();
+
+    /// The parameter on the scale of the knots, kept inside the right end.
+    T MapToKnots(T u) const;
+
+    /// Sets the coefficients to the basis functions of the full order.
+    void CalculateCoefficients(T u);
+    /// Sets the coefficients to the basis functions of the order `levels`; 0 gives those of order 1.
+    void CalculateCoefficients(T u, unsigned int levels);
+
+    /// Writes, for each control point, the second derivative of its basis function as the fit asks for it: by the
+    /// formula of order `order` - 1, so that it is 0 throughout up to order 3, where no knot is read. The order is at
+    /// least 2. The coefficients are left at the order `order` - 2.
+    void GetSecondDerivatives(T u, T* out);
+
+    /// The equations of the fit: a row of basis functions for each parameter, then those of the two ends.
+    void FillDesignMatrix(const TList<T>& parameters, unsigned int controlCount, bool endConditions,
+                          TMatrixMxN<T>* matrix);
+};
+
+extern template class TBSpline<float, TVector2>;
+extern template class TBSpline<float, TVector3>;
+extern template class TBSpline<float, TVector4>;
+extern template class TBSpline<double, TVector2>;
+extern template class TBSpline<double, TVector3>;
+extern template class TBSpline<double, TVector4>;
+
+} // namespace Halmont::Orrin::CorvexMaths

@@ -1,0 +1,58 @@
+#include "../support/Types.h"
+
+#include <limits>
+#include <tuple>
+
+using namespace CorvexTest::Maths;
+
+template <class T>
+struct PlaneTest : ::testing::Test
+{};
+TYPED_TEST_SUITE(PlaneTest, CorvexTest::Scalars, CorvexTest::TypeNames);
+
+TYPED_TEST(PlaneTest, MeetsEdgesAndTriangles)
+{
+    using V = TVector3<TypeParam>;
+    constexpr TypeParam least = std::numeric_limits<TypeParam>::denorm_min();
+    const TPlane<TypeParam> level(0, 0, 0, 0, 0, 2);
+    const V none(-9, -9, -9), corner;
+    // Heights of the corners over (0, 0), (4, 0), (0, 4), and the points and indices of the edges that are found.
+    const std::tuple<const char*, V, TypeParam, V, unsigned int, V, unsigned int, bool> rows[] = {
+        {"through", {-1, 3, 1}, 0, {1, 0, 0}, 0, {0, 2, 0}, 2, true},
+        {"touching", {0, 1, 1}, 0, corner, 0, corner, 2, false},
+        {"through a corner", {0, 1, -1}, 0, corner, 0, {2, 2, 0}, 1, true},
+        {"corner below the tolerance", {0.125, 1, 1}, 0.25, {0, 0, 0.125}, 0, {0, 0, 0.125}, 2, false},
+        {"corner at the tolerance", {0.25, 1, 1}, 0.25, none, 9, none, 9, false},
+        {"edge in the plane", {0, 0, -1}, 0, {4, 0, 0}, 1, corner, 2, false},
+        {"product that underflows", {least, least, 1}, 0, {2, 0, least}, 0, none, 9, false}};
+    for (const auto& [name, z, tolerance, first, edge1, second, edge2, intersects] : rows) {
+        const TTriangle3<TypeParam> triangle(V(0, 0, z.x), V(4, 0, z.y), V(0, 4, z.z));
+        V p1 = none, p2 = none, where = none;
+        unsigned int e1 = 9, e2 = 9;
+        EXPECT_EQ(level.IntersectWith(triangle, &p1, &p2, &e1, &e2, tolerance), edge2 != 9) << name;
+        EXPECT_TRUE(p1 == first && e1 == edge1 && p2 == second && e2 == edge2) << name;
+        TEdge3<TypeParam>(triangle.corners[0], triangle.corners[1]).IntersectWith(level, &where, tolerance);
+        EXPECT_TRUE(where == (edge1 == 0 ? first : none) && level.Intersects(triangle) == intersects) << name;
+    }
+}
+
+TYPED_TEST(PlaneTest, MeetsLinesAndPlanesAndRoundsByItsForm)
+{
+    using V = TVector3<TypeParam>;
+    TPlane<TypeParam> plane(1, 0, 0, 1, 0, 0), other(0, 0, 2, 0, 0, 1);
+    TLine3<TypeParam> line;
+    other.normal = V(0, 0, 2);
+    EXPECT_TRUE(plane.IntersectWith(other, &line, 0) && line.direction == V(0, -1, 0) && line.origin == V(1, 0, -4));
+    other.normal = V(); // The matrix has no inverse, and the origin stays.
+    EXPECT_TRUE(plane.IntersectWith(other, &line, 0) && line.direction == V() && line.origin == V(1, 0, -4));
+    other.normal = V(-0.75, 0, 1), line.direction = V(-0.25, 1, 0);
+    EXPECT_FALSE(plane.IntersectWith(other, &line, TypeParam(0.25))) << "at the tolerance";
+    EXPECT_TRUE(line.IntersectWith(plane, &other.point, TypeParam(0.25)) && other.point == line.origin) << "likewise";
+    EXPECT_FALSE(line.IntersectWith(plane, &other.point, TypeParam(0.5)));
+
+    const V a(TypeParam(0.1), 1, TypeParam(0.3)), b(3, TypeParam(0.7), 1), c(1, 5, TypeParam(0.9));
+    const TPlane<TypeParam> made(a, (b - a) * (c - a)), fitted(a, (b - a) * (c - b));
+    EXPECT_TRUE(TPlane<TypeParam>(a, b, c) == made && !(made == fitted));
+    plane.Fit(a, b, c);
+    EXPECT_TRUE(plane == fitted && plane.SignedDistanceToPoint(a - fitted.normal) < 0);
+}
