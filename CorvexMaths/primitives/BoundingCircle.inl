@@ -8,6 +8,27 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
+/// The circle through three points a, b, c, by Cramer's rule on the bisectors of two sides. A value is a scalar, or a
+/// register of scalars of T of as many circles side by side.
+template <class T, class Value>
+struct ThreePointCircle
+{
+    /// 0 where there is no circle.
+    Value determinant;
+    /// The centre.
+    Value x, y;
+
+    CORVEX_ALWAYS_INLINE ThreePointCircle(Value ax, Value ay, Value bx, Value by, Value cx, Value cy)
+        : determinant(T(2) * (ax * (by - cy) + bx * (cy - ay) + cx * (ay - by)))
+    {
+        const Value sa = ax * ax + ay * ay;
+        const Value sb = bx * bx + by * by;
+        const Value sc = cx * cx + cy * cy;
+        x = (sa * (by - cy) + sb * (cy - ay) + sc * (ay - by)) / determinant;
+        y = (sb * (ax - cx) + sa * (cx - bx) + sc * (bx - ax)) / determinant;
+    }
+};
+
 /// The index of the first point, from one on, whose squared distance from the centre is outside; `count` for none.
 template <class T, class IsOutside>
 unsigned int FindOutsider(const TVector2<T>* points, unsigned int from, unsigned int count, const TVector2<T>& centre,

@@ -3,50 +3,14 @@
 #include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/containers/TList.h>
-#include <CorvexMaths/pointsets/TPointSet.h>
-#include <CorvexMaths/primitives/LeastSquares.h>
+#include <CorvexMaths/primitives/PlanePoint.h>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
-#include <CorvexMaths/primitives/TPlane.h>
 
 #include <cmath>
 #include <limits>
-#include <memory>
-
-namespace Halmont::Orrin::CorvexMaths
-{
-
-namespace
-{
-
-/// The circle through three points a, b, c, by Cramer's rule on the bisectors of two sides. A value is a scalar, or a
-/// register of scalars of T of as many circles side by side.
-template <class T, class Value>
-struct ThreePointCircle
-{
-    /// 0 where there is no circle.
-    Value determinant;
-    /// The centre.
-    Value x, y;
-
-    CORVEX_ALWAYS_INLINE ThreePointCircle(Value ax, Value ay, Value bx, Value by, Value cx, Value cy)
-        : determinant(T(2) * (ax * (by - cy) + bx * (cy - ay) + cx * (ay - by)))
-    {
-        const Value sa = ax * ax + ay * ay;
-        const Value sb = bx * bx + by * by;
-        const Value sc = cx * cx + cy * cy;
-        x = (sa * (by - cy) + sb * (cy - ay) + sc * (ay - by)) / determinant;
-        y = (sb * (ax - cx) + sa * (cx - bx) + sc * (bx - ax)) / determinant;
-    }
-};
-
-} // namespace
-
-} // namespace Halmont::Orrin::CorvexMaths
 
 #include <CorvexMaths/primitives/BoundingCircle.inl>
-
-#include <CorvexMaths/primitives/CircleFit.inl>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -109,6 +73,36 @@ bool TEdge2<T>::IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVe
                               bool* secondWithin) const
 {
     return circle.IntersectWith(*this, first, second, firstWithin, secondWithin);
+}
+
+template <class T>
+bool TCircle3<T>::Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance)
+{
+    // 1. The points about their centroid, in the axes of their plane.
+    const TVector3<T> middle = (a + b + c) / T(3);
+    const TVector3<T> fromMiddle[3] = {a - middle, b - middle, c - middle};
+    normal = (a - b) * (c - b);
+    if (normal.GetLengthSquared() == T(0)) return false;
+    normal.Normalise();
+    TVector3<T> e1, e2;
+    normal.OrthonormalXY(&e1, &e2);
+    const auto [x1, y1, s1] = Kernels::PlanePoint<T>(fromMiddle[0], e1, e2);
+    const auto [x2, y2, s2] = Kernels::PlanePoint<T>(fromMiddle[1], e1, e2);
+    const auto [x3, y3, s3] = Kernels::PlanePoint<T>(fromMiddle[2], e1, e2);
+
+    // 2. The circle is d (x^2 + y^2) - e x + f y - g = 0, with the minors of the determinant equation of the points.
+    const T d = (x3 - x2) * y1 + (y2 - y3) * x1 + (y3 * x2 - y2 * x3);
+    if (std::isnan(d) || Numbers::IsZero(d, tolerance)) return false;
+    const T e = (y2 - y3) * s1 + (s3 - s2) * y1 + (s2 * y3 - s3 * y2);
+    const T f = (x2 - x3) * s1 + (s3 - s2) * x1 + (s2 * x3 - s3 * x2);
+    const T g = (s3 * y2 - s2 * y3) * x1 + (y3 * x2 - y2 * x3) * s1 + (s2 * x3 - s3 * x2) * y1;
+
+    // 3. Centre and radius.
+    const T u = e / d * T(0.5);
+    const T v = f / d * T(-0.5);
+    centre = middle + e1 * u + e2 * v;
+    radius = Numbers::SquareRoot(T(4) * d * g + f * f + e * e) / Numbers::Absolute(d) * T(0.5);
+    return true;
 }
 
 template <class T>

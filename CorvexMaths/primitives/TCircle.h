@@ -22,9 +22,9 @@ struct TCircle2
     /// All zero.
     TCircle2() = default;
     /// The circle of a radius about (x, y): the radius comes first.
-    TCircle2(const T& length, const T& x, const T& y) : centre(x, y), radius(length) {}
+    TCircle2(const T& size, const T& x, const T& y) : centre(x, y), radius(size) {}
     /// The circle of a radius about a point: the radius comes first.
-    TCircle2(const T& length, const TVector2<T>& middle) : centre(middle), radius(length) {}
+    TCircle2(const T& size, const TVector2<T>& middle) : centre(middle), radius(size) {}
 
     /// Makes this the circle through three points. False, and the circle as it was, only where the determinant of the
     /// points (four times the area of their triangle) is exactly 0; there is no tolerance, so that points nearly on one
@@ -49,13 +49,15 @@ struct TCircle2
     /// Grows this circle to the minimum bounding circle of the points, incrementally in their given order (E. Welzl,
     /// 1991, unrolled into three nested scans, without a shuffle). The circle starts from what it holds: only one that
     /// was default-constructed ends as the minimum, and one that holds all points stays. A point counts as outside
-    /// beyond the common tolerance.
+    /// beyond the common tolerance; where two points span the circle, points up to 1e-4 (the `float` nearest to it,
+    /// absolute) beyond its rim are let in and not looked at again, so that the result may miss points by a few times
+    /// that.
     ///
     /// Each outsider of a scan starts the next scan over all points before it, so that time is linear for points in
     /// random order and up to cubic for an adverse one. Nothing is allocated. Where all points so far are exactly
     /// collinear with two that must lie on the circle, and those two do not span them, the search goes on from radius 0
     /// at the origin, and the result may then miss points; remove such points beforehand. The same can come of
-    /// coordinates so large that rounding moves the rim by more than the tolerance, in `float` from about 10 on.
+    /// coordinates so large that rounding moves the rim by more than the tolerance, in `float` from some tens on.
     void MinimumBoundingCircle(const TList<TVector2<T>>& points);
 
 private:
@@ -81,13 +83,14 @@ struct TCircle3
     /// All zero.
     TCircle3() = default;
     /// The circle of a radius about a point: the radius comes first. The normal is copied and not normalised.
-    TCircle3(const T& length, const TVector3<T>& middle, const TVector3<T>& axis)
-        : centre(middle), normal(axis), radius(length)
+    TCircle3(const T& size, const TVector3<T>& middle, const TVector3<T>& axis)
+        : centre(middle), normal(axis), radius(size)
     {}
 
-    /// Makes this the circle through three points, computed about their centroid in their own plane. False when their
-    /// cross product is exactly 0, or when twice the area of the triangle is zero within the tolerance, inclusively, or
-    /// NaN; the normal has then been replaced all the same. The normal is that of (a - b) x (c - b).
+    /// Makes this the circle through three points, computed about their centroid in their own plane. The normal
+    /// is that of (a - b) x (c - b). False when the squared length of that product is exactly 0, by underflow too, or
+    /// when twice the area of the triangle is zero within the tolerance, inclusively, or NaN; the normal has then been
+    /// replaced all the same, in the first case by the product as it is.
     bool Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance);
 
     /// Fits a circle to points: a plane by orthogonal fit, in it an algebraic fit, from which Gauss-Newton steps on the

@@ -1,7 +1,6 @@
 #include <CorvexMaths/primitives/TPlane.h>
 
 #include <CorvexMaths/matrices/TMatrix3x3.h>
-#include <CorvexMaths/primitives/OrthogonalFit.h>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/primitives/TTriangle.h>
@@ -34,36 +33,6 @@ bool CrossEdge(const TVector3<T>& a, T da, const TVector3<T>& b, T db, TVector3<
 }
 
 } // namespace
-
-template <class T>
-bool TPlane<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares)
-{
-    if (spread != nullptr) *spread = T(0);
-    if (squares != nullptr) *squares = T(0);
-    const unsigned int count = points.GetCount();
-    if (count < 3) return false;
-    if (count == 3) {
-        Fit(points[0], points[1], points[2]);
-        return true;
-    }
-
-    // The axis of the smallest extent, however large or small that is.
-    Kernels::PrincipalAxes<T> axes;
-    if (!axes.Decompose(points, &point)) return false;
-    normal = axes.GetDirection(axes.Find([](T a, T b) { return b > a; }));
-
-    if (spread == nullptr && squares == nullptr) return true;
-    T lowest = T(0);
-    T highest = T(0);
-    for (unsigned int i = 0; i < count; ++i) {
-        const T distance = SignedDistanceToPoint(points[i]);
-        if (distance < lowest) lowest = distance;
-        if (distance > highest) highest = distance;
-        if (squares != nullptr) *squares += distance * distance;
-    }
-    if (spread != nullptr) *spread = highest - lowest;
-    return true;
-}
 
 template <class T>
 bool TPlane<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* where, T tolerance) const

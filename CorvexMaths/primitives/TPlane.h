@@ -67,8 +67,8 @@ struct TPlane
     /// point that is not finite.
     bool IntersectWith(const TLine3<T>& line, TVector3<T>* where, T tolerance) const;
     /// Where an edge meets the plane. An end counts as in the plane when its distance is strictly below the tolerance,
-    /// and is then what `where` receives. False, with `where` untouched, for an edge on one side and for one in the
-    /// plane.
+    /// and is then what `where` receives, up to the rounding of start + (end - start). False, with `where` untouched,
+    /// for an edge on one side and for one in the plane.
     bool IntersectWith(const TEdge3<T>& edge, TVector3<T>* where, T tolerance) const;
     /// The line along this normal crossed with the other's. False, with the line untouched, when the dot product of the
     /// normals is within the tolerance of 1 or -1, inclusively. The direction is that of the common line, but the

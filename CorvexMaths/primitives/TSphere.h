@@ -47,7 +47,8 @@ public:
     /// on the distances to the surface follow. A component of the algebraic centre that is zero within the common
     /// tolerance becomes exactly 0. The steps end when the squared step of the centre is not above 1e-16 (that step is
     /// not taken) or has not become less than the one before; to run out of iterations is no failure. False when a
-    /// system could not be solved, as for fewer than four points: the sphere then holds what it had reached, which
+    /// system could not be solved, as for fewer than four points (unless
+    /// rounding at large coordinates hides that): the sphere then holds what it had reached, which
     /// after the first system is the centroid with the old radius. Each step decomposes a matrix of as many rows as
     /// points and 4 columns.
     ///

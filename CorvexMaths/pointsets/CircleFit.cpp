@@ -1,6 +1,14 @@
-#pragma once
+// The fit of a circle in space to points.
 
-/// The fits of circles in space. Included by TCircle.cpp.
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/pointsets/LeastSquares.h>
+#include <CorvexMaths/pointsets/TPointSet.h>
+#include <CorvexMaths/primitives/PlanePoint.h>
+#include <CorvexMaths/primitives/TCircle.h>
+#include <CorvexMaths/primitives/TPlane.h>
+
+#include <cstddef>
+#include <memory>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -8,16 +16,7 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// A point in the coordinates of a circle's plane, with its squared distance from their origin.
-template <class T>
-struct PlanePoint
-{
-    T x, y, s;
-
-    PlanePoint(const TVector3<T>& point, const TVector3<T>& e1, const TVector3<T>& e2)
-        : x(point % e1), y(point % e2), s(x * x + y * y)
-    {}
-};
+using Kernels::PlanePoint;
 
 /// The fit of a circle to points in the coordinates X, Y of their plane, in the unknowns a, b (the centre) and r.
 template <class T>
@@ -121,36 +120,6 @@ private:
 } // namespace
 
 template <class T>
-bool TCircle3<T>::Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance)
-{
-    // 1. The points about their centroid, in the axes of their plane.
-    const TVector3<T> middle = (a + b + c) / T(3);
-    const TVector3<T> fromMiddle[3] = {a - middle, b - middle, c - middle};
-    normal = (a - b) * (c - b);
-    if (normal.GetLengthSquared() == T(0)) return false;
-    normal.Normalise();
-    TVector3<T> e1, e2;
-    normal.OrthonormalXY(&e1, &e2);
-    const auto [x1, y1, s1] = PlanePoint<T>(fromMiddle[0], e1, e2);
-    const auto [x2, y2, s2] = PlanePoint<T>(fromMiddle[1], e1, e2);
-    const auto [x3, y3, s3] = PlanePoint<T>(fromMiddle[2], e1, e2);
-
-    // 2. The circle is d (x^2 + y^2) - e x + f y - g = 0, with the minors of the determinant equation of the points.
-    const T d = (x3 - x2) * y1 + (y2 - y3) * x1 + (y3 * x2 - y2 * x3);
-    if (std::isnan(d) || Numbers::IsZero(d, tolerance)) return false;
-    const T e = (y2 - y3) * s1 + (s3 - s2) * y1 + (s2 * y3 - s3 * y2);
-    const T f = (x2 - x3) * s1 + (s3 - s2) * x1 + (s2 * x3 - s3 * x2);
-    const T g = (s3 * y2 - s2 * y3) * x1 + (y3 * x2 - y2 * x3) * s1 + (s2 * x3 - s3 * x2) * y1;
-
-    // 3. Centre and radius.
-    const T u = e / d * T(0.5);
-    const T v = f / d * T(-0.5);
-    centre = middle + e1 * u + e2 * v;
-    radius = Numbers::SquareRoot(T(4) * d * g + f * f + e * e) / Numbers::Absolute(d) * T(0.5);
-    return true;
-}
-
-template <class T>
 bool TCircle3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance, unsigned int iterations)
 {
     const unsigned int count = points.GetCount();
@@ -180,5 +149,8 @@ bool TCircle3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T t
     if (spread != nullptr) *spread = fit.highest - fit.lowest;
     return isFitted;
 }
+
+template bool TCircle3<float>::Fit(TPointSet<float, TVector3>&, float*, float*, float, unsigned int);
+template bool TCircle3<double>::Fit(TPointSet<double, TVector3>&, double*, double*, double, unsigned int);
 
 } // namespace Halmont::Orrin::CorvexMaths
