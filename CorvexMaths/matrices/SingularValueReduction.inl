@@ -6,8 +6,8 @@
 /// are reflections H = 1 + x x-transposed / h, where x is the column (or row), divided by the sum of its absolute
 /// values so that its squares neither overflow nor vanish, with
 ///     g = -sign(|x|, x0),   h = x0 g - |x|^2,   x0 <- x0 - g.
-/// A H leaves scale * g where the reduced element stood: the diagonal and the superdiagonal of the bidiagonal form. The
-/// vectors x stay in the matrix, scaled back, for the accumulation of U and V.
+/// The reflection leaves scale * g where the reduced element stood: the diagonal and the superdiagonal of the
+/// bidiagonal form. The vectors x stay in the matrix, scaled back, for the accumulation of U and V.
 ///
 /// A step reads the matrix three times: column i alone, to divide it; the rows, for the products of column i with all
 /// columns to its right; the rows again, to apply both reflections and to add up what column i + 1 is divided by.

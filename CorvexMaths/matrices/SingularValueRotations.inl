@@ -186,6 +186,8 @@ class RotationRun
 public:
     RotationRun(T** matrixRows, unsigned int matrixRowCount) : rows(matrixRows), rowCount(matrixRowCount) {}
 
+    /// Rotates two columns: at once where the matrix has few rows, later otherwise. A pair too far apart for a panel
+    /// ends the run.
     void Add(unsigned int first, unsigned int second, T c, T s)
     {
         if (rowCount <= fewRows) return RotateAtOnce({c, s, first, second});

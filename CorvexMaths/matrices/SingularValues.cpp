@@ -46,10 +46,12 @@ template <class T>
 bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit)
 {
     *u = *this;
-    w->AssignMemory(n, n);
-    v->AssignMemory(n, n);
-    std::unique_ptr<T[]> const work(new T[n]);
-    return Kernels::SVDRows(u->rows, w->rows, v->rows, work.get(), m, n, iterationLimit);
+    // The order is taken first, for w or v may be this matrix.
+    unsigned int const order = n;
+    w->AssignMemory(order, order);
+    v->AssignMemory(order, order);
+    std::unique_ptr<T[]> const work(new T[order]);
+    return Kernels::SVDRows(u->rows, w->rows, v->rows, work.get(), u->m, u->n, iterationLimit);
 }
 
 #define CORVEX_INSTANTIATE_SVD(T)                                                                                      \
@@ -67,5 +69,7 @@ bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned in
 
 CORVEX_INSTANTIATE_SVD(float)
 CORVEX_INSTANTIATE_SVD(double)
+#undef CORVEX_INSTANTIATE_SVD
+#undef CORVEX_INSTANTIATE_FIXED_SVD
 
 } // namespace Halmont::Orrin::CorvexMaths

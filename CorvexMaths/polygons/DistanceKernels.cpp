@@ -5,14 +5,6 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-namespace
-{
-
-/// How many distances are computed side by side before they are compared in order.
-constexpr unsigned int runLength = 64;
-
-} // namespace
-
 template <class T>
 T DistanceFromOutline(const EdgeColumns<T>& edges, const TVector2<T>& point)
 {
@@ -56,9 +48,7 @@ unsigned int FarthestFromChord(const T* points, unsigned int stride, unsigned in
         const unsigned int length = last - from < runLength ? last - from : runLength;
         for (unsigned int k = 0; k < length; ++k) {
             const T* const vertex = coordinates(from + k);
-            const PointAndEdge<T> pair(chord, vertex[0], vertex[1]);
-            const T notBefore = pair.IsPastEnd() ? pair.DistanceFromEnd() : pair.DistanceFromLine(chord);
-            distance[k] = pair.IsBeforeStart() ? pair.DistanceFromStart() : notBefore;
+            distance[k] = PointAndEdge<T>(chord, vertex[0], vertex[1]).Distance(chord);
         }
         for (unsigned int k = 0; k < length; ++k) {
             if (distance[k] > *best) {

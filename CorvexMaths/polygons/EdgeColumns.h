@@ -12,6 +12,9 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
+/// How many distances are computed side by side before they are compared in order.
+inline constexpr unsigned int runLength = 64;
+
 /// The columns of the values of an edge.
 enum EdgeColumn : unsigned int
 {
@@ -108,6 +111,18 @@ struct PointAndEdge
     CORVEX_ALWAYS_INLINE Value DistanceFromLine(const EdgeValues<EdgeValue>& edge) const
     {
         return Numbers::Absolute(fromStartX * edge.directionY - fromStartY * edge.directionX);
+    }
+
+    /// TEdge2::DistanceToPoint, of scalars.
+    CORVEX_ALWAYS_INLINE Value Distance(const EdgeValues<EdgeValue>& edge) const
+    {
+        const bool isBeforeStart = IsBeforeStart();
+        const bool isPastEnd = IsPastEnd();
+        const Value fromCornerX = isBeforeStart ? fromStartX : fromEndX;
+        const Value fromCornerY = isBeforeStart ? fromStartY : fromEndY;
+        const Value fromCorner = Numbers::SquareRoot(fromCornerX * fromCornerX + fromCornerY * fromCornerY);
+        const Value fromLine = DistanceFromLine(edge);
+        return (isBeforeStart | isPastEnd) ? fromCorner : fromLine;
     }
 };
 

@@ -29,8 +29,9 @@ enum KnotType : unsigned int
 /// to all of them. From the right end on it is taken 1e-6 inside. There is no clamp at the left end.
 ///
 /// Since each addition builds all knots, appending n points one by one costs in proportion to the square of n; a range
-/// is added at once. What fires no hook or only `Cleared` (`RemoveAt` without order kept, `Clear`, removal of all from
-/// an end) leaves the knots of the old points until the next hook or setter.
+/// is added at once. What fires no hook or only `Cleared` (`RemoveAt` without order kept, removal of all from an end)
+/// leaves the knots as they were; `Clear` builds them once more for the old points. They stay until the next hook or
+/// setter.
 ///
 /// Preconditions, not checked: an order of at least 1; and for whatever evaluates the curve at least one control point,
 /// knots that are up to date, and a type that is one of the two.
@@ -159,7 +160,7 @@ private:
     void CalculateCoefficients(T u, unsigned int levels);
 
     /// Writes, for each control point, the second derivative of its basis function as the fit asks for it: by the
-    /// formula of order `order` - 1, so that it is 0 throughout up to order 3, where no knot is read. The order is at
+    /// formula of order `order` - 1, so that it is 0 throughout up to order 3, where the formula is left out. The order is at
     /// least 2. The coefficients are left at the order `order` - 2.
     void GetSecondDerivatives(T u, T* out);
 

@@ -146,6 +146,9 @@ TYPED_TEST(SplineCurve, AllocatesFromTheGrowSize)
     EXPECT_EQ(List::Capacity(spline.coefficients), 10u);
     spline.AddRange(wide);
     EXPECT_EQ(List::Capacity(spline.knots), 36u) << "32 knots, by steps of 5";
+    OpenSpline<TypeParam> tight(4, Clamped, 0, 0);
+    tight.AddRange(wide);
+    EXPECT_EQ(List::Capacity(tight.knots), 32u) << "a grow size of 0: as many as needed";
     OpenSpline<TypeParam> ofSet(wide, 2, Uniform);
     EXPECT_EQ(List::Capacity(ofSet.knots) + List::Capacity(ofSet.coefficients), 32u + 31u);
     EXPECT_EQ(ofSet.knotCount, 30u);

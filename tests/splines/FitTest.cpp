@@ -72,6 +72,13 @@ TYPED_TEST(SplineFit, SolvesTheEquationsOfDataAndEnds)
         }
         for (const T sum : sums) EXPECT_NEAR(sum, 0, std::numeric_limits<T>::epsilon() * 1000);
     }
+
+    // The two points that stand for the ends fire the hooks of the data.
+    OpenSet<F4<T>> away = {Point<F4<T>>(4, 4), Point<F4<T>>(5, 5), Point<F4<T>>(5, 14), Point<F4<T>>(6, 14),
+                           Point<F4<T>>(9, 14)};
+    OpenSpline<F4<T>> spline = Straight<F4<T>>(4, Clamped, 7);
+    spline.Fit(away, 4, true);
+    EXPECT_EQ(away.GetBoundingBox().minimum.x, 0);
 }
 
 TYPED_TEST(SplineFit, KnotsAverageTheParametersUntilRebuilt)

@@ -1,0 +1,62 @@
+#include <tests/polygons/PolygonSupport.h>
+
+#include <algorithm>
+
+using namespace CorvexTest;
+
+template <class Family>
+class HullTest : public ::testing::Test
+{};
+TYPED_TEST_SUITE(HullTest, PointFamily, TypeNames);
+
+TYPED_TEST(HullTest, HullsRunCounterClockwiseFromTheBottomLeft)
+{
+    // The argument is the keep box flag.
+    const OutlineRow rows[] = {
+        {"clockwise around a centre", 0, {{4, 4}, {4, 0}, {2, 2}, {0, 0}, {0, 4}}, {{0, 0}, {4, 0}, {4, 4}, {0, 4}}},
+        {"one place", 1, {{3, 2}, {3, 2}, {3, 2}}, {{3, 2}}},
+        {"collinear", 0, {{1, 1}, {0, 0}, {4, 4}, {2, 2}}, {{0, 0}, {4, 4}}},
+        {"none", 1, {}, {}},
+    };
+    ExpectOutlines<TypeParam>(rows, 7, 0, [](auto& polygon, auto flag) {
+        polygon.keepBox = flag != 0;
+        polygon.MakeConvexHull();
+        EXPECT_EQ(polygon.keepBox, flag != 0);
+    });
+}
+
+TYPED_TEST(HullTest, GridsLieLeftOfTheirHullAndAreSortedByArcCosines)
+{
+    using T = typename TypeParam::T;
+    std::mt19937_64 random(5150);
+    for (unsigned int round = 0; round < 1000; ++round) {
+        SCOPED_TRACE(round);
+        // No three in one direction from the bottom left one but the first: of those the scan promises no hull.
+        Plane plane = {{0, 0}};
+        for (auto tries = random() % 40; tries > 0; --tries) {
+            const double y = static_cast<double>(random() % 7), x = static_cast<double>(random() % 7) - (y > 0 ? 3 : 0);
+            const auto isAlong = [x, y](auto& point) { return point.first * y == point.second * x; };
+            if (y == 0 || std::count_if(plane.begin() + 1, plane.end(), isAlong) < 2) plane.emplace_back(x, y);
+        }
+        std::swap(plane.front(), plane.back());
+        OpenPolygon<TypeParam> polygon(plane);
+        const auto points = polygon.GetOutline();
+        polygon.sortedList.Expand(50u);
+        polygon.MakeConvexHull();
+
+        for (const auto& side : PlainEdges(polygon.GetOutline())) {
+            const auto& [start, end] = side.Vertex;
+            for (const auto& point : points) {
+                const T turn = (end - start).SignedArea(point - start);
+                ASSERT_TRUE(turn > 0 || (turn == 0 && (point - start) % (end - point) >= 0))
+                    << point.x << ' ' << point.y;
+            }
+        }
+        ASSERT_EQ(polygon.sortedList.GetCount(), points.size() - 1);
+        for (unsigned int i = 0; i + 1 < points.size(); ++i) {
+            const Maths::TVector2<T> vertex = polygon.sortedList[i].second;
+            const T cosine = vertex.x == 0 && vertex.y == 0 ? T(1) : vertex.x / vertex.GetLength();
+            ASSERT_EQ(polygon.sortedList[i].first, static_cast<T>(std::acos(static_cast<double>(cosine))));
+        }
+    }
+}
