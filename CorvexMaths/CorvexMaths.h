@@ -29,6 +29,7 @@
 #include <CorvexMaths/primitives/TSphere.h>
 #include <CorvexMaths/primitives/TTriangle.h>
 
+#include <CorvexMaths/pointsets/TParameterization.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
 #include <CorvexMaths/polygons/TPolygon.h>

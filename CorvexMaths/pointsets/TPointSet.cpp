@@ -5,6 +5,7 @@
 #include <CorvexMaths/pointsets/MatrixOperations.inl>
 #include <CorvexMaths/pointsets/Minkowski.inl>
 #include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/pointsets/Smoothing.inl>
 
 #include <cstddef>
 

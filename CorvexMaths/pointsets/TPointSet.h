@@ -159,6 +159,23 @@ public:
     /// Time grows with the count; nothing is allocated for each point.
     bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
 
+    /// Smooths the points as a polyline: in each pass every point becomes the mean of itself and its two neighbours as
+    /// they were before the pass, all components, multiplied by T's nearest value to a third. With `closed` the last
+    /// point joins the first; otherwise both ends stay. Two points or fewer are left as they are.
+    ///
+    /// Each pass replaces the points in their block and fires `ElementsRemoved`, `Cleared` and `ElementsAdded`, which
+    /// make the box exact unless the keep box flag is off. One block is allocated for all passes.
+    void Smooth(unsigned int passes, bool closed);
+
+    /// Adds points to the polyline, with `closed` to its closing segment too, until no segment is longer than
+    /// `maxSpacing`: each that is, strictly, is cut into the least number of equal pieces, each new point built on the
+    /// one before. All components count in a length. The old points stay as they are; the closing segment's new points
+    /// come at the end of the list. Segments whose length is NaN are left alone, and so is an empty set.
+    ///
+    /// `maxSpacing` must be above 0 and go into every segment fewer than 2^32 times. Each new point is inserted by
+    /// itself and fires `ElementAdded`, at the cost of a move of all points behind it.
+    void Infill(const T& maxSpacing, bool closed);
+
     /// The Minkowski sum in place: every old point plus every element of the other operand, all old points with its
     /// first element first. The old points are replaced; an empty operand leaves the set empty. The set's own block is
     /// the only buffer, so that a result beyond the first run is ((p + other[0]) - other[0]) + other[j], rounded at

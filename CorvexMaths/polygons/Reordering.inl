@@ -9,7 +9,8 @@ namespace
 {
 
 /// Whether a point p nearest to the corner b of an outline belongs between b and the next vertex c, rather than between
-/// the vertex a before and b: it lies strictly to the right of the bisector b - a + b - c (of unit vectors), seen from b.
+/// the vertex a before and b: it lies strictly to the right of the bisector b - a + b - c (of unit vectors), seen from
+/// b.
 template <class T>
 bool BelongsAfterCorner(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c, const TVector2<T>& p)
 {

@@ -137,8 +137,11 @@ void TPolygon<T, V>::MakeCCW()
 
 } // namespace Halmont::Orrin::CorvexMaths
 
+#include <CorvexMaths/polygons/Boundary.inl>
+#include <CorvexMaths/polygons/ConvexHull.inl>
 #include <CorvexMaths/polygons/Crossings.inl>
 #include <CorvexMaths/polygons/Offset.inl>
+#include <CorvexMaths/polygons/Reordering.inl>
 #include <CorvexMaths/polygons/Simplification.inl>
 
 namespace Halmont::Orrin::CorvexMaths

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Closed planar outlines: areas, offsetting, thinning, and the removal of crossings.
+/// Closed planar outlines: areas, convex hulls, reordering, offsetting, thinning, and the removal of crossings.
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/containers/TList.h>
@@ -31,7 +31,8 @@ template <class T, template <class> class V>
 class CORVEX_API TPolygon : public TPointSet<T, V>
 {
 protected:
-    /// The pairs (angle, vertex) in polar order that the convex hull works on. Copied and assigned with the polygon.
+    /// The pairs (angle, vertex) that MakeConvexHull works on and leaves behind, in polar order. Copied and assigned
+    /// with the polygon.
     TList<TPair<T, V<T>>> sortedList;
 
 public:
@@ -79,10 +80,55 @@ public:
     /// cycle. The list is emptied with its hooks and keeps its block. One vertex gives one edge without length.
     void GetEdges(TList<TEdge2<T>>* edges) const;
 
+    /// The sum of the angles, in radians, by which the outline turns from each side into the next: about a full turn
+    /// for a simple counter-clockwise outline, minus a full turn for a clockwise one, and other multiples where it
+    /// winds several times. A reversal counts as half a turn to the left. A corner whose cosine is 1 within the common
+    /// tolerance, inclusive, is straight and adds nothing: turns below about 0.0014 are dropped one by one, so that an
+    /// outline of many slight turns falls short. 0 for one vertex or none. Cost: linear.
+    T GetWindingAngle() const;
+
+    /// The convex boundary of the vertices as an open chain in space, which leads from the first to the last: starting
+    /// from the vertex kept last, a vertex is kept when no later one lies strictly on the negative side of the step to
+    /// it, that is, has a negative dot product with the unit vector of step times `normal`. With a normal of (0, 0, 1)
+    /// all later vertices are to the right of each step. There is no tolerance, and NaN rejects nothing; nor does a
+    /// normal of zeros, which keeps all vertices.
+    ///
+    /// z counts, w does not; whole vertices are kept. The result has room for as many vertices as this polygon, a grow
+    /// size of 1, and no closing vertex; without vertices it is empty. Cost: at worst quadratic.
+    TPolygon GetOpenConvexBoundary(const TVector3<T>& normal) const;
+
     // Operations.
 
     /// Reverses the order of the vertices if the signed area is strictly negative. No hook fires.
     void MakeCCW();
+
+    /// Replaces the vertices by their convex hull, counter-clockwise from the vertex of GetBottomLeft: a polar sort
+    /// around that vertex and one scan with backtracking, after R. L. Graham (1972).
+    ///
+    /// All comparisons are exact. Repeated vertices and those inside a side of the hull are dropped; collinear vertices
+    /// leave the two ends. Whole vertices are kept, of those that differ in z or w alone the first that the scan meets.
+    /// Vertices in one direction from the bottom left one come in the order that the standard `qsort` leaves; where
+    /// there are three or more of them, but in the first direction, that order can cost the result a corner of the hull
+    /// or its convexity.
+    ///
+    /// The sorted list ends with a pair for each vertex but the bottom left one, dropped or not; its angles are in
+    /// radians. The old vertices are cleared with their hooks, and each addition fires its own; what the scan takes
+    /// back or overwrites fires none. The keep box flag is off meanwhile: the box stays as it was. Cost: that of the
+    /// sort.
+    void MakeConvexHull();
+
+    /// Takes the vertices as a cloud and puts them in one cycle without crossings: first the convex hull; then, one by
+    /// one, always the vertex nearest to the outline so far, into the side nearest to it; MakeSimplePolygon at the end.
+    ///
+    /// On a tie of distances, compared exactly, the earlier vertex goes first, and into the earlier side. A vertex
+    /// whose nearest place is a corner of the outline goes on that side of it which the bisector of its two sides
+    /// tells. Duplicate vertices are removed first; the others are kept whole, the bottom left one in front. The old
+    /// vertices are cleared with their hooks and the new order is added as one range, with the keep box flag off: the
+    /// box stays as it was, and so does the sorted list.
+    ///
+    /// Cost: quadratic as a rule. MakeSimplePolygon has no limit on its passes; on nearly collinear vertices it may not
+    /// come to an end.
+    void ReorderCEC();
 
     /// Replaces the polygon by the outline at `distance` from it: outward if positive, inward if negative, in whichever
     /// sense the vertices run. Each side is shifted along its normal; neighbouring sides are joined at their crossing,
@@ -169,6 +215,9 @@ private:
     /// Removes each vertex j that has an original[j], in the order of the originals and then of j, as if each vertex
     /// that stays cleared in turn what lies near it.
     void RemoveRepeats(const unsigned int* original);
+
+    /// Puts the next vertex in polar order on the hull, which holds two or more, and takes back what would turn right.
+    void AddHullVertex(const V<T>& vertex);
 
     /// One pass of MakeSimplePolygon over the closed list. Returns whether any vertices were exchanged.
     bool ExchangeCrossingVertices();

@@ -1,0 +1,147 @@
+#include <CorvexMaths/pointsets/TParameterization.h>
+
+#include <CorvexMaths/pointsets/PointValues.inl>
+
+#include <limits>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+template <class T, template <class> class V>
+TParameterization<T, V>::TParameterization(unsigned int initialCapacity, unsigned int stepSize)
+    : TPointSet<T, V>(initialCapacity, stepSize), parameters(initialCapacity, stepSize), length(T(0))
+{}
+
+template <class T, template <class> class V>
+TParameterization<T, V>::TParameterization(const TPointSet<T, TVector2>& other)
+    : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
+{}
+
+template <class T, template <class> class V>
+TParameterization<T, V>::TParameterization(const TPointSet<T, TVector3>& other)
+    : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
+{}
+
+template <class T, template <class> class V>
+TParameterization<T, V>::TParameterization(const TPointSet<T, TVector4>& other)
+    : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
+{}
+
+template <class T, template <class> class V>
+TParameterization<T, V>::TParameterization(const TParameterization& other)
+    : TPointSet<T, V>(other), parameters(other.parameters), length(other.length)
+{}
+
+template <class T, template <class> class V>
+TParameterization<T, V>& TParameterization<T, V>::operator=(const TParameterization& other)
+{
+    TPointSet<T, V>::operator=(other);
+    parameters = other.parameters;
+    length = other.length;
+    return *this;
+}
+
+template <class T, template <class> class V>
+TParameterization<T, V>::~TParameterization() = default;
+
+template <class T, template <class> class V>
+void TParameterization<T, V>::Parameterize()
+{
+    parameters.Clear(false);
+    length = T(0);
+    if (this->count == 0) return;
+
+    // The lengths up to each point.
+    parameters.Grow(this->count);
+    parameters.Add(T(0));
+    T running = T(0);
+    for (unsigned int i = 1; i < this->count; ++i) {
+        running += Distance(i - 1, i);
+        parameters.Add(running);
+    }
+    length = running;
+
+    // As shares of the whole.
+    T* const positions = parameters.GetStream();
+    for (unsigned int i = 1; i < this->count; ++i) positions[i] /= running;
+    positions[this->count - 1] = T(1);
+}
+
+template <class T, template <class> class V>
+V<T> TParameterization<T, V>::Evaluate(const T& position) const
+{
+    if (position < T(0) || position > T(1) || this->count < 2 || length == T(0)) {
+        constexpr T notANumber = std::numeric_limits<T>::quiet_NaN();
+        return ZeroVector<T, V>() * notANumber;
+    }
+    const Bracket segment = FindBracket(position);
+    const V<T>& start = this->storage[segment.lower];
+    if (segment.lower == segment.upper) return start;
+
+    const T startPosition = parameters[segment.lower];
+    const T t = (position - startPosition) / (parameters[segment.upper] - startPosition);
+    return start + (this->storage[segment.upper] - start) * t;
+}
+
+template <class T, template <class> class V>
+T TParameterization<T, V>::GetLength(T from, T to) const
+{
+    if (from == to || parameters.GetCount() < 2) return T(0);
+    if (from > to) {
+        const T larger = from;
+        from = to;
+        to = larger;
+    }
+    const Bracket start = FindBracket(from);
+    const Bracket end = FindBracket(to);
+    if (start.lower == end.lower) return ShareOf({start.lower, end.upper}, from, to);
+
+    // The rest of the first segment, the part of the last, and then the segments between.
+    T sum = T(0);
+    if (start.lower != start.upper) sum += ShareOf(start, from, parameters[start.upper]);
+    if (end.lower != end.upper) sum += ShareOf(end, parameters[end.lower], to);
+    for (unsigned int k = start.upper; k < end.lower; ++k) sum += Distance(k, k + 1);
+    return sum;
+}
+
+template <class T, template <class> class V>
+typename TParameterization<T, V>::Bracket TParameterization<T, V>::FindBracket(const T& position) const
+{
+    Bracket bracket;
+    parameters.BinarySearch(position, &bracket.lower, &bracket.upper, false);
+    return bracket;
+}
+
+template <class T, template <class> class V>
+T TParameterization<T, V>::Distance(unsigned int from, unsigned int to) const
+{
+    return this->storage[to].DiffVectLen(this->storage[from]);
+}
+
+template <class T, template <class> class V>
+T TParameterization<T, V>::ShareOf(const Bracket& segment, T from, T to) const
+{
+    return Distance(segment.lower, segment.upper) * (to - from) /
+           (parameters[segment.upper] - parameters[segment.lower]);
+}
+
+template class TParameterization<float, TVector2>;
+template class TParameterization<float, TVector3>;
+template class TParameterization<float, TVector4>;
+template class TParameterization<double, TVector2>;
+template class TParameterization<double, TVector3>;
+template class TParameterization<double, TVector4>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector2>*>;
+template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector3>*>;
+template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector4>*>;
+template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector2>*>;
+template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector3>*>;
+template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector4>*>;
+
+} // namespace Halmont::Orrin::CorvexUtilities

@@ -1,0 +1,122 @@
+#pragma once
+
+/// Polylines whose points have positions from 0 to 1 by their distance along the line.
+
+#include <CorvexMaths/Forward.h>
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/pointsets/TPointSet.h>
+
+#include <type_traits>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A point set read as an open polyline, with the normalised chord length at each point, which turns a position from 0
+/// to 1 into a point of the line, and two positions into the length between them. All components count in a length, w
+/// included.
+///
+/// The positions are those of the last `Parameterize`: a new set, be it a copy of points, has none, and a change of the
+/// points leaves them as they are, which nothing detects. Points may move in between; each is then found at its old
+/// position. Points beyond the parameters are not reached. After points were removed, `Parameterize` must come before
+/// the next `Evaluate` or `GetLength(from, to)`, which would read behind the list.
+template <class T, template <class> class V>
+class CORVEX_API TParameterization : public TPointSet<T, V>
+{
+protected:
+    /// The position of each point, from 0 to 1, not decreasing. Empty before the first `Parameterize`.
+    TList<T> parameters;
+
+    /// The length of the whole line at the last `Parameterize`; 0 before the first.
+    T length;
+
+public:
+    /// An empty set with an empty box. Arguments are those of the list, and count for the parameters too: slots to
+    /// allocate, and the least step of growth.
+    explicit TParameterization(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
+
+    /// Copies `pointCount` points from an array; the grow size is 1000. There are no parameters yet. Takes part only
+    /// for pointers to points, so that two numbers are always sizes.
+    template <class Pointer,
+              std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
+    TParameterization(Pointer points, unsigned int pointCount)
+        : TPointSet<T, V>(points, pointCount), parameters(pointCount, 1000u), length(T(0))
+    {}
+
+    /// Copies a set of points of any dimension, each converted to V; the box is calculated anew, the grow size and the
+    /// keep box flag are the other's. There are no parameters yet.
+    TParameterization(const TPointSet<T, TVector2>& other);
+    /// As above.
+    TParameterization(const TPointSet<T, TVector3>& other);
+    /// As above.
+    TParameterization(const TPointSet<T, TVector4>& other);
+
+    /// A copy of the points, the box calculated anew, and of the parameters and the length as they stand.
+    TParameterization(const TParameterization& other);
+
+    /// Assigns the point set, its box as it stands, the parameters and the length. A set assigned to itself ends
+    /// without points and parameters, as every list does.
+    TParameterization& operator=(const TParameterization& other);
+
+    /// Frees the parameters and the points; no hook fires.
+    ~TParameterization() override;
+
+    /// Gives each point its position: the distances from point to point added up in T, in order, and divided by their
+    /// sum. The last position is 1 whatever rounding made of it, on a set of one point too. Without points there are no
+    /// positions, and the length is 0.
+    ///
+    /// Where all points coincide the length is 0, and all positions but the first and the last are NaN.
+    void Parameterize();
+
+    /// The point at a position, linear between the two points around it; at the position of a point that point as it
+    /// stands, of coinciding ones any. NaN in every component where the position is below 0 or above 1, there are fewer
+    /// than two points, or the length is exactly 0, as it is before `Parameterize`. A position of NaN is not refused,
+    /// and gives some point. Costs one binary search.
+    V<T> Evaluate(const T& position) const;
+
+    /// The length of the whole line at the last `Parameterize`.
+    T GetLength() const { return length; }
+
+    /// The length of the line between two positions, in either order: that of the points as they stand now, with whole
+    /// segments in between and shares of those at the ends by the positions of the last `Parameterize`. 0 for equal
+    /// positions, and with fewer than two parameters. Positions must be from 0 to 1; others give no promised result.
+    /// Costs two binary searches and a pass over the segments between.
+    T GetLength(T from, T to) const;
+
+private:
+    /// Two points that enclose a position, the same one twice where it is exactly at a point.
+    struct Bracket
+    {
+        unsigned int lower = 0;
+        unsigned int upper = 0;
+    };
+
+    /// The points around a position from 0 to 1, by the parameters.
+    Bracket FindBracket(const T& position) const;
+
+    /// The distance between two points as they stand.
+    T Distance(unsigned int from, unsigned int to) const;
+
+    /// The part of the segment of a bracket between two positions in it.
+    T ShareOf(const Bracket& segment, T from, T to) const;
+};
+
+extern template class TParameterization<float, TVector2>;
+extern template class TParameterization<float, TVector3>;
+extern template class TParameterization<float, TVector4>;
+extern template class TParameterization<double, TVector2>;
+extern template class TParameterization<double, TVector3>;
+extern template class TParameterization<double, TVector4>;
+
+} // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexUtilities
+{
+
+extern template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector2>*>;
+extern template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector3>*>;
+extern template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector4>*>;
+extern template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector2>*>;
+extern template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector3>*>;
+extern template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector4>*>;
+
+} // namespace Halmont::Orrin::CorvexUtilities
