@@ -12,6 +12,8 @@
 #include <CorvexMaths/containers/TMap.h>
 #include <CorvexMaths/containers/TPair.h>
 
+#include <CorvexMaths/vectors/TComplex.h>
+#include <CorvexMaths/vectors/TQuaternion.h>
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
 #include <CorvexMaths/vectors/TVector4.h>

@@ -35,4 +35,10 @@ void BackSubRows(T** rows, int const* pivots, T const* b, T* x, unsigned int ord
 template <class T>
 void InvertRows(T** rows, T** lu, int const* pivots, unsigned int order);
 
+/// Writes the eigenvalues and, as rows, the eigenvectors of a symmetric matrix; see TMatrix3x3::Eigenspace. Of `a` only
+/// the diagonal and the elements above it are read, and they are lost. `b` and `z` are workspaces of `order` values. No
+/// two of the arrays may overlap. With an order of 0 nothing is written and the result is false.
+template <class T>
+bool EigenspaceRows(T** a, T* values, T** vectors, unsigned int order, T* b, T* z);
+
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -208,7 +208,7 @@ struct CORVEX_API SquareMatrixOperations
     /// w[j][j]. With an iterationLimit of 1 to 30 the result is false when a value has not converged after
     /// iterationLimit - 1 QR transformations, and the outputs then hold an unfinished state; with 0 or above 30 a value
     /// is left as it is after 30 of them and the result is true. NaNs are not detected. The outputs must be distinct; u
-    /// may be this matrix.
+    /// may be this matrix. Takes up to 100 KiB of stack.
     bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
 
 private:

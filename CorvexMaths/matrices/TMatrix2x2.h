@@ -50,6 +50,10 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
         T const* const e = elements;
         return e[3] * e[0] - e[2] * e[1];
     }
+
+    /// Writes the eigenvalues of this matrix and, side by side with them, its unit eigenvectors, 2 each; see
+    /// TMatrix3x3::Eigenspace.
+    bool Eigenspace(T* const values, TVector2<T>* const vectors) const;
 };
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -50,6 +50,42 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
         return (e[5] * e[6] - e[3] * e[8]) * e[1] + (e[4] * e[8] - e[7] * e[5]) * e[0] +
                (e[7] * e[3] - e[4] * e[6]) * e[2];
     }
+
+    /// Writes the eigenvalues of this matrix and, side by side with them, its unit eigenvectors, 3 each, by cyclic
+    /// rotations of index pairs (C. G. J. Jacobi, 1846; the thresholds of H. Rutishauser, "The Jacobi method for real
+    /// symmetric matrices", 1966). The matrix is taken as symmetric: what stands below the diagonal is not read.
+    /// Nothing is sorted; values and vectors stand in the order in which the rotations leave them.
+    ///
+    /// True when the elements above the diagonal became exactly 0 within 49 sweeps and at least one eigenvalue is above
+    /// the common tolerance in absolute value (strict). So a zero matrix gives false. The outputs are written either
+    /// way.
+    ///
+    /// A sweep rotates the pairs (0, 1), (0, 2) and (1, 2) and no others, at order 4 and above too: there the result is
+    /// true only where all elements above the diagonal in the further columns are 0, and otherwise false with what the
+    /// rotations of the leading block left. At order 2 it is the pair (0, 1).
+    bool Eigenspace(T* const values, TVector3<T>* const vectors) const;
+
+    // Transforms. Each builder multiplies an elementary transform into this matrix: `onRight` puts the transform on the
+    // right of this matrix, otherwise it stands on the left. With `asRows` the transform is laid out for row vectors on
+    // the left of a matrix (`v * m`), as the vectors multiply; otherwise it is the transpose of that, for column
+    // vectors.
+
+    /// Multiplies this matrix by m. m is given in the layout for row vectors and is transposed in place where `asRows`
+    /// is false; it is left that way.
+    void Multiply(TMatrix3x3* m, bool onRight, bool asRows);
+
+    /// Multiplies by the rotation by an angle in radians about an axis through the origin, counter-clockwise as seen
+    /// from the tip of the axis. The axis need not be of unit length; one of length 0 leaves the quaternion of the
+    /// rotation without a vector part, which makes the identity.
+    void Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows);
+
+    /// Multiplies by the scaling along the axes. Its layout is the same for rows and columns.
+    void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
+
+    /// Makes the rows a right-handed orthonormal frame: the first row is normalised, the third becomes its cross
+    /// product with the second, the second that of the third with the first, and both are normalised. Rows of length 0
+    /// stay so: a first row of zeros, or parallel first rows (but for rounding), make the other two zeros.
+    void ToOrthonormal();
 };
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -53,6 +53,33 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors,
     /// ascending.
     T Determinant();
+
+    /// Writes the eigenvalues of this matrix and, side by side with them, its unit eigenvectors, 4 each; see
+    /// TMatrix3x3::Eigenspace. Only the leading block of order 3 is rotated.
+    bool Eigenspace(T* const values, TVector4<T>* const vectors) const;
+
+    // Transforms; see TMatrix3x3 for the flags. In the layout for row vectors a translation stands in the last row.
+
+    /// Multiplies by the rotation by an angle in radians about an axis through the origin; see TMatrix3x3::Rotate.
+    void Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows);
+
+    /// Multiplies by the translation by minus the point, by the rotation, and by the translation by the point, one
+    /// after the other and each with both flags. Where the flags are equal the result is the rotation about the line
+    /// through the point; where they are not, the outer two stand on the wrong sides for that.
+    void Rotate(T const& angle, TVector3<T> const& axis, TVector3<T> const& point, bool onRight, bool asRows);
+
+    /// Multiplies by the scaling along the axes; w is not scaled.
+    void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
+
+    /// The same about a point, in the three steps of the rotation about one. The point is only read.
+    void Scale(TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows);
+
+    /// Multiplies by the translation.
+    void Translate(TVector3<T> const& offset, bool onRight, bool asRows);
+
+private:
+    /// Multiplies this matrix by m; see TMatrix3x3::Multiply.
+    void Multiply(TMatrix4x4* m, bool onRight, bool asRows);
 };
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -179,9 +179,19 @@ public:
 
     /// Decomposes this m by n matrix as u w v-transposed; see SquareMatrixOperations::SVD for the form of the result
     /// and the meaning of iterationLimit. u is m by n, w and v are n by n; each keeps its storage if its sizes fit
-    /// already. Any shape will do; with fewer rows than columns the columns of u past the m-th are not orthonormal. u
-    /// may be this matrix, which is otherwise left alone. Cost in proportion to m n^2 + n^3.
+    /// already. Any shape will do; with fewer rows than columns the columns of u past the m-th are not orthonormal. The
+    /// outputs must be distinct; any of them may be this matrix, which is otherwise left alone. Cost in proportion to
+    /// m n^2 + n^3.
     bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit);
+
+    /// Writes the m eigenvalues of this matrix and, side by side with them, its unit eigenvectors, m rows of m values;
+    /// see TMatrix3x3::Eigenspace. False, with nothing written, where the matrix is not square or is empty.
+    bool Eigenspace(T* values, T** vectors) const;
+
+    /// The same with the outputs allocated for the caller, who releases `*values`, each row of `*vectors` and
+    /// `*vectors` itself with delete[]. After a failure both are null, but for a matrix that is not square, with which
+    /// they are not touched.
+    bool Eigenspace(T** values, T*** vectors) const;
 
 private:
     T* elements = nullptr;

@@ -1,0 +1,101 @@
+#pragma once
+
+/// What complex numbers and quaternions share: access by index, sums, and arithmetic with a scalar.
+
+#include <CorvexMaths/Forward.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// The empty base of TComplex and TQuaternion, which are its C; T is their scalar.
+///
+/// A number lends it a private walk over its components, `Each`, which makes a number of the results of a function of a
+/// pointer to a component. The first component is the real or scalar part: a scalar is added to it alone, as to a
+/// number whose other parts are 0, but without touching those.
+///
+/// Nothing is checked and nothing fails: overflow, division by zero and NaN follow IEEE arithmetic. Operands may alias
+/// one another and the result, and a scalar may be a component of the number.
+template <class C, class T>
+struct CORVEX_API HypercomplexOperations
+{
+    /// A component by its index, which is not checked.
+    T& operator[](unsigned int index) { return static_cast<T*>(Self())[index]; }
+
+    /// A component by its index, to read.
+    const T& operator[](unsigned int index) const { return static_cast<const T*>(Self())[index]; }
+
+    /// The address of the first component, from which the others follow. Numbers have no comparison of their own, so
+    /// `==` between two of them compares these addresses.
+    operator T*() { return reinterpret_cast<T*>(&Self()); }
+
+    /// The address of the first component, to read from.
+    operator const T*() const { return reinterpret_cast<const T*>(&Self()); }
+
+    /// The number with the sign bit of every component flipped: 0 becomes -0.
+    C operator-() const
+    {
+        return C::Each([&](T C::*c) { return -(Self().*c); });
+    }
+
+    /// The componentwise sum.
+    C operator+(const C& other) const
+    {
+        return C::Each([&](T C::*c) { return Self().*c + other.*c; });
+    }
+
+    /// The componentwise difference.
+    C operator-(const C& other) const
+    {
+        return C::Each([&](T C::*c) { return Self().*c - other.*c; });
+    }
+
+    /// Adds a number in place, component by component.
+    C& operator+=(const C& other) { return Self() = Self() + other; }
+
+    /// Subtracts a number in place, component by component.
+    C& operator-=(const C& other) { return Self() = Self() - other; }
+
+    /// The number with a scalar added to its first component.
+    C operator+(const T& scalar) const { return C(Self()) += scalar; }
+
+    /// The number with a scalar subtracted from its first component.
+    C operator-(const T& scalar) const { return C(Self()) -= scalar; }
+
+    /// Adds a scalar to the first component.
+    C& operator+=(const T& scalar)
+    {
+        (*this)[0] += scalar;
+        return Self();
+    }
+
+    /// Subtracts a scalar from the first component.
+    C& operator-=(const T& scalar)
+    {
+        (*this)[0] -= scalar;
+        return Self();
+    }
+
+    /// Every component times a scalar.
+    C operator*(const T& scalar) const
+    {
+        return C::Each([&](T C::*c) { return Self().*c * scalar; });
+    }
+
+    /// Every component divided by a scalar: a true division each, with no test for 0.
+    C operator/(const T& scalar) const
+    {
+        return C::Each([&](T C::*c) { return Self().*c / scalar; });
+    }
+
+    /// Multiplies every component by a scalar.
+    C& operator*=(const T& scalar) { return Self() = *this * scalar; }
+
+    /// Divides every component by a scalar, as `/` does.
+    C& operator/=(const T& scalar) { return Self() = *this / scalar; }
+
+private:
+    C& Self() { return static_cast<C&>(*this); }
+    const C& Self() const { return static_cast<const C&>(*this); }
+};
+
+} // namespace Halmont::Orrin::CorvexMaths

@@ -1,0 +1,118 @@
+#include "../support/Types.h"
+
+#include <CorvexMaths/vectors/TComplex.h>
+#include <CorvexMaths/vectors/TQuaternion.h>
+
+#include <cstring>
+#include <limits>
+#include <random>
+#include <tuple>
+
+using namespace CorvexTest;
+using namespace Halmont::Orrin::CorvexMaths;
+
+template <class T>
+class Quaternions : public ::testing::Test
+{};
+TYPED_TEST_SUITE(Quaternions, Scalars, TypeNames);
+
+/// Equality to the bit of all components; for values that are not NaN.
+template <class C>
+bool Same(const C& a, const C& b)
+{
+    return std::memcmp(&a, &b, sizeof(C)) == 0;
+}
+
+TYPED_TEST(Quaternions, ArithmeticGoesByComponentAndScalarsAddToTheFirst)
+{
+    using C = TComplex<TypeParam>;
+    using Q = TQuaternion<TypeParam>;
+    const TypeParam zero = 0;
+    EXPECT_TRUE(Same(C(), C(0, 0)) && Same(Q(), Q(0, 0, 0, 0)) && Same(-Q(0, 1, -2, 3), Q(-zero, -1, 2, -3)));
+    EXPECT_TRUE(Same(C(1, -zero) + 3, C(4, -zero)) && Same(Q(1, -zero, 3, 4) - 3, Q(-2, -zero, 3, 4)));
+    Q q(2, 4, 6, 8);
+    ((((q /= q[0]) *= q[3]) += q[0]) -= Q(1, 1, 1, 1)) += Q(0, 0, 0, 2);
+    EXPECT_TRUE(Same(q, Q(7, 7, 11, 17))) << "a scalar may be a component";
+    // The quotient goes through the conjugate, unscaled.
+    C c(1, 2);
+    EXPECT_TRUE(Same(c *= C(3, 4), C(-5, 10)) && Same(c / C(3, 4), C(1, 2)) && Same(c /= c, C(1, 0)));
+    EXPECT_TRUE(Same(C(1, 1) / C(std::numeric_limits<TypeParam>::max(), 0), C(0, 0))) << "the square overflows";
+    // The Hamilton product adds from the left. Terms of 1 come after large ones that cancel; in between a 1 is lost.
+    const Q p(1, 2, 3, 4), ones(1, 1, 1, 1);
+    EXPECT_TRUE(Same(p * Q(5, 6, 7, 8), Q(-60, 12, 30, 24)));
+    const TypeParam b = 8 / std::numeric_limits<TypeParam>::epsilon();
+    EXPECT_TRUE((Q(b, b, 1, 1) * ones).w == -2 && (Q(b, -b, 1, -1) * ones).x == 2);
+    EXPECT_TRUE((Q(b, b, 1, 1) * ones).y == 2 && (Q(b, -b, -1, 1) * ones).z == 2);
+}
+
+TYPED_TEST(Quaternions, RotationsSurviveTheWayThroughMatrices)
+{
+    using T = TypeParam;
+    using V = TVector3<T>;
+    using Q = TQuaternion<T>;
+    const T near = 64 * std::numeric_limits<T>::epsilon();
+    std::mt19937 random(20240613);
+    std::uniform_real_distribution<T> uniform(T(-1), T(1));
+    for (int round = 0; round < 200; ++round) {
+        SCOPED_TRACE(::testing::Message() << "seed 20240613, round " << round);
+        V axis(uniform(random), uniform(random), uniform(random)), turned(1, 2, 3), foundAxis;
+        const T angle = T(3.5) + uniform(random) * T(2.5); // both signs of the scalar part
+        T foundAngle;
+        const Q q(angle, axis);
+        axis.Normalise();
+        axis.Rotate(&turned, angle);
+        TMatrix3x3<T> matrix = (q * T(3)).ToMatrix(); // normalised there
+        EXPECT_TRUE((matrix * V(1, 2, 3)).IsEqualTo(turned, near));
+        q.GetRotation(&foundAngle, &foundAxis);
+        EXPECT_TRUE(foundAxis.IsEqualTo(axis, near) && Numbers::IsNear(foundAngle, angle, near));
+        Q back(matrix);
+        back.Conjugate();
+        const Q none = back * (q.w < 0 ? -q : q);
+        // The square of the scalar part comes from the trace, with the rounding error of a sum of about 1.
+        for (unsigned int c = 0; c < 4; ++c) EXPECT_NEAR(none[c], T(c == 0), near / (q.w * q.w));
+    }
+    EXPECT_TRUE(std::isnan(Q().ToMatrix()[1][2]));
+}
+
+TYPED_TEST(Quaternions, MatricesChooseTheLeadingComponent)
+{
+    using T = TypeParam;
+    using Q = TQuaternion<T>;
+    using M = TMatrix3x3<T>;
+    const T s = 2 * std::sqrt(T(2)), step = static_cast<T>(std::ldexp(257., -25));
+    // A scalar part of 0.00100000002 lies between 0.001 and the float nearest it; a float matrix cannot come as close.
+    const T above = T(4 * 0.00100000002 * 0.00100000002 - (sizeof(T) == 4 ? 0.9999999 : 1)), below = T(3.6e-6 - 1);
+    const std::tuple<const char*, M, Q> rows[] = {
+        {"identity", M(), Q(1, 0, 0, 0)},
+        {"half turn about x", M(1, 0, 0, 0, -1, 0, 0, 0, -1), Q(0, 1, 0, 0)},
+        {"x ties with y", M(0, 1, 0, 1, 0, 0, 0, 0, -1), Q(0, 2 / s, s / 4, 0)},
+        {"x ties with z", M(0, 0, 1, 0, -1, 0, 1, 0, 0), Q(0, 2 / s, 0, s / 4)},
+        {"y ties with z", M(-1, 0, 0, 0, 0, 1, 0, 1, 0), Q(0, 0, 2 / s, s / 4)},
+        {"trace in double", M(step, 0, 0, 0, -1, 0, 0, 0, 0), Q(T(std::sqrt(double(step)) / 2), 0, 0, 0)},
+        {"above the threshold", M(0, 0, 0, 0, 0, 0, 0, 0, above), Q(T(std::sqrt(1. + double(above)) / 2), 0, 0, 0)},
+        {"below the threshold", M(0, 0, 0, 0, 0, 0, 0, 0, below), Q(0, 0, std::sqrt(1 - below) / 2, 0)}};
+    for (const auto& [name, matrix, expected] : rows) {
+        M given = matrix;
+        EXPECT_TRUE(Same(Q(given) + Q(), expected)) << name;
+    }
+}
+
+TYPED_TEST(Quaternions, GetRotationTakesTheScalarPartAsItIs)
+{
+    using T = TypeParam;
+    using V = TVector3<T>;
+    const T pi = static_cast<T>(3.141592653589793), below = T(1) - static_cast<T>(9.99999999e-7);
+    const V none(1, 0, 0), tip(0, 0, 2), up(0, 0, 1);
+    const std::tuple<T, V, T, V> rows[] = {{T(1) - static_cast<T>(9.6e-7), tip, 0, none},
+                                           {below, tip, 2 * static_cast<T>(std::acos(double(below))), up},
+                                           {7, tip, 0, none},
+                                           {T(0.5), V(), 2 * static_cast<T>(std::acos(0.5)), V()},
+                                           {-1, tip, 2 * pi, up},
+                                           {-7, tip, 2 * pi, up}};
+    for (const auto& [w, vector, angle, axis] : rows) {
+        T foundAngle;
+        V foundAxis;
+        TQuaternion<T>(w, vector.x, vector.y, vector.z).GetRotation(&foundAngle, &foundAxis);
+        EXPECT_TRUE(foundAngle == angle && foundAxis == axis) << w;
+    }
+}
