@@ -23,6 +23,10 @@
 #include <CorvexMaths/matrices/TMatrix4x4.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 
+#include <CorvexMaths/sparse/TCCSMatrixMxN.h>
+#include <CorvexMaths/sparse/TCRSMatrixMxN.h>
+#include <CorvexMaths/sparse/TMatrixFragment.h>
+
 #include <CorvexMaths/primitives/TBox.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TEdge.h>

@@ -1,0 +1,109 @@
+#include <CorvexMaths/sparse/Owners.h>
+#include <CorvexMaths/sparse/Products.inl>
+#include <CorvexMaths/sparse/RowRange.h>
+#include <CorvexMaths/sparse/TCCSMatrixMxN.h>
+#include <CorvexMaths/sparse/TCRSMatrixMxN.h>
+
+#include <cstddef>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+template <class T>
+TCRSMatrixMxN<T>::TCRSMatrixMxN(int rows, int columns, int elements) : TCRSMatrixMxN()
+{
+    Redefine(rows, columns, elements);
+}
+
+template <class T>
+TCRSMatrixMxN<T>::TCRSMatrixMxN(TCRSMatrixMxN const& other) : TCRSMatrixMxN()
+{
+    *this = other;
+}
+
+template <class T>
+TCRSMatrixMxN<T>::~TCRSMatrixMxN()
+{
+    Release();
+}
+
+template <class T>
+TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(TCRSMatrixMxN const& other)
+{
+    // Joined before anything is let go: both may hold the same arrays already.
+    Kernels::JoinOwners(other.owners);
+    Release();
+    matrixType = other.matrixType;
+    rowCount = other.rowCount;
+    columnCount = other.columnCount;
+    capacity = other.capacity;
+    values = other.values;
+    columnIndices = other.columnIndices;
+    rowStarts = other.rowStarts;
+    elementCount = other.elementCount;
+    owners = other.owners;
+    return *this;
+}
+
+template <class T>
+void TCRSMatrixMxN<T>::Redefine(int rows, int columns, int elements)
+{
+    Release();
+    // Should the allocator give up, the destructor finds nothing to release twice.
+    owners = nullptr;
+    values = nullptr;
+    columnIndices = nullptr;
+    rowStarts = nullptr;
+
+    rowCount = rows;
+    columnCount = columns;
+    capacity = elements;
+    elementCount = 0;
+    owners = new unsigned int(1);
+    values = new T[static_cast<std::size_t>(elements)];
+    columnIndices = new int[static_cast<std::size_t>(elements)];
+    rowStarts = new int[static_cast<std::size_t>(rows) + 1];
+    for (int r = 0; r < rows; ++r) rowStarts[r] = emptyRow;
+    rowStarts[rows] = elements;
+}
+
+/// Leaves the owners, and releases the arrays as the last of them. Counts and pointers keep their values, and must be
+/// set anew at once unless the matrix is at its end. In assignment to itself they are still good, for it has joined.
+template <class T>
+void TCRSMatrixMxN<T>::Release()
+{
+    if (!Kernels::LeaveOwners(owners)) return;
+    delete[] values;
+    delete[] columnIndices;
+    delete[] rowStarts;
+}
+
+template <class T>
+void TCRSMatrixMxN<T>::TransposeFrom(TCCSMatrixMxN<T> const& source)
+{
+    Redefine(source.columnCount, source.rowCount, source.elementCount);
+    for (int c = 0; c < source.columnCount; ++c) {
+        TList<T> const& column = source.columnValues[c];
+        for (unsigned int k = 0; k < column.GetCount() && elementCount < capacity; ++k)
+            AddElement(column[k], c, source.columnRows[c][k]);
+    }
+}
+
+template <class T>
+void TCRSMatrixMxN<T>::Transpose(TCRSMatrixMxN* result) const
+{
+    result->Redefine(columnCount, rowCount, capacity);
+    for (int c = 0; c < columnCount; ++c) {
+        for (int r = 0; r < rowCount; ++r) {
+            Kernels::RowRange const range = Kernels::RangeOfRow(*this, r);
+            int k = range.begin;
+            while (k < range.end && columnIndices[k] != c) ++k;
+            if (k < range.end) result->AddElement(values[k], c, r);
+        }
+    }
+}
+
+template class TCRSMatrixMxN<float>;
+template class TCRSMatrixMxN<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths

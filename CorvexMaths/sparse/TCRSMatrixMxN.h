@@ -1,0 +1,137 @@
+#pragma once
+
+/// TCRSMatrixMxN: a sparse matrix in compressed row storage, and its products.
+
+#include <CorvexMaths/Forward.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+/// A sparse matrix in compressed row storage, for T of `float` and `double`: arrays of fixed size, made by Redefine and
+/// then filled row after row with exactly as many elements as they were made for. Indices count from 0.
+///
+/// A row is read from its start up to the start of the next row. The storage is therefore well-formed once every row
+/// has an element and all elements are there. An empty row reads as empty, but the row before it has no end of its own
+/// and is read as if it went on to the end of the arrays; and before `elementCount` reaches `capacity` the last row
+/// reaches into elements that were never written. Only a well-formed matrix should be read.
+///
+/// Nothing is checked and nothing is sorted: capacity, indices in range, ascending rows, and inner sizes of products
+/// that agree are preconditions. Rows keep the order in which their elements were added.
+///
+/// Copies share their arrays, and the last of the sharers to go releases them. What one sharer adds therefore stands in
+/// the arrays of all, but raises the count of that one alone. Redefine gives a matrix arrays of its own. The sharers
+/// are counted without locks: to several threads they are one object.
+///
+/// Products keep a computed element only if its absolute value is greater than the common tolerance (absolute, strict;
+/// NaN is dropped), and every sum takes its terms in ascending position in the row. A result must be another matrix
+/// than the operands, except that it may be this matrix where the other operand is dense or stored by columns.
+template <class T>
+class CORVEX_API TCRSMatrixMxN
+{
+public:
+    /// What `rowStarts` holds for a row without elements.
+    static constexpr int emptyRow = 0x7fffffff;
+
+    /// 11 for a general matrix, -2 for a symmetric one of which the upper triangle alone is stored, as Normalise makes
+    /// it. For the caller's solver: nothing here reads it, and Redefine leaves it as it is.
+    int matrixType = 11;
+    /// The number of rows.
+    int rowCount = 0;
+    /// The number of columns.
+    int columnCount = 0;
+    /// The number of elements the matrix is made for.
+    int capacity = 0;
+    /// The values, row after row: `capacity` of them.
+    T* values = nullptr;
+    /// The column index of each value.
+    int* columnIndices = nullptr;
+    /// The position of the first element of each row, or `emptyRow`; after these, `capacity`. `rowCount` + 1 entries.
+    int* rowStarts = nullptr;
+    /// How many elements were added so far.
+    int elementCount = 0;
+
+    /// The empty general matrix: nothing allocated.
+    TCRSMatrixMxN() = default;
+    /// A general matrix without elements; see Redefine.
+    TCRSMatrixMxN(int rows, int columns, int elements);
+    /// Copies the fields, so that both matrices share the arrays.
+    TCRSMatrixMxN(TCRSMatrixMxN const& other);
+    /// Releases the arrays unless another matrix shares them.
+    ~TCRSMatrixMxN();
+
+    /// Copies the fields, so that both matrices share the arrays; those held before are let go. May be given itself.
+    TCRSMatrixMxN& operator=(TCRSMatrixMxN const& other);
+
+    /// Lets go of all content and makes room for a number of elements, with every row empty. The new values and column
+    /// indices are undefined until added.
+    void Redefine(int rows, int columns, int elements);
+
+    /// Adds an element behind those added before; rows must come in ascending order.
+    void AddElement(T value, int row, int column)
+    {
+        values[elementCount] = value;
+        columnIndices[elementCount] = column;
+        if (rowStarts[row] == emptyRow) rowStarts[row] = elementCount;
+        ++elementCount;
+    }
+
+    /// Becomes the transpose of a matrix stored by columns: each column becomes the row of its index, in the order of
+    /// its list. An empty column leaves an empty row. The matrix type stays. Of a source whose lists hold more than its
+    /// element count, as a sharer may have it, only that many elements are taken.
+    void TransposeFrom(TCCSMatrixMxN<T> const& source);
+
+    /// Makes `result` the transpose, with ascending columns in every row whatever the order here; of equal columns in a
+    /// row the first alone is taken. The result is made for as many elements as this matrix; its matrix type stays.
+    /// Each row is searched once for each column.
+    void Transpose(TCRSMatrixMxN* result) const;
+
+    /// y = this matrix times x; an empty row gives 0. x has `columnCount` values, y has room for `rowCount`, and the
+    /// two must be separate arrays.
+    void Multiply(T* x, T* y) const;
+
+    /// result = this matrix times b. Rows are computed up to the column count of b, so that of a matrix with more rows
+    /// than that the rest stays empty. Elements of b that are exactly 0 are skipped, so that an infinite value here
+    /// times such a zero gives no NaN. A row of which no element is kept stays empty. The result is `rowCount` by the
+    /// column count of b; its matrix type stays.
+    void Multiply(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) const;
+
+    /// result = this matrix times b. The rows of b must ascend in their columns: for each column c a row of b is
+    /// searched from its start up to the first element of a column not below c, and no further. A row of which no
+    /// element is kept stays empty. The product is formed twice, first to count its elements. The result is `rowCount`
+    /// by the column count of b; its matrix type stays.
+    void Multiply(TCRSMatrixMxN const& b, TCRSMatrixMxN* result) const;
+
+    /// result = the upper triangle of this matrix times b, for a product that is square and symmetric by construction:
+    /// with this matrix the transpose of b, the matrix of the normal equations. The matrix type of the result becomes
+    /// -2. Every diagonal element is kept, even one of 0, so that no row of the result is empty. Zeros of b are skipped
+    /// as in Multiply.
+    void Normalise(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) const;
+
+    /// The same with a b stored by columns. The rows here and the columns of b must ascend in their indices: they are
+    /// walked side by side, and neither turns back. A column of b without elements gives none, not even on the
+    /// diagonal, and may so leave a row of the result empty.
+    void Normalise(TCCSMatrixMxN<T> const& b, TCRSMatrixMxN* result) const;
+
+protected:
+    /// Appends rows `first` to `last` - 1 of this matrix times b to a fragment, columns ascending in each. Rows that
+    /// this matrix does not have count as empty.
+    void Multiply(TMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const;
+
+    /// Appends rows `first` to `last` - 1 of the upper triangle to a fragment, each with its diagonal element. Rows
+    /// that this matrix does not have count as empty.
+    void MultiplyUpperTriangle(TMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const;
+
+    /// The same with a b stored by columns; no diagonal element for a column of b without elements.
+    void MultiplyUpperTriangle(TCCSMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const;
+
+private:
+    /// How many matrices share the arrays, this one included; null while there are none.
+    unsigned int* owners = nullptr;
+
+    void Release();
+};
+
+extern template class TCRSMatrixMxN<float>;
+extern template class TCRSMatrixMxN<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths

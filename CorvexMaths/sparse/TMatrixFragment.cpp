@@ -1,0 +1,21 @@
+#include <CorvexMaths/sparse/TMatrixFragment.h>
+
+namespace Halmont::Orrin::CorvexMaths
+{
+
+template <class T>
+void TMatrixFragment<T>::SetDimensions(unsigned int n)
+{
+    unsigned int const growSize = n < 2 ? 1 : n / 2;
+    values.Grow(n);
+    values.SetGrowSize(growSize);
+    rows.Grow(n);
+    rows.SetGrowSize(growSize);
+    columns.Grow(n);
+    columns.SetGrowSize(growSize);
+}
+
+template struct TMatrixFragment<float>;
+template struct TMatrixFragment<double>;
+
+} // namespace Halmont::Orrin::CorvexMaths
