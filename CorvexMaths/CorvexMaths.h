@@ -29,10 +29,13 @@
 
 #include <CorvexMaths/primitives/TBox.h>
 #include <CorvexMaths/primitives/TCircle.h>
+#include <CorvexMaths/primitives/TCone.h>
+#include <CorvexMaths/primitives/TCylinder.h>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/primitives/TPlane.h>
 #include <CorvexMaths/primitives/TSphere.h>
+#include <CorvexMaths/primitives/TSpiral.h>
 #include <CorvexMaths/primitives/TTriangle.h>
 
 #include <CorvexMaths/pointsets/TParameterization.h>
@@ -41,3 +44,6 @@
 #include <CorvexMaths/polygons/TPolygon.h>
 
 #include <CorvexMaths/splines/TBSpline.h>
+
+#include <CorvexMaths/exact/Int128.h>
+#include <CorvexMaths/exact/TSetGenerator.h>

@@ -10,8 +10,8 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// Adds the hits of the side, which is x^2 + y^2 = radius^2 in the frame at the cap where the axis begins. With the line
-/// o + d t that is a t^2 + b t + c = 0. Returns the number of hits afterwards.
+/// Adds the hits of the side, which is x^2 + y^2 = radius^2 in the frame at the cap where the axis begins. With the
+/// line o + d t that is a t^2 + b t + c = 0. Returns the number of hits afterwards.
 template <class T>
 unsigned int AddSideHits(const TCylinder<T>& cylinder, const Kernels::LineInFrame<T>& local, bool infinite,
                          TVector3<T>* hits, unsigned int count)

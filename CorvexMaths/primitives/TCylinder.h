@@ -48,10 +48,11 @@ public:
 
     /// Where a line of unit direction passes through the surface, caps included.
     ///
-    /// The caps are the discs of `TCircle3::IntersectWith`, the one against the axis first; a line through both is done.
-    /// The hits of the side follow, the one further along the line first, if they lie between the caps to within the
-    /// common tolerance, inclusively. If `infinite`, the side has no ends and there are no caps. A line passes the side
-    /// by as parallel only where its direction has exactly nothing across the axis; there is no tolerance.
+    /// The caps are the discs of `TCircle3::IntersectWith`, the one at the start of the axis first; with a line through
+    /// both, that is all. Else the hits of the side follow, the one further along the line first, if they lie between
+    /// the caps to within the common tolerance, inclusively. If `infinite`, the side has no ends and there are no caps.
+    /// A line passes the side by as parallel only where its direction has exactly nothing across the axis; there is no
+    /// tolerance.
     ///
     /// Of three hits, `p1` is that of the cap, and `p2` the one of the others that is further from it, by squared
     /// distance; the first on a tie. A tangent of the side gives two equal points and true, unlike that of a cone.

@@ -10,8 +10,8 @@
 namespace Halmont::Orrin::CorvexMaths
 {
 
-/// The points of a flat spiral, for T of `float` and `double`: the constructor generates them, afterwards this is a list
-/// of them and nothing else.
+/// The points of a flat spiral, for T of `float` and `double`: the constructor generates them, afterwards this is a
+/// list of them and nothing else.
 template <class T>
 struct TSpiral3
 {
@@ -23,9 +23,9 @@ struct TSpiral3
     /// and at a distance of `radius` + i times `growth` from the centre, on the opposite side where that is negative.
     /// The first point lies in the direction of `TVector3::OrthonormalX` of the axis.
     ///
-    /// There are `count` points, and one if `count` is below 1. Each is turned and scaled afresh from the first, so that
-    /// errors do not add up. A radius of 0 makes all points after the first NaN; an axis of zero puts all of them at the
-    /// centre. Time in proportion to the number of points.
+    /// There are `count` points, and one if `count` is below 1. Each is turned and scaled afresh from the first, so
+    /// that errors do not add up. A radius of 0 makes all points after the first NaN; an axis of zero puts all of them
+    /// at the centre. Time in proportion to the number of points.
     TSpiral3(TVector3<T> centre, TVector3<T> axis, T radius, int count, T angleStep, T growth);
     /// A copy of the points, as `TList` makes it.
     TSpiral3(const TSpiral3& other) = default;

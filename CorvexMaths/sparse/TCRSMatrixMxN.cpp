@@ -1,4 +1,4 @@
-#include <CorvexMaths/sparse/Owners.h>
+#include <CorvexMaths/Owners.h>
 #include <CorvexMaths/sparse/Products.inl>
 #include <CorvexMaths/sparse/RowRange.h>
 #include <CorvexMaths/sparse/TCCSMatrixMxN.h>
