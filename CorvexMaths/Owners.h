@@ -1,7 +1,7 @@
 #pragma once
 
-/// The count of the matrices that share arrays, so that the last of them releases these. Internal. Null stands for a
-/// matrix that has no arrays.
+/// The count of the objects that share arrays, so that the last of them releases these. Internal. Null stands for an
+/// object that has no arrays.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
