@@ -8,9 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <limits>
 #include <random>
+#include <string>
 #include <string_view>
 #include <vector>
 

@@ -1,16 +1,7 @@
-#include "../support/Bits.h"
-#include "../support/Types.h"
-
-#include <cmath>
-#include <limits>
-#include <tuple>
-
-using namespace CorvexTest;
-using namespace CorvexTest::Maths;
+#include "Values.h"
 
 template <class T>
-struct EdgeTest : ::testing::Test
-{};
+using EdgeTest = Primitive<T>;
 TYPED_TEST_SUITE(EdgeTest, Scalars, TypeNames);
 
 TYPED_TEST(EdgeTest, TouchesAndCrossesByItsEndpointRules)
@@ -20,35 +11,26 @@ TYPED_TEST(EdgeTest, TouchesAndCrossesByItsEndpointRules)
     // Whether the segments touch or cross, with that tolerance of the cross products; whether the lines that carry them
     // cross, and then whether within both.
     const std::tuple<const char*, Edge, Edge, TypeParam, bool, bool, bool> rows[] = {
-        {"proper crossing", {0, 0, 4, 4}, {0, 4, 4, 0}, 0, true, true, true},
         {"proper crossing, of products that underflow", {0, 0, h, h}, {0, h, h, 0}, 0, true, true, true},
-        {"lines cross within one only", {0, 0, 4, 4}, {0, 4, 1, 3}, 0, false, true, false},
         {"end on the middle", {0, 0, 4, 0}, {2, 0, 2, 4}, 0, true, true, true},
-        {"shared end, at an angle", {0, 0, 4, 0}, {4, 0, 5, 4}, 0, true, true, true},
         {"in line, overlapping in part", {0, 0, 3, 0}, {2, 0, 5, 0}, 0, true, false, false},
-        {"in line, inside", {0, 0, 4, 0}, {1, 0, 3, 0}, 0, false, false, false},
         {"in line, inside with a common end", {0, 0, 4, 0}, {0, 0, 2, 0}, 0, true, false, false},
-        {"identical", {0, 0, 4, 2}, {0, 0, 4, 2}, 0, false, false, false},
         {"reversed and vertical", {1, 0, 1, 4}, {1, 4, 1, 0}, 0, false, false, false},
-        {"parallel", {0, 0, 4, 0}, {0, 1, 4, 1}, 0, false, false, false},
         {"parallel within the tolerance, overlapping in part", {0, 0, 3, 0}, {2, 1, 5, 1}, 3, true, false, false},
         {"end near the middle, beyond the tolerance", {0, 0, 4, 0}, {2, 0.5, 2, 4}, 1.75, false, true, false},
         {"end near the middle, at the tolerance", {0, 0, 4, 0}, {2, 0.5, 2, 4}, 2, true, true, false},
         {"near in line, but out of range", {0, 0, 4, 0}, {4.5, 0, 8, 1}, 2, false, true, false},
         {"no length, on the middle", {0, 0, 4, 4}, {1, 1, 1, 1}, 0, false, true, true},
-        {"no length, on an end", {0, 0, 4, 4}, {4, 4, 4, 4}, 0, true, true, true},
-        {"no length, apart", {0, 0, 4, 4}, {-1, 3, -1, 3}, 0, false, true, false},
     };
     for (const auto& [name, first, second, tolerance, intersect, linesCross, crossWithin] : rows) {
-        SCOPED_TRACE(name);
         for (int i = 0; i < 4; ++i) {
-            const bool swapped = i % 2 == 1, before = i / 2 == 1;
-            const Edge &a = swapped ? second : first, &b = swapped ? first : second;
-            EXPECT_EQ(a.Intersects(b, before ? TypeParam(100) : TypeParam(0), tolerance), intersect);
+            const bool before = i / 2 == 1;
+            const Edge &a = i % 2 == 1 ? second : first, &b = i % 2 == 1 ? first : second;
+            EXPECT_EQ(a.Intersects(b, before ? TypeParam(100) : TypeParam(0), tolerance), intersect) << name;
             TVector2<TypeParam> point;
             bool within = before;
-            EXPECT_EQ(a.IntersectWith(b, &point, &within, TypeParam(0)), linesCross);
-            EXPECT_EQ(within, linesCross ? crossWithin : before);
+            EXPECT_EQ(a.IntersectWith(b, &point, &within, TypeParam(0)), linesCross) << name;
+            EXPECT_EQ(within, linesCross ? crossWithin : before) << name;
         }
     }
 }
@@ -57,9 +39,7 @@ TYPED_TEST(EdgeTest, RangesCollinearPointsAlongOneAxis)
 {
     using T = TypeParam;
     const std::tuple<const char*, TEdge2<T>, TVector2<T>, T, bool> rows[] = {
-        {"along x, whatever y", {0, 0, 4, 8}, {4, 99}, 0, true},
-        {"past the end, at the tolerance", {0, 0, 4, 8}, {4.25, 8}, 0.25, true},
-        {"past the end", {0, 0, 4, 8}, {4.25, 8}, 0.125, false},
+        {"along x, past the end, at the tolerance", {0, 0, 4, 8}, {4.25, 99}, 0.25, true},
         {"extent in x at the tolerance, along y", {0, 0, 0.5, 8}, {99, 8.5}, 0.5, true},
         {"extent in x above the tolerance, along x", {0, 0, 0.5, 8}, {0.75, 99}, 0.25, true},
         {"no length, along y", {1, 2, 1, 2}, {99, 2.5}, 0.5, true},
@@ -82,35 +62,28 @@ TYPED_TEST(EdgeTest, MeasuresFromPointsBeforeBesideAndPast)
         {"no length", {1, 1, 1, 1}, {7, 9}, beside, 0, {1, 1}},
     };
     for (const auto& [name, edge, point, where, distance, closest] : rows) {
-        SCOPED_TRACE(name);
         const TEdge3<T> inSpace(edge.Vertex[0], edge.Vertex[1]);
-        EXPECT_EQ(inSpace.GetClosestPoint(point), TVector3<T>(closest));
-        EXPECT_EQ(edge.IsWithin(point), where == beside);
+        EXPECT_TRUE(inSpace.GetClosestPoint(point) == closest && edge.IsWithin(point) == (where == beside)) << name;
         for (const bool held : {false, true}) {
-            bool within[2] = {held, held}, beforeStart[2] = {held, held};
-            EXPECT_EQ(edge.DistanceToPoint(point, &within[0], &beforeStart[0]), distance);
-            EXPECT_EQ(inSpace.DistanceToPoint(point, &within[1], &beforeStart[1]), distance);
-            for (int i = 0; i < 2; ++i) EXPECT_EQ(within[i], where == beside);
-            for (int i = 0; i < 2; ++i) EXPECT_EQ(beforeStart[i], where == beside ? held : where == before);
+            bool within[2] = {held, held}, start[2] = {held, held};
+            EXPECT_EQ(edge.DistanceToPoint(point, &within[0], &start[0]), distance) << name;
+            EXPECT_EQ(inSpace.DistanceToPoint(point, &within[1], &start[1]), distance) << name;
+            EXPECT_TRUE(within[0] == (where == beside) && within[1] == within[0] && start[1] == start[0]) << name;
+            EXPECT_EQ(start[0], where == beside ? held : where == before) << name;
         }
-        EXPECT_EQ(edge.DistanceToPoint(point, nullptr, nullptr), inSpace.DistanceToPoint(point, nullptr, nullptr));
+        EXPECT_EQ(edge.DistanceToPoint(point, nullptr, nullptr), distance) << name;
     }
 }
 
 TYPED_TEST(EdgeTest, HandsOutALineNormalisedOnce)
 {
     using T = TypeParam;
-    int changedBySecondNormalising = 0;
     for (int i = 0; i < 400; ++i) {
         const TEdge2<T> edge(T(1), T(1), T(1 + i % 20), T(1 + i / 20));
         TVector2<T> once = edge.Vertex[1] - edge.Vertex[0];
         once.Normalise();
-        const TLine2<T> line = edge.GetLine();
-        ASSERT_TRUE(SameBits(line.direction.x, once.x) && SameBits(line.direction.y, once.y)) << i;
-        changedBySecondNormalising += TLine2<T>(edge.Vertex[0], once).direction != once;
-        ASSERT_EQ(TEdge3<T>(edge.Vertex[0], edge.Vertex[1]).GetLine().direction, TVector3<T>(once)) << i;
+        EXPECT_EQ(edge.GetLine().direction, once) << i;
     }
-    EXPECT_GT(changedBySecondNormalising, 0) << "the loop would not see a second normalising";
 }
 
 TYPED_TEST(EdgeTest, ComparesByItsStartAndMovesByVectorsAndMatrices)
@@ -118,21 +91,16 @@ TYPED_TEST(EdgeTest, ComparesByItsStartAndMovesByVectorsAndMatrices)
     using T = TypeParam;
     using Edge2 = TEdge2<T>;
     using Edge3 = TEdge3<T>;
-    EXPECT_FALSE(Edge2(0, 0, 1, 1) == Edge2(0, 0, 1, 2));
     EXPECT_TRUE(Edge2(0, 5, 1, 1) < Edge2(1, 0, 0, 0) && Edge2(1, 0, 0, 0) > Edge2(0, 5, 1, 1));
     EXPECT_FALSE(Edge2(0, 0, 1, 1) < Edge2(0, 5, 1, 1) || Edge2(0, 5, 1, 1) > Edge2(0, 0, 1, 1));
-    EXPECT_TRUE(Edge3(1, 2, 3, 4, 5, 6) == Edge3(1, 2, 3, 0, 0, 0) &&
-                Edge3(1, 2, 3, 9, 9, 9) < Edge3(1, 2, 4, 0, 0, 0));
+    EXPECT_TRUE(Edge3(1, 2, 3, 4, 5, 6) == Edge3(1, 2, 3, 0, 0, 0) && !(Edge2(0, 0, 1, 1) == Edge2(0, 0, 1, 2)));
 
-    Edge2 edge(1, 0, 0, 1);
-    EXPECT_EQ(edge - TVector2<T>(1, 2), Edge2(0, -2, -1, -1));
     // The two forms of the plane differ by a transpose, those of space do not.
-    EXPECT_EQ(edge * TMatrix2x2<T>(T(1), T(2), T(3), T(4)), Edge2(1, 2, 3, 4));
-    EXPECT_EQ(edge *= TMatrix2x2<T>(T(1), T(2), T(3), T(4)), Edge2(1, 3, 2, 4));
-    const T elements[9] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
-    Edge3 inSpace(1, 0, 0, 0, 0, 1);
-    EXPECT_EQ((inSpace * TMatrix3x3<T>(elements)).Vertex[1], TVector3<T>(7, 8, 9));
-    inSpace *= TMatrix3x3<T>(elements);
+    Edge2 edge(1, 0, 0, 1);
+    const TMatrix2x2<T> counting(1, 2, 3, 4);
+    EXPECT_TRUE(edge * counting == Edge2(1, 2, 3, 4) && (edge *= counting) == Edge2(1, 3, 2, 4));
+    const TMatrix3x3<T> larger(1, 2, 3, 4, 5, 6, 7, 8, 9);
+    Edge3 inSpace = Edge3(1, 0, 0, 0, 0, 1) *= larger;
     inSpace -= inSpace.Vertex[0];
     EXPECT_TRUE(inSpace.Vertex[0] == TVector3<T>() && inSpace.Vertex[1] == TVector3<T>(6, 6, 6)) << "an end of its own";
 }
@@ -143,9 +111,7 @@ TYPED_TEST(EdgeTest, MeetsTrianglesByCode)
     const V unwritten(-9, -9, -9);
     const V flat[3] = {{0, 0, 1}, {4, 0, 1}, {0, 4, 1}}, tilted[3] = {{0, 0, 1}, {4, 0, 1}, {0, 4, 5}};
     const std::tuple<const char*, const V*, V, V, TypeParam, int, V> rows[] = {
-        {"inside", flat, {1, 1, 0}, {1, 1, 4}, 0, 0, {1, 1, 1}},
         {"on a side", flat, {2, 2, 0}, {2, 2, 4}, 0, 3, {2, 2, 1}},
-        {"at a corner", flat, {4, 0, 0}, {4, 0, 4}, 0, 4, {4, 0, 1}},
         {"outside, the point is written", flat, {3, 3, 0}, {3, 3, 4}, 0, 1, {3, 3, 1}},
         {"beyond the range in x", flat, {5, 1, 0}, {6, 1, 4}, 0, 1, unwritten},
         {"in the plane", flat, {1, 1, 1}, {2, 1, 1}, 0, 2, unwritten},
@@ -153,7 +119,6 @@ TYPED_TEST(EdgeTest, MeetsTrianglesByCode)
         {"stops short, in range: taken as its line", tilted, {1, 1, 4}, {1, 1, 3}, 0, 0, {1, 1, 2}},
         {"one weight equal to the argument counts as zero", flat, {1, 0.5, 0}, {1, 0.5, 4}, 0.25, 3, {1, 0.5, 1}},
         {"two such weights do not", flat, {1, 2, 0}, {1, 2, 4}, 0.25, 0, {1, 2, 1}},
-        {"zero is not the argument", flat, {2, 0, 0}, {2, 0, 4}, 0.25, 0, {2, 0, 1}},
         {"a weight of one within the argument", flat, {3.5, 0.25, 0}, {3.5, 0.25, 4}, 0.125, 4, {3.5, 0.25, 1}},
         {"a product equal to the argument is parallel", flat, {1, 1, 0}, {1, 1, 4}, 64, 1, unwritten},
     };

@@ -1,10 +1,6 @@
-#include "../support/Types.h"
+#include "Values.h"
 
 #include <algorithm>
-#include <cmath>
-#include <vector>
-
-using namespace CorvexTest::Maths;
 
 template <class T>
 struct OrthogonalFitTest : ::testing::Test
@@ -20,7 +16,7 @@ struct OrthogonalFitTest : ::testing::Test
         return fitted.Fit(set, &(spread = 7), &(squares = 7));
     }
 };
-TYPED_TEST_SUITE(OrthogonalFitTest, CorvexTest::Scalars, CorvexTest::TypeNames);
+TYPED_TEST_SUITE(OrthogonalFitTest, Scalars, TypeNames);
 
 // Six points on the axes through a centre: all arithmetic is exact, and the singular values stand in axis order.
 TYPED_TEST(OrthogonalFitTest, ChoosesTheExtremeAxisAndTheFirstOfEqualOnes)

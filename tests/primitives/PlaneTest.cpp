@@ -1,19 +1,12 @@
-#include "../support/Types.h"
-
-#include <limits>
-#include <tuple>
-
-using namespace CorvexTest::Maths;
+#include "Values.h"
 
 template <class T>
-struct PlaneTest : ::testing::Test
-{};
-TYPED_TEST_SUITE(PlaneTest, CorvexTest::Scalars, CorvexTest::TypeNames);
+using PlaneTest = Primitive<T>;
+TYPED_TEST_SUITE(PlaneTest, Scalars, TypeNames);
 
 TYPED_TEST(PlaneTest, MeetsEdgesAndTriangles)
 {
     using V = TVector3<TypeParam>;
-    constexpr TypeParam least = std::numeric_limits<TypeParam>::denorm_min();
     const TPlane<TypeParam> level(0, 0, 0, 0, 0, 2);
     const V none(-9, -9, -9), corner;
     // Heights of the corners over (0, 0), (4, 0), (0, 4), and the points and indices of the edges that are found.
@@ -24,7 +17,7 @@ TYPED_TEST(PlaneTest, MeetsEdgesAndTriangles)
         {"corner below the tolerance", {0.125, 1, 1}, 0.25, {0, 0, 0.125}, 0, {0, 0, 0.125}, 2, false},
         {"corner at the tolerance", {0.25, 1, 1}, 0.25, none, 9, none, 9, false},
         {"edge in the plane", {0, 0, -1}, 0, {4, 0, 0}, 1, corner, 2, false},
-        {"product that underflows", {least, least, 1}, 0, {2, 0, least}, 0, none, 9, false}};
+        {"product that underflows", {this->least, this->least, 1}, 0, {2, 0, this->least}, 0, none, 9, false}};
     for (const auto& [name, z, tolerance, first, edge1, second, edge2, intersects] : rows) {
         const TTriangle3<TypeParam> triangle(V(0, 0, z.x), V(4, 0, z.y), V(0, 4, z.z));
         V p1 = none, p2 = none, where = none;

@@ -1,13 +1,8 @@
-#include "../support/Types.h"
-
-#include <tuple>
-
-using namespace CorvexTest::Maths;
+#include "Values.h"
 
 template <class T>
-struct TriangleTest : ::testing::Test
-{};
-TYPED_TEST_SUITE(TriangleTest, CorvexTest::Scalars, CorvexTest::TypeNames);
+using TriangleTest = Primitive<T>;
+TYPED_TEST_SUITE(TriangleTest, Scalars, TypeNames);
 
 TYPED_TEST(TriangleTest, HoldsTheSectorLeftOfItsWalk)
 {
