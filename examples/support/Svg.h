@@ -70,7 +70,8 @@ public:
     static constexpr double margin = 28;
     static constexpr double titleHeight = 40;
 
-    Page(const std::string& title, double width, double height)
+    /// A page of a size; its title is written at the top unless `written` is false, and names the page all the same.
+    Page(const std::string& title, double width, double height, bool written = true)
     {
         out.setf(std::ios::fixed);
         out.precision(2);
@@ -78,18 +79,22 @@ public:
             << width << "\" height=\"" << height
             << "\" font-family=\"Helvetica, Arial, sans-serif\" font-size=\"15\" fill=\"#333333\">\n"
             << "<title>" << Escaped(title) << "</title>\n"
-            << "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n"
-            << "<text x=\"" << margin << "\" y=\"" << margin + 14 << "\" font-size=\"19\">" << Escaped(title)
+            << "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+        if (!written) return;
+        out << "<text x=\"" << margin << "\" y=\"" << margin + 14 << "\" font-size=\"19\">" << Escaped(title)
             << "</text>\n";
     }
 
-    /// Joins points by lines, and the last to the first if the path is closed.
+    /// Joins points by lines, and the last to the first if the path is closed; `dashes` are lengths of lines and gaps
+    /// in turn, as SVG writes them.
     void Path(const std::vector<Point>& points, const Colour& stroke, double width, bool closed = false,
-              const Colour& fill = "none")
+              const Colour& fill = "none", const std::string& dashes = "")
     {
         if (points.empty()) return;
         out << "<path fill=\"" << fill << "\" stroke=\"" << stroke << "\" stroke-width=\"" << width
-            << "\" stroke-linejoin=\"round\" d=\"";
+            << "\" stroke-linejoin=\"round\"";
+        if (!dashes.empty()) out << " stroke-dasharray=\"" << dashes << '"';
+        out << " d=\"";
         char command = 'M';
         for (const Point& point : points) {
             out << command << point.x << ' ' << point.y;
