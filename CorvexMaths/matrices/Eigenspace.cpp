@@ -1,23 +1,23 @@
+// Eigenvalues and eigenvectors of symmetric matrices by Jacobi rotations.
+//
+// A rotation in the plane of two indices p < q by the angle whose tangent t solves
+//     t^2 + 2 t theta - 1 = 0,   theta = (a(q, q) - a(p, p)) / (2 a(p, q)),
+// the smaller root being taken, makes a(p, q) zero. With s and c the sine and cosine of the angle and
+// tau = s/(1 + c), every pair of elements x, y that the rotation mixes becomes
+//     x - s (y + tau x),   y + s (x - tau y).
+// Sweeps over the pairs go on until nothing is left above the diagonal; the eigenvectors are the columns of the
+// product of all rotations. That product is kept transposed, so that a rotation runs along two rows of it and the
+// eigenvectors end up as rows.
+//
+// Each rotation needs the outcome of the one before and is itself a chain of four divisions and two roots, whose
+// latency is nearly all of the time at small orders.
+
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/Kernels.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 
 #include <memory>
 #include <type_traits>
-
-/// Eigenvalues and eigenvectors of symmetric matrices by Jacobi rotations.
-///
-/// A rotation in the plane of two indices p < q by the angle whose tangent t solves
-///     t^2 + 2 t theta - 1 = 0,   theta = (a(q, q) - a(p, p)) / (2 a(p, q)),
-/// the smaller root being taken, makes a(p, q) zero. With s and c the sine and cosine of the angle and
-/// tau = s/(1 + c), every pair of elements x, y that the rotation mixes becomes
-///     x - s (y + tau x),   y + s (x - tau y).
-/// Sweeps over the pairs go on until nothing is left above the diagonal; the eigenvectors are the columns of the
-/// product of all rotations. That product is kept transposed, so that a rotation runs along two rows of it and the
-/// eigenvectors end up as rows.
-///
-/// Each rotation needs the outcome of the one before and is itself a chain of four divisions and two roots, whose
-/// latency is nearly all of the time at small orders.
 
 namespace Halmont::Orrin::CorvexMaths
 {

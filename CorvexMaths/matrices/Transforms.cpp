@@ -1,8 +1,8 @@
+// The builders that multiply elementary transforms into the matrices of order 3 and 4.
+
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 #include <CorvexMaths/matrices/TMatrix4x4.h>
 #include <CorvexMaths/vectors/TQuaternion.h>
-
-/// The builders that multiply elementary transforms into the matrices of order 3 and 4.
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -21,7 +21,7 @@ void MultiplyInto(M& matrix, M& transform, bool onRight, bool asRows)
 
 /// The rotation about an axis through the origin, in the layout for row vectors.
 template <class T>
-TMatrix3x3<T> Rotation(T const& angle, TVector3<T> const& axis)
+TMatrix3x3<T> RotationAbout(T const& angle, TVector3<T> const& axis)
 {
     TMatrix3x3<T> rotation = TQuaternion<T>(angle, axis).ToMatrix();
     rotation.Transpose();
@@ -61,7 +61,7 @@ void TMatrix3x3<T>::Multiply(TMatrix3x3* m, bool onRight, bool asRows)
 template <class T>
 void TMatrix3x3<T>::Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows)
 {
-    TMatrix3x3 rotation = Rotation(angle, axis);
+    TMatrix3x3 rotation = RotationAbout(angle, axis);
     Multiply(&rotation, onRight, asRows);
 }
 
@@ -96,7 +96,7 @@ void TMatrix4x4<T>::Multiply(TMatrix4x4* m, bool onRight, bool asRows)
 template <class T>
 void TMatrix4x4<T>::Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows)
 {
-    TMatrix4x4 rotation = Rotation(angle, axis);
+    TMatrix4x4 rotation = RotationAbout(angle, axis);
     Multiply(&rotation, onRight, asRows);
 }
 
@@ -104,7 +104,7 @@ template <class T>
 void TMatrix4x4<T>::Rotate(T const& angle, TVector3<T> const& axis, TVector3<T> const& point, bool onRight, bool asRows)
 {
     // Formed before the matrix changes, since the angle may be one of its elements.
-    TMatrix4x4 rotation = Rotation(angle, axis);
+    TMatrix4x4 rotation = RotationAbout(angle, axis);
     MultiplyAbout(point, *this, rotation, onRight, asRows);
 }
 

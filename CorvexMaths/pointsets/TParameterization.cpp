@@ -86,7 +86,7 @@ V<T> TParameterization<T, V>::Evaluate(const T& position) const
 template <class T, template <class> class V>
 T TParameterization<T, V>::GetLength(T from, T to) const
 {
-    if (from == to || parameters.GetCount() < 2) return T(0);
+    if (from == to || parameters.GetCount() < 2 || this->count < 2) return T(0);
     if (from > to) {
         const T larger = from;
         from = to;
@@ -109,6 +109,10 @@ typename TParameterization<T, V>::Bracket TParameterization<T, V>::FindBracket(c
 {
     Bracket bracket;
     parameters.BinarySearch(position, &bracket.lower, &bracket.upper, false);
+    // Parameters of points that have gone since stand for the last one.
+    const unsigned int last = this->count - 1;
+    if (bracket.lower > last) bracket.lower = last;
+    if (bracket.upper > last) bracket.upper = last;
     return bracket;
 }
 

@@ -17,8 +17,8 @@ namespace Halmont::Orrin::CorvexMaths
 ///
 /// The positions are those of the last `Parameterize`: a new set, be it a copy of points, has none, and a change of the
 /// points leaves them as they are, which nothing detects. Points may move in between; each is then found at its old
-/// position. Points beyond the parameters are not reached. After points were removed, `Parameterize` must come before
-/// the next `Evaluate` or `GetLength(from, to)`, which would read behind the list.
+/// position. Points beyond the parameters are not reached, and positions of points that have gone since lead
+/// to the last one.
 template <class T, template <class> class V>
 class CORVEX_API TParameterization : public TPointSet<T, V>
 {

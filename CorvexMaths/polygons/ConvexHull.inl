@@ -87,7 +87,6 @@ void TPolygon<T, V>::AddHullVertex(const V<T>& vertex)
         const TVector2<T> a = InPlane(this->storage[k - 1]);
         const TVector2<T> b = InPlane(this->storage[k]);
         const T turn = Turn(a, b, c);
-        if (turn < T(0)) continue;
         if (turn > T(0)) {
             if (k + 1 == this->count) {
                 this->Add(vertex);
@@ -95,11 +94,15 @@ void TPolygon<T, V>::AddHullVertex(const V<T>& vertex)
                 this->storage[k + 1] = vertex;
                 this->count = k + 2;
             }
-        } else if (turn == T(0)) {
+            return;
+        }
+        if (turn == T(0)) {
             if (IsFarther(a, b, c)) this->storage[k] = vertex;
             this->count = k + 1;
+            return;
         }
-        return;
+        // A turn of NaN at the last side drops the vertex; further back it ends nothing.
+        if (k + 1 == this->count && !(turn < T(0))) return;
     }
 }
 

@@ -69,8 +69,8 @@ struct EdgeValues
 };
 
 /// What the tests of TEdge2 ask about a point and an edge, by the same expressions and without a branch; either may be
-/// lanes of several. The products with the reversed edge, of which those tests speak,
-/// differ from `alongFromEnd` in the sign alone; here the comparisons are turned round instead.
+/// lanes of several. The products with the reversed edge, of which those tests speak, differ from `alongFromEnd` in the
+/// sign alone; here the comparisons are turned round instead.
 template <class EdgeValue, class Value = EdgeValue>
 struct PointAndEdge
 {

@@ -1,6 +1,7 @@
 #include <tests/polygons/PolygonSupport.h>
 
 #include <algorithm>
+#include <limits>
 
 using namespace CorvexTest;
 
@@ -23,6 +24,18 @@ TYPED_TEST(HullTest, HullsRunCounterClockwiseFromTheBottomLeft)
         polygon.MakeConvexHull();
         EXPECT_EQ(polygon.keepBox, flag != 0);
     });
+}
+
+TYPED_TEST(HullTest, TurnsThatOverflowEndNothingOnTheWayBack)
+{
+    using T = typename TypeParam::T;
+    // Products above 3.4 overflow, and their differences are no numbers.
+    const double unit = static_cast<double>(std::sqrt(std::numeric_limits<T>::max() / T(3.4)));
+    const Plane plane = {{unit, 0}, {-unit, -unit}, {0, 3 * unit}, {2 * unit, -2 * unit}, {3 * unit, -2 * unit}};
+    OpenPolygon<TypeParam> polygon(plane);
+    const auto points = polygon.GetOutline();
+    polygon.MakeConvexHull();
+    EXPECT_EQ(polygon.GetOutline(), (std::vector{points[3], points[4], points[2]}));
 }
 
 TYPED_TEST(HullTest, GridsLieLeftOfTheirHullAndAreSortedByArcCosines)

@@ -18,20 +18,13 @@ namespace CorvexTest
 using Plane = std::vector<std::pair<double, double>>;
 
 template <class Family>
-class OpenPolygon : public Family::Polygon
+struct OpenPolygon : Family::Polygon
 {
-public:
     using T = typename Family::T;
     using Vector = typename Family::Vector;
     using Base = typename Family::Polygon;
-    using Base::AddOffsetPoints;
-    using Base::GetSignedSimpleArea;
-    using Base::GetSignedTriangleAreaWithOrigin;
-    using Base::GetSimpleArea;
-    using Base::keepBox;
-    using Base::OffsetEdge;
-    using Base::SimplifySection;
-    using Base::sortedList;
+    using Base::AddOffsetPoints, Base::GetSignedSimpleArea, Base::GetSignedTriangleAreaWithOrigin;
+    using Base::GetSimpleArea, Base::keepBox, Base::OffsetEdge, Base::SimplifySection, Base::sortedList;
 
     /// The removed vertices, and whether the keep box flag was set at each removal.
     PlainOutline<T> removed;
@@ -67,22 +60,18 @@ public:
         for (const auto& vertex : GetOutline()) plane.emplace_back(vertex.x, vertex.y);
         return plane;
     }
-    /// Whether each vertex has z of 0 and w of 1 (flat), or is as it was added.
+    /// Whether each vertex has a z of the height and a w of 1, as far as it has them.
     bool IsAt(double height) const
     {
-        for (unsigned int i = 0; i < this->count; ++i) {
-            const T* const vertex = (*this)[i];
-            if (Family::dimension > 2 && static_cast<double>(vertex[2]) != height) return false;
-            if (Family::dimension > 3 && vertex[3] != T(1)) return false;
-        }
+        for (unsigned int i = 0; i < this->count; ++i)
+            for (unsigned int k = 2; k < Family::dimension; ++k)
+                if (static_cast<double>((*this)[i][k]) != (k == 2 ? height : 1)) return false;
         return true;
     }
     std::pair<double, double> GetBoxRange() const
     {
         return {this->GetBoundingBox().minimum.x, this->GetBoundingBox().maximum.x};
     }
-
-protected:
     void ElementRemoved(Vector& vertex) override
     {
         removed.emplace_back(vertex.x, vertex.y);
@@ -118,19 +107,11 @@ void ExpectOutlines(const Rows& rows, double height, double tolerance, Operation
     }
 }
 
-/// Scalars stand for polygons of TVector2.
 template <class T>
-using PlanePolygon = OpenPolygon<Family<T, Maths::TVector2>>;
-
-template <class T>
-::testing::AssertionResult AreSameBits(const PlainOutline<T>& a, const PlainOutline<T>& b)
+bool AreSameBits(const PlainOutline<T>& a, const PlainOutline<T>& b)
 {
-    if (a.size() != b.size())
-        return ::testing::AssertionFailure() << a.size() << " against " << b.size() << " vertices";
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (!SameBits(a[i].x, b[i].x) || !SameBits(a[i].y, b[i].y))
-            return ::testing::AssertionFailure() << "vertex " << i;
-    return ::testing::AssertionSuccess();
+    const auto areSame = [](const auto& p, const auto& q) { return SameBits(p.x, q.x) && SameBits(p.y, q.y); };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), areSame);
 }
 
 /// Random outlines of many kinds: scattered; on a coarse grid with zeros of both signs (ties at vertices, vertical,
@@ -142,8 +123,7 @@ PlainOutline<T> RandomOutline(std::mt19937_64& random)
     const auto pick = [&random](unsigned int n) { return static_cast<unsigned int>(random() % n); };
     std::uniform_real_distribution<T> scatter(T(-2), T(2));
     const unsigned int kind = pick(5);
-    const T scale = pick(4) == 0 ? T(1e4) : T(1);
-    const T shift = pick(8) == 0 ? T(1e30) : T(0);
+    const T scale = pick(4) == 0 ? T(1e4) : T(1), shift = pick(8) == 0 ? T(1e30) : T(0);
     const T rare[] = {std::numeric_limits<T>::infinity(), std::numeric_limits<T>::quiet_NaN(), T(-0.0)};
     PlainOutline<T> outline(1 + pick(150));
     for (auto& vertex : outline) {
