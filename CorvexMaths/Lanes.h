@@ -53,14 +53,14 @@ inline bool HasWideLanes()
 
 /// Reads a register from any address.
 template <class Lane, class T>
-CORVEX_ALWAYS_INLINE void Load(Lane& lane, T const* source)
+CORVEX_ALWAYS_INLINE void Load(Lane& lane, const T* source)
 {
     std::memcpy(&lane, source, sizeof(Lane));
 }
 
 /// Writes a register to any address.
 template <class Lane, class T>
-CORVEX_ALWAYS_INLINE void Store(T* target, Lane const& lane)
+CORVEX_ALWAYS_INLINE void Store(T* target, const Lane& lane)
 {
     std::memcpy(target, &lane, sizeof(Lane));
 }
@@ -74,18 +74,18 @@ CORVEX_ALWAYS_INLINE void Spread(Lane& lane, T value)
 
 /// Whether a comparison holds in any lane.
 template <class Mask>
-CORVEX_ALWAYS_INLINE bool AnyLane(Mask const& mask)
+CORVEX_ALWAYS_INLINE bool AnyLane(const Mask& mask)
 {
     std::uint64_t words[sizeof(Mask) / sizeof(std::uint64_t)];
     std::memcpy(words, &mask, sizeof(words));
     std::uint64_t any = 0;
-    for (std::uint64_t const word : words) any |= word;
+    for (const std::uint64_t word : words) any |= word;
     return any != 0;
 }
 
 /// Reads a register of the baseline's width.
 template <class T>
-inline BaselineLanes<T> LoadLanes(T const* values)
+inline BaselineLanes<T> LoadLanes(const T* values)
 {
     BaselineLanes<T> lanes;
     Load(lanes, values);
@@ -94,7 +94,7 @@ inline BaselineLanes<T> LoadLanes(T const* values)
 
 /// Reads every `stride`-th value.
 template <class T, unsigned int stride>
-inline BaselineLanes<T> GatherLanes(T const* values)
+inline BaselineLanes<T> GatherLanes(const T* values)
 {
     if constexpr (baselineCount<T> == 2)
         return BaselineLanes<T>{values[0], values[stride]};

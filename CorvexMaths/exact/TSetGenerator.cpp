@@ -45,7 +45,7 @@ unsigned long long GetTaken(const T* set, T position, T first)
 {
     unsigned long long taken = 0;
     for (T i = 0; i < position; ++i) {
-        const T offset = static_cast<T>(set[i] - first); // far above the window for a smaller value
+        const T offset = static_cast<T>(set[i] - first); // outside the window for a smaller value, too: it wraps
         taken |= static_cast<unsigned long long>(offset < windowWidth) << (offset % windowWidth);
     }
     return taken;

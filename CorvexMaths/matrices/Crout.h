@@ -29,7 +29,7 @@ bool ScaleRows(T* const* rows, int* pivots, T* scale, T* parity, Order order)
     for (unsigned int i = 0; i < order; ++i) {
         T greatest = T(0);
         for (unsigned int j = 0; j < order; ++j) {
-            T const size = Numbers::Absolute(rows[i][j]);
+            const T size = Numbers::Absolute(rows[i][j]);
             if (size > greatest) greatest = size;
         }
         if (greatest == T(0)) return false;
@@ -57,7 +57,7 @@ void PlacePivot(T* const* rows, int* pivots, T* scale, T* parity, unsigned int j
         T* const pivotRow = rows[pivot];
         T* const row = rows[j];
         for (unsigned int k = 0; k < order; ++k) {
-            T const element = pivotRow[k];
+            const T element = pivotRow[k];
             pivotRow[k] = row[k];
             row[k] = element;
         }
@@ -91,7 +91,7 @@ void FactorByColumns(T* const* rows, int* pivots, T* scale, T* parity, Order ord
         }
         PlacePivot(rows, pivots, scale, parity, j, pivot, order);
         if (j == order - 1) break;
-        T const reciprocal = T(1) / rows[j][j];
+        const T reciprocal = T(1) / rows[j][j];
         for (unsigned int i = j + 1; i < order; ++i) rows[i][j] *= reciprocal;
     }
 }
@@ -99,13 +99,13 @@ void FactorByColumns(T* const* rows, int* pivots, T* scale, T* parity, Order ord
 /// Solves for one right-hand side: the swaps interleaved with the forward sums, which begin at the first value that is
 /// not 0, then the backward sums.
 template <class T, class Order>
-void Substitute(T* const* rows, int const* pivots, T const* b, T* x, Order order)
+void Substitute(T* const* rows, const int* pivots, const T* b, T* x, Order order)
 {
     for (unsigned int i = 0; i < order; ++i) x[i] = b[i];
 
     unsigned int first = order;
     for (unsigned int i = 0; i < order; ++i) {
-        int const pivot = pivots[i];
+        const int pivot = pivots[i];
         T sum = x[pivot];
         x[pivot] = x[i];
         if (first != order) {

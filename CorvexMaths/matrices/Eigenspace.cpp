@@ -35,7 +35,7 @@ constexpr unsigned int rotatedOrder = 3;
 template <class T>
 inline bool IsLostIn(T value, T g)
 {
-    T const size = Numbers::Absolute(value);
+    const T size = Numbers::Absolute(value);
     return size + g == size;
 }
 
@@ -48,8 +48,8 @@ struct Rotation
 
     void Mix(T& x, T& y) const
     {
-        T const oldX = x;
-        T const oldY = y;
+        const T oldX = x;
+        const T oldY = y;
         x = oldX - (tau * oldX + oldY) * s;
         y = oldY + (oldX - tau * oldY) * s;
     }
@@ -122,11 +122,11 @@ private:
     /// Rotates the pairs once and brings the diagonal up to date. False if no element above the diagonal has changed.
     bool Sweep(unsigned int sweep)
     {
-        T const threshold = Threshold(sweep);
+        const T threshold = Threshold(sweep);
         bool changed = false;
         for (unsigned int p = 0; p < rotatedOrder && p < order; ++p) {
             for (unsigned int q = p + 1; q < rotatedOrder && q < order; ++q) {
-                T const g = T(100) * Numbers::Absolute(a[p][q]);
+                const T g = T(100) * Numbers::Absolute(a[p][q]);
                 if (sweep > thresholdSweeps && IsLostIn(values[p], g) && IsLostIn(values[q], g)) {
                     changed |= a[p][q] != T(0);
                     a[p][q] = T(0);
@@ -148,18 +148,18 @@ private:
     static T Tangent(T element, T h, T g)
     {
         if (IsLostIn(h, g)) return element / h;
-        T const theta = h * T(0.5) / element;
-        T const t = T(1) / (Numbers::SquareRoot(theta * theta + T(1)) + Numbers::Absolute(theta));
+        const T theta = h * T(0.5) / element;
+        const T t = T(1) / (Numbers::SquareRoot(theta * theta + T(1)) + Numbers::Absolute(theta));
         return theta < T(0) ? -t : t;
     }
 
     void Rotate(unsigned int p, unsigned int q, T g)
     {
-        T const t = Tangent(a[p][q], values[q] - values[p], g);
-        T const c = T(1) / Numbers::SquareRoot(t * t + T(1));
-        T const s = c * t;
-        Rotation<T> const rotation = {s, s / (c + T(1))};
-        T const h = t * a[p][q];
+        const T t = Tangent(a[p][q], values[q] - values[p], g);
+        const T c = T(1) / Numbers::SquareRoot(t * t + T(1));
+        const T s = c * t;
+        const Rotation<T> rotation = {s, s / (c + T(1))};
+        const T h = t * a[p][q];
         z[p] -= h;
         z[q] += h;
         values[p] -= h;
@@ -217,9 +217,9 @@ template <class T>
 bool TMatrixMxN<T>::Eigenspace(T* values, T** vectors) const
 {
     if (m != n) return false;
-    std::unique_ptr<T[]> const b(new T[m]);
-    std::unique_ptr<T[]> const z(new T[m]);
-    TMatrixMxN const work(*this);
+    const std::unique_ptr<T[]> b(new T[m]);
+    const std::unique_ptr<T[]> z(new T[m]);
+    const TMatrixMxN work(*this);
     return Kernels::EigenspaceRows(work.rows, values, vectors, m, b.get(), z.get());
 }
 

@@ -18,7 +18,7 @@ using FixedOrder = std::integral_constant<unsigned int, N>;
 
 /// The parity times the diagonal of the factors, in ascending order.
 template <class M, class T>
-T DiagonalProduct(M const& lu, T parity)
+T DiagonalProduct(const M& lu, T parity)
 {
     T product = parity;
     for (unsigned int i = 0; i < lu.GetM(); ++i) product *= lu[i][i];
@@ -29,7 +29,7 @@ T DiagonalProduct(M const& lu, T parity)
 /// their rows, and finite multipliers: then a column whose 1 is still to come takes only zeros from its zeros, which
 /// leaves them +0 as if they had been passed over. False, with nothing written, where that does not hold.
 template <unsigned int N, class T>
-bool InvertSideBySide(T (&inverse)[N * N], T const (&lu)[N * N], int const* pivots)
+bool InvertSideBySide(T (&inverse)[N * N], const T (&lu)[N * N], const int* pivots)
 {
     T probe = T(0);
     for (unsigned int i = 0; i < N; ++i) {
@@ -42,7 +42,7 @@ bool InvertSideBySide(T (&inverse)[N * N], T const (&lu)[N * N], int const* pivo
     unsigned int columns[N];
     for (unsigned int i = 0; i < N; ++i) columns[i] = i;
     for (unsigned int i = 0; i < N; ++i) {
-        unsigned int const column = columns[pivots[i]];
+        const unsigned int column = columns[pivots[i]];
         columns[pivots[i]] = columns[i];
         x[i][column] = T(1);
     }
@@ -62,7 +62,7 @@ bool InvertSideBySide(T (&inverse)[N * N], T const (&lu)[N * N], int const* pivo
 } // namespace
 
 template <class M, class T, unsigned int N>
-TMatrixMxN<T> SquareMatrixOperations<M, T, N>::operator*(TMatrixMxN<T> const& other)
+TMatrixMxN<T> SquareMatrixOperations<M, T, N>::operator*(const TMatrixMxN<T>& other)
 {
     TMatrixMxN<T> result(N, other.n);
     result.ToNull();
@@ -85,7 +85,7 @@ bool SquareMatrixOperations<M, T, N>::LUD(M* lu, int* const pivots, T* parity) c
 }
 
 template <class M, class T, unsigned int N>
-void SquareMatrixOperations<M, T, N>::BackSub(M& lu, int const* const pivots, T const* const b, T* x)
+void SquareMatrixOperations<M, T, N>::BackSub(M& lu, const int* const pivots, const T* const b, T* x)
 {
     T* rows[N];
     lu.GetRows(rows);

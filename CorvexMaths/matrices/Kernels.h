@@ -28,12 +28,12 @@ bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order);
 
 /// Solves with the factors of LUDRows: reads b, writes x; the two may be the same array.
 template <class T>
-void BackSubRows(T** rows, int const* pivots, T const* b, T* x, unsigned int order);
+void BackSubRows(T** rows, const int* pivots, const T* b, T* x, unsigned int order);
 
 /// Replaces the rows by the inverse of the matrix whose factors the rows of `lu` hold: column c becomes, to the bit,
 /// what BackSubRows answers for the unit vector c. The two row arrays must not share elements.
 template <class T>
-void InvertRows(T** rows, T** lu, int const* pivots, unsigned int order);
+void InvertRows(T** rows, T** lu, const int* pivots, unsigned int order);
 
 /// Writes the eigenvalues and, as rows, the eigenvectors of a symmetric matrix; see TMatrix3x3::Eigenspace. Of `a` only
 /// the diagonal and the elements above it are read, and they are lost. `b` and `z` are workspaces of `order` values. No

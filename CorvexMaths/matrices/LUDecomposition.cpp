@@ -19,7 +19,7 @@ constexpr unsigned int blockColumns = 24;
 
 /// Takes a multiple of one row from another.
 template <class T>
-inline void SubtractRow(T* __restrict target, T const* __restrict row, T factor, unsigned int count)
+inline void SubtractRow(T* __restrict target, const T* __restrict row, T factor, unsigned int count)
 {
     for (unsigned int j = 0; j < count; ++j) target[j] -= factor * row[j];
 }
@@ -39,7 +39,7 @@ bool FactorBlock(T** rows, int* pivots, T* scale, T* parity, unsigned int order,
         PlacePivot(rows, pivots, scale, parity, j, pivot, order);
         if (j == order - 1) return true;
 
-        T const reciprocal = T(1) / rows[j][j];
+        const T reciprocal = T(1) / rows[j][j];
         for (unsigned int i = j + 1; i < order; ++i) {
             rows[i][j] *= reciprocal;
             SubtractRow(rows[i] + j + 1, rows[j] + j + 1, rows[i][j], end - j - 1);
@@ -54,8 +54,8 @@ bool FactorByBlocks(T** rows, int* pivots, T* scale, T* parity, unsigned int ord
 {
     unsigned int pivot = 0;
     for (unsigned int begin = 0; begin < order; begin += blockColumns) {
-        unsigned int const end = order - begin < blockColumns ? order : begin + blockColumns;
-        unsigned int const rest = order - end;
+        const unsigned int end = order - begin < blockColumns ? order : begin + blockColumns;
+        const unsigned int rest = order - end;
         if (!FactorBlock(rows, pivots, scale, parity, order, begin, end, pivot)) return false;
 
         // What lies to the right of the block: first its own rows, each from those above it, then all rows below.
@@ -82,23 +82,23 @@ void CopyRows(T* const* rows, T* block, unsigned int order, bool back)
 
 #ifdef CORVEX_WIDE_LANES
 template <class T>
-CORVEX_WIDE_LANES void SolvePanelWide(T* panel, T const* const* lu, unsigned int order, unsigned int q)
+CORVEX_WIDE_LANES void SolvePanelWide(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
     SolvePanel<T, wideBytes>(panel, lu, order, q);
 }
 #endif
 
 template <class T>
-void SolvePanelBaseline(T* panel, T const* const* lu, unsigned int order, unsigned int q)
+void SolvePanelBaseline(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
     SolvePanel<T, baselineBytes>(panel, lu, order, q);
 }
 
 /// The inverse column by column.
 template <class T>
-void InvertByColumns(T** rows, T** lu, int const* pivots, unsigned int order)
+void InvertByColumns(T** rows, T** lu, const int* pivots, unsigned int order)
 {
-    std::unique_ptr<T[]> const values(new T[2 * std::size_t(order)]);
+    const std::unique_ptr<T[]> values(new T[2 * std::size_t(order)]);
     T* const unit = values.get();
     T* const solution = unit + order;
     for (unsigned int c = 0; c < order; ++c) {
@@ -111,16 +111,16 @@ void InvertByColumns(T** rows, T** lu, int const* pivots, unsigned int order)
 
 /// The inverse panel by panel; every pivot must be at or below its row.
 template <class T>
-void InvertByPanels(T** rows, T** lu, int const* pivots, unsigned int order)
+void InvertByPanels(T** rows, T** lu, const int* pivots, unsigned int order)
 {
     constexpr unsigned int width = panelBytes / sizeof(T);
-    std::unique_ptr<T[]> const panel(new T[std::size_t(order) * width]);
+    const std::unique_ptr<T[]> panel(new T[std::size_t(order) * width]);
 
     // Which column of the inverse has its 1 at row q once the swaps are done.
-    std::unique_ptr<unsigned int[]> const columns(new unsigned int[order]);
+    const std::unique_ptr<unsigned int[]> columns(new unsigned int[order]);
     for (unsigned int q = 0; q < order; ++q) columns[q] = q;
     for (unsigned int q = 0; q < order; ++q) {
-        unsigned int const column = columns[q];
+        const unsigned int column = columns[q];
         columns[q] = columns[static_cast<unsigned int>(pivots[q])];
         columns[static_cast<unsigned int>(pivots[q])] = column;
     }
@@ -148,7 +148,7 @@ bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order)
         return true;
     }
 
-    std::unique_ptr<T[]> const kept(new T[std::size_t(order) * order]);
+    const std::unique_ptr<T[]> kept(new T[std::size_t(order) * order]);
     CopyRows(rows, kept.get(), order, false);
     if (!FactorByBlocks(rows, pivots, scale, parity, order)) {
         CopyRows(rows, kept.get(), order, true);
@@ -159,13 +159,13 @@ bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order)
 }
 
 template <class T>
-void BackSubRows(T** rows, int const* pivots, T const* b, T* x, unsigned int order)
+void BackSubRows(T** rows, const int* pivots, const T* b, T* x, unsigned int order)
 {
     Substitute(rows, pivots, b, x, order);
 }
 
 template <class T>
-void InvertRows(T** rows, T** lu, int const* pivots, unsigned int order)
+void InvertRows(T** rows, T** lu, const int* pivots, unsigned int order)
 {
     bool downwards = true;
     for (unsigned int i = 0; i < order; ++i) downwards = downwards && pivots[i] >= static_cast<int>(i);
@@ -177,9 +177,9 @@ void InvertRows(T** rows, T** lu, int const* pivots, unsigned int order)
 
 template bool LUDRows(float**, int*, float*, float*, unsigned int);
 template bool LUDRows(double**, int*, double*, double*, unsigned int);
-template void BackSubRows(float**, int const*, float const*, float*, unsigned int);
-template void BackSubRows(double**, int const*, double const*, double*, unsigned int);
-template void InvertRows(float**, float**, int const*, unsigned int);
-template void InvertRows(double**, double**, int const*, unsigned int);
+template void BackSubRows(float**, const int*, const float*, float*, unsigned int);
+template void BackSubRows(double**, const int*, const double*, double*, unsigned int);
+template void InvertRows(float**, float**, const int*, unsigned int);
+template void InvertRows(double**, double**, const int*, unsigned int);
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -38,8 +38,8 @@ void MultiplyByRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inn
 {
     for (unsigned int i = 0; i < rowCount; ++i) {
         for (unsigned int t = 0; t < inner; ++t) {
-            T const factor = a[i][t];
-            T const* const row = b[t];
+            const T factor = a[i][t];
+            const T* const row = b[t];
             T* const sums = c[i];
             for (unsigned int j = 0; j < columnCount; ++j) sums[j] += factor * row[j];
         }

@@ -18,8 +18,8 @@ inline constexpr unsigned int panelBytes = 128;
 
 /// Takes the products of `factors` with the panel's rows from `begin` to `end` from a row of the panel.
 template <class T, unsigned int Bytes>
-CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, T const* factors, T const* panel, unsigned int begin,
-                                            unsigned int end, T const* divisor)
+CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, const T* factors, const T* panel, unsigned int begin,
+                                            unsigned int end, const T* divisor)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     constexpr unsigned int lane = Lanes<T, Bytes>::count;
@@ -27,9 +27,9 @@ CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, T const* factors, T const* p
     constexpr unsigned int width = laneCount * lane;
     Lane sums[laneCount];
     for (unsigned int l = 0; l < laneCount; ++l) Load(sums[l], row + l * lane);
-    T const* source = panel + static_cast<decltype(sizeof(T))>(begin) * width;
+    const T* source = panel + static_cast<decltype(sizeof(T))>(begin) * width;
     for (unsigned int j = begin; j < end; ++j, source += width) {
-        T const factor = factors[j];
+        const T factor = factors[j];
         for (unsigned int l = 0; l < laneCount; ++l) {
             Lane other;
             Load(other, source + l * lane);
@@ -43,7 +43,7 @@ CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, T const* factors, T const* p
 
 /// Whether all values are finite.
 template <class T>
-CORVEX_ALWAYS_INLINE bool AreFinite(T const* values, unsigned int begin, unsigned int end)
+CORVEX_ALWAYS_INLINE bool AreFinite(const T* values, unsigned int begin, unsigned int end)
 {
     T probe = T(0);
     for (unsigned int j = begin; j < end; ++j) probe += values[j] * T(0);
@@ -53,10 +53,10 @@ CORVEX_ALWAYS_INLINE bool AreFinite(T const* values, unsigned int begin, unsigne
 /// Fills the panel with the solutions for the unit vectors with their 1 at q, q + 1, ... (those from `order` on, which
 /// do not exist, hold nothing of use).
 template <class T, unsigned int Bytes>
-CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, T const* const* lu, unsigned int order, unsigned int q)
+CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
     constexpr unsigned int width = panelBytes / sizeof(T);
-    auto const rowOf = [panel](unsigned int i) { return panel + static_cast<decltype(sizeof(T))>(i) * width; };
+    const auto rowOf = [panel](unsigned int i) { return panel + static_cast<decltype(sizeof(T))>(i) * width; };
     for (unsigned int i = 0; i < order; ++i)
         for (unsigned int l = 0; l < width; ++l) rowOf(i)[l] = T(0);
 
@@ -64,7 +64,7 @@ CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, T const* const* lu, unsigned int 
         // Column q + l takes part from row q + l on. Where the factors are finite, the rows before only take zeros from
         // the zero that stands there, which leaves it +0; otherwise they are left out.
         unsigned int begin = q;
-        unsigned int const end = i - q < width ? i : q + width;
+        const unsigned int end = i - q < width ? i : q + width;
         if (!AreFinite(lu[i], q, end)) {
             for (; begin < end; ++begin)
                 for (unsigned int l = 0; l <= begin - q; ++l) rowOf(i)[l] -= lu[i][begin] * rowOf(begin)[l];

@@ -34,7 +34,7 @@ template <class T, unsigned int PanelWidth>
 inline void Pack(T* panel, Block<T> b, unsigned int length, unsigned int width)
 {
     for (unsigned int t = 0; t < length; ++t, panel += PanelWidth) {
-        T const* const row = b[t];
+        const T* const row = b[t];
         for (unsigned int j = 0; j < width; ++j) panel[j] = row[j];
         for (unsigned int j = width; j < PanelWidth; ++j) panel[j] = T(0);
     }
@@ -42,18 +42,18 @@ inline void Pack(T* panel, Block<T> b, unsigned int length, unsigned int width)
 
 /// Runs one tile of sums of `Rows` rows through the block.
 template <class T, unsigned int Bytes, bool Subtract, unsigned int Rows>
-CORVEX_ALWAYS_INLINE void RunTile(Block<T> c, Block<T> a, T const* panel, unsigned int length, unsigned int width)
+CORVEX_ALWAYS_INLINE void RunTile(Block<T> c, Block<T> a, const T* panel, unsigned int length, unsigned int width)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     constexpr unsigned int lane = Lanes<T, Bytes>::count;
     constexpr unsigned int panelWidth = tileLanes * lane;
 
-    T const* factors[Rows];
+    const T* factors[Rows];
     Lane sums[Rows][tileLanes];
     T edge[panelWidth] = {};
     for (unsigned int r = 0; r < Rows; ++r) {
         factors[r] = a[r];
-        T const* source = c[r];
+        const T* source = c[r];
         if (width < panelWidth) {
             for (unsigned int j = 0; j < width; ++j) edge[j] = source[j];
             source = edge;
@@ -65,7 +65,7 @@ CORVEX_ALWAYS_INLINE void RunTile(Block<T> c, Block<T> a, T const* panel, unsign
         Lane row[tileLanes];
         for (unsigned int l = 0; l < tileLanes; ++l) Load(row[l], panel + l * lane);
         for (unsigned int r = 0; r < Rows; ++r) {
-            T const factor = factors[r][t];
+            const T factor = factors[r][t];
             for (unsigned int l = 0; l < tileLanes; ++l) {
                 if constexpr (Subtract)
                     sums[r][l] -= factor * row[l];
@@ -91,9 +91,9 @@ CORVEX_ALWAYS_INLINE void RunTiles(Block<T> c, Block<T> a, Block<T> b, unsigned 
     constexpr unsigned int panelWidth = tileLanes * Lanes<T, Bytes>::count;
     alignas(64) T panel[blockLength * panelWidth];
     for (unsigned int t = 0; t < inner; t += blockLength) {
-        unsigned int const length = inner - t < blockLength ? inner - t : blockLength;
+        const unsigned int length = inner - t < blockLength ? inner - t : blockLength;
         for (unsigned int j = 0; j < columnCount; j += panelWidth) {
-            unsigned int const width = columnCount - j < panelWidth ? columnCount - j : panelWidth;
+            const unsigned int width = columnCount - j < panelWidth ? columnCount - j : panelWidth;
             Pack<T, panelWidth>(panel, b.Below(t).RightOf(j), length, width);
             unsigned int i = 0;
             for (; rowCount - i >= tileRows; i += tileRows)

@@ -21,13 +21,13 @@ namespace
 template <class T, class Width>
 void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext, Width width)
 {
-    unsigned int const l = i + 1;
-    T const* const x = u[i];
+    const unsigned int l = i + 1;
+    const T* const x = u[i];
     T* const factors = v[i] + l;
     if (sumNext) {
         // Row i of the block is that of the identity; its terms come first.
         T* const sums = v[i - 1] + i;
-        T const first = u[i - 1][i];
+        const T first = u[i - 1][i];
         sums[0] = T(0) + first * T(1);
         for (unsigned int j = 0; j < width.Get(); ++j) sums[1 + j] = T(0) + first * T(0);
     }
@@ -51,16 +51,16 @@ void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext,
 
 /// Builds V. A superdiagonal element of 0 tells that its row had no reflection.
 template <class T>
-void AccumulateRight(T** u, T** v, T const* work, unsigned int n)
+void AccumulateRight(T** u, T** v, const T* work, unsigned int n)
 {
     bool summed = false;
     for (unsigned int i = n; i-- > 0;) {
-        unsigned int const l = i + 1;
+        const unsigned int l = i + 1;
         if (l < n && work[l] != T(0)) {
             if (!summed) {
                 SetZero(v[i] + l, n - l);
                 for (unsigned int k = l; k < n; ++k) {
-                    RowBlock<T, 1> const block{{v[k] + l}, {u[i][k]}};
+                    const RowBlock<T, 1> block{{v[k] + l}, {u[i][k]}};
                     T* sums = v[i] + l;
                     AddRows(block, sums, AnyWidth{n - l});
                 }
@@ -125,7 +125,7 @@ void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n)
 {
     bool summed = false;
     for (unsigned int i = m < n ? m : n; i-- > 0;) {
-        unsigned int const count = n - i - 1;
+        const unsigned int count = n - i - 1;
         T* const row = u[i] + i;
         if (w[i][i] == T(0)) {
             summed = false;
@@ -134,13 +134,13 @@ void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n)
             *row += T(1);
             continue;
         }
-        T const g = T(1) / w[i][i];
-        T const head = *row;
+        const T g = T(1) / w[i][i];
+        const T head = *row;
         T* const factors = row + 1;
         if (!summed) SumColumnProducts(u, i + 1, m, i, factors, count);
         for (unsigned int j = 0; j < count; ++j) factors[j] = (factors[j] / head) * g;
 
-        T const diagonal = head * g + T(1);
+        const T diagonal = head * g + T(1);
         summed = i > 0 && w[i - 1][i - 1] != T(0);
         WithWidth(count, [&](auto width) { SweepLeft(u, i, m, g, diagonal, summed, width); });
         for (unsigned int j = 0; j < count; ++j) factors[j] = T(0) + factors[j] * head;

@@ -24,14 +24,14 @@ constexpr unsigned int passLimit = 30;
 template <class T>
 inline T Hypotenuse(T a, T b)
 {
-    T const x = Numbers::Absolute(a);
-    T const y = Numbers::Absolute(b);
+    const T x = Numbers::Absolute(a);
+    const T y = Numbers::Absolute(b);
     if (x > y) {
-        T const ratio = y / x;
+        const T ratio = y / x;
         return x * Numbers::SquareRoot(T(1) + ratio * ratio);
     }
     if (y == T(0)) return T(0);
-    T const ratio = x / y;
+    const T ratio = x / y;
     return y * Numbers::SquareRoot(T(1) + ratio * ratio);
 }
 
@@ -61,7 +61,7 @@ private:
     bool Converge(unsigned int k, unsigned int iterationLimit)
     {
         for (unsigned int pass = 1; pass <= passLimit; ++pass) {
-            unsigned int const l = FindBlock(k);
+            const unsigned int l = FindBlock(k);
             if (l == k) {
                 MakePositive(k);
                 return true;
@@ -93,10 +93,10 @@ private:
         T c = T(0);
         T s = T(1);
         for (unsigned int i = l; i <= k; ++i) {
-            T const f = s * work[i];
+            const T f = s * work[i];
             work[i] = c * work[i];
             if (IsNegligible(f)) return;
-            T const g = w[i][i];
+            const T g = w[i][i];
             T h = Hypotenuse(f, g);
             w[i][i] = h;
             h = T(1) / h;
@@ -118,13 +118,13 @@ private:
     /// B.
     T Shift(unsigned int l, unsigned int k) const
     {
-        T const x = w[l][l];
-        T const y = w[k - 1][k - 1];
-        T const z = w[k][k];
-        T const g = work[k - 1];
-        T const h = work[k];
-        T const f = ((y - z) * (y + z) + (g - h) * (g + h)) / (T(2) * h * y);
-        T const root = Hypotenuse(f, T(1));
+        const T x = w[l][l];
+        const T y = w[k - 1][k - 1];
+        const T z = w[k][k];
+        const T g = work[k - 1];
+        const T h = work[k];
+        const T f = ((y - z) * (y + z) + (g - h) * (g + h)) / (T(2) * h * y);
+        const T root = Hypotenuse(f, T(1));
         return ((x - z) * (x + z) + h * (y / (f + WithSign(root, f)) - h)) / x;
     }
 
@@ -136,7 +136,7 @@ private:
         T c = T(1);
         T s = T(1);
         for (unsigned int i = l + 1; i <= k; ++i) {
-            unsigned int const j = i - 1;
+            const unsigned int j = i - 1;
             // From the right: columns j and i of B, which fills in below the diagonal.
             T g = c * work[i];
             T h = s * work[i];
@@ -155,7 +155,7 @@ private:
             z = Hypotenuse(f, h);
             w[j][j] = z;
             if (z != T(0)) {
-                T const inverse = T(1) / z;
+                const T inverse = T(1) / z;
                 c = f * inverse;
                 s = h * inverse;
             }

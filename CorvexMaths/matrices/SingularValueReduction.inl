@@ -25,7 +25,7 @@ namespace
 template <class T>
 inline T WithSign(T a, T b)
 {
-    T const magnitude = Numbers::Absolute(a);
+    const T magnitude = Numbers::Absolute(a);
     return b < T(0) ? -magnitude : magnitude;
 }
 
@@ -40,9 +40,9 @@ struct Reflection
 template <class T>
 inline Reflection<T> MakeReflection(T& head, T squares)
 {
-    T const f = head;
-    T const g = -WithSign(Numbers::SquareRoot(squares), f);
-    T const h = f * g - squares;
+    const T f = head;
+    const T g = -WithSign(Numbers::SquareRoot(squares), f);
+    const T h = f * g - squares;
     head = f - g;
     return {g, h};
 }
@@ -53,7 +53,7 @@ T DivideColumn(T** u, unsigned int i, unsigned int m, T scale)
 {
     T squares = T(0);
     for (unsigned int k = i; k < m; ++k) {
-        T const element = u[k][i] / scale;
+        const T element = u[k][i] / scale;
         u[k][i] = element;
         squares += element * element;
     }
@@ -76,10 +76,10 @@ struct ReductionStep
 /// Applies both reflections of a step to the rows from `from` to before `to`, each row complete before it is left, and
 /// answers what column i + 1 is to be divided by: the sum of its absolute values over these rows.
 template <class T, class Width>
-T SweepRows(T** u, unsigned int from, unsigned int to, ReductionStep<T> const& step, Width width)
+T SweepRows(T** u, unsigned int from, unsigned int to, const ReductionStep<T>& step, Width width)
 {
-    bool const reflectColumn = step.columnScale != T(0);
-    bool const reflectRow = step.rowScale != T(0);
+    const bool reflectColumn = step.columnScale != T(0);
+    const bool reflectRow = step.rowScale != T(0);
     Held<T, Width> columnFactors(step.columnFactors, width);
     Held<T, Width> rowVector(step.rowVector, width);
     Held<T, Width> rowVectorOverH(step.rowVectorOverH, width);
@@ -107,9 +107,9 @@ T SweepRows(T** u, unsigned int from, unsigned int to, ReductionStep<T> const& s
 template <class T>
 T ReflectColumn(T** u, unsigned int i, unsigned int m, unsigned int n, T scale, T* factors)
 {
-    unsigned int const count = n - i - 1;
+    const unsigned int count = n - i - 1;
     T* const row = u[i] + i;
-    Reflection<T> const reflection = MakeReflection(*row, DivideColumn(u, i, m, scale));
+    const Reflection<T> reflection = MakeReflection(*row, DivideColumn(u, i, m, scale));
     SumColumnProducts(u, i, m, i, factors, count);
     for (unsigned int j = 0; j < count; ++j) {
         factors[j] = factors[j] / reflection.h;
@@ -128,7 +128,7 @@ Reflection<T> ReflectRow(T* row, unsigned int count, T scale, T* rowOverH)
         row[k] /= scale;
         squares += row[k] * row[k];
     }
-    Reflection<T> const reflection = MakeReflection(row[0], squares);
+    const Reflection<T> reflection = MakeReflection(row[0], squares);
     for (unsigned int k = 0; k < count; ++k) rowOverH[k] = row[k] / reflection.h;
     return reflection;
 }
@@ -145,8 +145,8 @@ T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int 
     for (unsigned int k = 0; k < m; ++k) columnScale += Numbers::Absolute(u[k][0]);
 
     for (unsigned int i = 0; i < n; ++i) {
-        unsigned int const l = i + 1;
-        unsigned int const count = n - l;
+        const unsigned int l = i + 1;
+        const unsigned int count = n - l;
         work[i] = superdiagonal;
         superdiagonal = T(0);
         T diagonal = T(0);
@@ -157,7 +157,7 @@ T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int 
 
             for (unsigned int k = 0; k < count; ++k) step.rowScale += Numbers::Absolute(row[k]);
             if (step.rowScale != T(0)) {
-                Reflection<T> const reflection = ReflectRow(row, count, step.rowScale, work + l);
+                const Reflection<T> reflection = ReflectRow(row, count, step.rowScale, work + l);
                 superdiagonal = step.rowScale * reflection.g;
             }
 
@@ -166,7 +166,7 @@ T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int 
                 for (unsigned int k = 0; k < count; ++k) row[k] *= step.rowScale;
         }
         w[i][i] = diagonal;
-        T const size = Numbers::Absolute(diagonal) + Numbers::Absolute(work[i]);
+        const T size = Numbers::Absolute(diagonal) + Numbers::Absolute(work[i]);
         if (!(size < norm)) norm = size;
     }
     return norm;

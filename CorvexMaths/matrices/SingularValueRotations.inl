@@ -43,9 +43,9 @@ public:
     CORVEX_ALWAYS_INLINE void Load(T* const* rows, unsigned int present, unsigned int column, unsigned int width)
     {
         for (unsigned int v = 0; v < vectorCount; ++v) {
-            T const* from[lanes];
+            const T* from[lanes];
             for (unsigned int lane = 0; lane < lanes; ++lane) {
-                unsigned int const r = v * lanes + lane;
+                const unsigned int r = v * lanes + lane;
                 from[lane] = rows[r < present ? r : present - 1] + column;
             }
             for (unsigned int j = 0; j < width; ++j)
@@ -59,7 +59,7 @@ public:
         for (unsigned int v = 0; v < vectorCount; ++v) {
             T* to[lanes];
             for (unsigned int lane = 0; lane < lanes; ++lane) {
-                unsigned int const r = v * lanes + lane;
+                const unsigned int r = v * lanes + lane;
                 to[lane] = rows[r < present ? r : present - 1] + column;
             }
             for (unsigned int j = 0; j < width; ++j)
@@ -69,13 +69,13 @@ public:
 
     /// Applies rotations of columns counted from `column`. The second column of one rotation is mostly the first of the
     /// next and stays in registers.
-    CORVEX_ALWAYS_INLINE void Apply(Rotation<T> const* rotations, unsigned int count, unsigned int column)
+    CORVEX_ALWAYS_INLINE void Apply(const Rotation<T>* rotations, unsigned int count, unsigned int column)
     {
         unsigned int current = rotations[0].first;
         Vector carried[vectorCount];
         Get(carried, current - column);
         for (unsigned int t = 0; t < count; ++t) {
-            Rotation<T> const& rotation = rotations[t];
+            const Rotation<T>& rotation = rotations[t];
             if (rotation.first != current) {
                 Put(carried, current - column);
                 current = rotation.first;
@@ -90,10 +90,10 @@ public:
                 c[lane] = rotation.c;
                 s[lane] = rotation.s;
             }
-            Vector const* const other = elements[rotation.second - column];
+            const Vector* const other = elements[rotation.second - column];
             Vector* const target = elements[current - column];
             for (unsigned int v = 0; v < vectorCount; ++v) {
-                Vector const turned = carried[v] * c + other[v] * s;
+                const Vector turned = carried[v] * c + other[v] * s;
                 carried[v] = other[v] * c - carried[v] * s;
                 target[v] = turned;
             }
@@ -108,7 +108,7 @@ private:
         for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] = elements[column][v];
     }
 
-    CORVEX_ALWAYS_INLINE void Put(Vector const (&vectors)[vectorCount], unsigned int column)
+    CORVEX_ALWAYS_INLINE void Put(const Vector (&vectors)[vectorCount], unsigned int column)
     {
         for (unsigned int v = 0; v < vectorCount; ++v) elements[column][v] = vectors[v];
     }
@@ -120,7 +120,7 @@ private:
 template <class T>
 struct RotationSpan
 {
-    Rotation<T> const* rotations;
+    const Rotation<T>* rotations;
     unsigned int count;
     unsigned int lowest;
     unsigned int highest;
@@ -129,14 +129,14 @@ struct RotationSpan
 /// Applies rotations to the rows from `from` on in panels; answers the first row not reached, where fewer than `fewest`
 /// rows are left.
 template <class Panel, class T>
-CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(RotationSpan<T> const& span, T* const* rows, unsigned int from,
+CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(const RotationSpan<T>& span, T* const* rows, unsigned int from,
                                                  unsigned int rowCount, unsigned int fewest)
 {
     Panel panel;
-    unsigned int const width = span.highest - span.lowest + 1;
+    const unsigned int width = span.highest - span.lowest + 1;
     while (rowCount - from >= fewest) {
-        unsigned int const left = rowCount - from;
-        unsigned int const present = left < Panel::rowCount ? left : Panel::rowCount;
+        const unsigned int left = rowCount - from;
+        const unsigned int present = left < Panel::rowCount ? left : Panel::rowCount;
         panel.Load(rows + from, present, span.lowest, width);
         panel.Apply(span.rotations, span.count, span.lowest);
         panel.Store(rows + from, present, span.lowest, width);
@@ -146,7 +146,7 @@ CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(RotationSpan<T> const& span, T*
 }
 
 template <class T>
-__attribute__((noinline)) void RotateBaseline(RotationSpan<T> const& span, T* const* rows, unsigned int from,
+__attribute__((noinline)) void RotateBaseline(const RotationSpan<T>& span, T* const* rows, unsigned int from,
                                               unsigned int rowCount)
 {
     using Panel = RotationPanel<T, baselineBytes, 4, longestSpan>;
@@ -160,7 +160,7 @@ constexpr unsigned int longestWideSpan = longestSpan * baselineBytes / wideBytes
 
 /// The panels that fill wide registers; answers the first row not reached.
 template <class T>
-CORVEX_WIDE_LANES __attribute__((noinline)) unsigned int RotateWide(RotationSpan<T> const& span, T* const* rows,
+CORVEX_WIDE_LANES __attribute__((noinline)) unsigned int RotateWide(const RotationSpan<T>& span, T* const* rows,
                                                                     unsigned int rowCount)
 {
     using Panel = RotationPanel<T, wideBytes, 4, longestWideSpan>;
@@ -169,7 +169,7 @@ CORVEX_WIDE_LANES __attribute__((noinline)) unsigned int RotateWide(RotationSpan
 #endif
 
 template <class T>
-void RotateRows(RotationSpan<T> const& span, T* const* rows, unsigned int rowCount)
+void RotateRows(const RotationSpan<T>& span, T* const* rows, unsigned int rowCount)
 {
     unsigned int from = 0;
 #ifdef CORVEX_WIDE_LANES
@@ -211,17 +211,17 @@ public:
     }
 
 private:
-    void RotateAtOnce(Rotation<T> const& rotation)
+    void RotateAtOnce(const Rotation<T>& rotation)
     {
         for (unsigned int r = 0; r < rowCount; ++r) {
-            T const p = rows[r][rotation.first];
-            T const q = rows[r][rotation.second];
+            const T p = rows[r][rotation.first];
+            const T q = rows[r][rotation.second];
             rows[r][rotation.first] = p * rotation.c + q * rotation.s;
             rows[r][rotation.second] = q * rotation.c - p * rotation.s;
         }
     }
 
-    void Record(Rotation<T> const& rotation)
+    void Record(const Rotation<T>& rotation)
     {
         unsigned int low = rotation.first < lowest ? rotation.first : lowest;
         unsigned int high = rotation.second > highest ? rotation.second : highest;

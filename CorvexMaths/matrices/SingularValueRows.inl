@@ -88,7 +88,7 @@ template <class T, unsigned int N>
 struct Held<T, FixedWidth<N>>
 {
     T values[N == 0 ? 1 : N];
-    Held(T const* source, FixedWidth<N>)
+    Held(const T* source, FixedWidth<N>)
     {
         for (unsigned int j = 0; j < N; ++j) values[j] = source[j];
     }
@@ -120,9 +120,9 @@ inline void ForRows(unsigned int from, unsigned int to, Operation operation)
 
 /// row += factor * values, for each row of the block.
 template <class T, unsigned int R, class Values, class Width>
-inline void UpdateRows(RowBlock<T, R> const& block, Values& values, Width width)
+inline void UpdateRows(const RowBlock<T, R>& block, Values& values, Width width)
 {
-    unsigned int const count = width.Get();
+    const unsigned int count = width.Get();
     CORVEX_INDEPENDENT_STEPS
     for (unsigned int j = 0; j < count; ++j)
         for (unsigned int r = 0; r < R; ++r) block.rows[r][j] += values[j] * block.factors[r];
@@ -130,9 +130,9 @@ inline void UpdateRows(RowBlock<T, R> const& block, Values& values, Width width)
 
 /// sums += factor * row, one row of the block after the other.
 template <class T, unsigned int R, class Values, class Width>
-inline void AddRows(RowBlock<T, R> const& block, Values& sums, Width width)
+inline void AddRows(const RowBlock<T, R>& block, Values& sums, Width width)
 {
-    unsigned int const count = width.Get();
+    const unsigned int count = width.Get();
     CORVEX_INDEPENDENT_STEPS
     for (unsigned int j = 0; j < count; ++j) {
         T sum = sums[j];
@@ -143,15 +143,15 @@ inline void AddRows(RowBlock<T, R> const& block, Values& sums, Width width)
 
 /// `UpdateRows`, and `AddRows` of the updated rows with factors of its own, in one pass.
 template <class T, unsigned int R, class Values, class Sums, class Width>
-inline void UpdateAndAddRows(RowBlock<T, R> const& block, Values& values, T const (&addFactors)[R], Sums& sums,
+inline void UpdateAndAddRows(const RowBlock<T, R>& block, Values& values, const T (&addFactors)[R], Sums& sums,
                              Width width)
 {
-    unsigned int const count = width.Get();
+    const unsigned int count = width.Get();
     CORVEX_INDEPENDENT_STEPS
     for (unsigned int j = 0; j < count; ++j) {
         T sum = sums[j];
         for (unsigned int r = 0; r < R; ++r) {
-            T const element = block.rows[r][j] + values[j] * block.factors[r];
+            const T element = block.rows[r][j] + values[j] * block.factors[r];
             block.rows[r][j] = element;
             sum += addFactors[r] * element;
         }

@@ -17,14 +17,14 @@ namespace
 
 /// `SVDBackSubstitute` on whatever answers a row to an index.
 template <class T, class Rows>
-bool BackSubstitute(Rows& u, Rows& w, Rows& v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n)
+bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n)
 {
     for (unsigned int i = 0; i < n; ++i)
         if (Numbers::IsZero(w[i][i], Numbers::commonTolerance<T>)) return false;
 
     // scratch = W^-1 U-transposed b, its products row by row.
     SetZero(scratch, n);
-    AnyWidth const width{n};
+    const AnyWidth width{n};
     ForRows<AnyWidth::rowsAtOnce>(0, m, [&](auto size, unsigned int i) {
         RowBlock<T, size.Get()> block;
         for (unsigned int r = 0; r < size.Get(); ++r) {
@@ -48,17 +48,17 @@ bool BackSubstitute(Rows& u, Rows& w, Rows& v, T const* b, T* x, T* scratch, uns
 } // namespace
 
 template <class T>
-bool SVDBackSubstitute(T** u, T** w, T** v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n)
+bool SVDBackSubstitute(T** u, T** w, T** v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n)
 {
     return BackSubstitute(u, w, v, b, x, scratch, m, n);
 }
 
 template <class T>
-bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, TMatrixMxN<T> const& b, TMatrixMxN<T>* x)
+bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x)
 {
-    unsigned int const m = u.GetM();
-    unsigned int const n = v.GetM();
-    std::unique_ptr<T[]> const buffer(new T[std::size_t(m) + n + n]);
+    const unsigned int m = u.GetM();
+    const unsigned int n = v.GetM();
+    const std::unique_ptr<T[]> buffer(new T[std::size_t(m) + n + n]);
     T* const column = buffer.get();
     T* const solution = column + m;
     for (unsigned int c = 0; c < b.GetN(); ++c) {
@@ -70,7 +70,7 @@ bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, TMatr
 }
 
 template <class T>
-bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, T const* b, T* x, T* scratch)
+bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, const T* b, T* x, T* scratch)
 {
     constexpr unsigned int iterationLimit = 30;
     return a.SVD(u, w, v, iterationLimit) && BackSubstitute(*u, *w, *v, b, x, scratch, a.GetM(), a.GetN());

@@ -20,7 +20,7 @@ bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsig
     if (n == 0) return true;
     // The steps write every element of v, but of w only the diagonal.
     for (unsigned int i = 0; i < n; ++i) SetZero(w[i], n);
-    T const norm = ReduceToBidiagonal(u, w, v, work, m, n);
+    const T norm = ReduceToBidiagonal(u, w, v, work, m, n);
     AccumulateRight(u, v, work, n);
     AccumulateLeft(u, w, m, n);
     return SingularValueIteration<T>(u, w, v, work, norm, m, n).Run(iterationLimit);
@@ -47,23 +47,23 @@ bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned in
 {
     *u = *this;
     // The order is taken first, for w or v may be this matrix.
-    unsigned int const order = n;
+    const unsigned int order = n;
     w->AssignMemory(order, order);
     v->AssignMemory(order, order);
-    std::unique_ptr<T[]> const work(new T[order]);
+    const std::unique_ptr<T[]> work(new T[order]);
     return Kernels::SVDRows(u->rows, w->rows, v->rows, work.get(), u->m, u->n, iterationLimit);
 }
 
 #define CORVEX_INSTANTIATE_SVD(T)                                                                                      \
     template bool Kernels::SVDRows(T**, T**, T**, T*, unsigned int, unsigned int, unsigned int);                       \
-    template bool Kernels::SVDBackSubstitute(T**, T**, T**, T const*, T*, T*, unsigned int, unsigned int);             \
+    template bool Kernels::SVDBackSubstitute(T**, T**, T**, const T*, T*, T*, unsigned int, unsigned int);             \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix2x2<T>, T, 2)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix3x3<T>, T, 3)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix4x4<T>, T, 4)                                                                  \
     template bool TMatrixMxN<T>::SVD(TMatrixMxN*, TMatrixMxN*, TMatrixMxN*, unsigned int);                             \
-    template bool Kernels::SVDSolveColumns(TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T> const&,       \
+    template bool Kernels::SVDSolveColumns(TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T>&, const TMatrixMxN<T>&,       \
                                            TMatrixMxN<T>*);                                                            \
-    template bool Kernels::SVDSolve(TMatrixMxN<T>&, TMatrixMxN<T>*, TMatrixMxN<T>*, TMatrixMxN<T>*, T const*, T*, T*);
+    template bool Kernels::SVDSolve(TMatrixMxN<T>&, TMatrixMxN<T>*, TMatrixMxN<T>*, TMatrixMxN<T>*, const T*, T*, T*);
 #define CORVEX_INSTANTIATE_FIXED_SVD(M, T, N)                                                                          \
     template bool SquareMatrixOperations<M, T, N>::SVD(M*, M*, M*, unsigned int) const;
 

@@ -29,19 +29,19 @@ bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsig
 /// within the common tolerance (absolute, inclusive): such a system is refused and not solved through a truncated
 /// inverse.
 template <class T>
-bool SVDBackSubstitute(T** u, T** w, T** v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n);
+bool SVDBackSubstitute(T** u, T** w, T** v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n);
 
 /// Solves A X = B column by column from the decomposition of A; `b` has the rows of u and `x` at least the rows of v,
 /// and columns no fewer than b. False when `SVDBackSubstitute` refuses; x is then untouched, since every column meets
 /// the same singular values.
 template <class T>
-bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, TMatrixMxN<T> const& b, TMatrixMxN<T>* x);
+bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x);
 
 /// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. `u`, `w` and `v`
 /// receive the decomposition, so that a caller who solves again and again keeps their storage; `x` and `scratch` have
 /// as many elements as A has columns. False when the decomposition does not converge or a singular value counts as
 /// zero.
 template <class T>
-bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, T const* b, T* x, T* scratch);
+bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, const T* b, T* x, T* scratch);
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -35,7 +35,7 @@ struct CORVEX_API SquareMatrixOperations
     /// The address of a row; the index is a precondition, not checked.
     T* operator[](unsigned int row) { return Self().elements + row * N; }
     /// The address of a row that is only read.
-    T const* operator[](unsigned int row) const { return Self().elements + row * N; }
+    const T* operator[](unsigned int row) const { return Self().elements + row * N; }
 
     /// Sets every element to 0.
     void ToNull()
@@ -55,7 +55,7 @@ struct CORVEX_API SquareMatrixOperations
     {
         for (unsigned int r = 0; r < N; ++r) {
             for (unsigned int c = r + 1; c < N; ++c) {
-                T const above = (*this)[r][c];
+                const T above = (*this)[r][c];
                 (*this)[r][c] = (*this)[c][r];
                 (*this)[c][r] = above;
             }
@@ -65,19 +65,19 @@ struct CORVEX_API SquareMatrixOperations
     // Arithmetic by element. Operands may be the matrix itself.
 
     /// The sum, element by element.
-    M operator+(M const& other) const { return M(Self()) += other; }
+    M operator+(const M& other) const { return M(Self()) += other; }
     /// The difference, element by element.
-    M operator-(M const& other) const { return M(Self()) -= other; }
+    M operator-(const M& other) const { return M(Self()) -= other; }
 
     /// Adds another matrix, element by element.
-    M& operator+=(M const& other)
+    M& operator+=(const M& other)
     {
         for (unsigned int i = 0; i < N * N; ++i) Self().elements[i] += other.elements[i];
         return Self();
     }
 
     /// Subtracts another matrix, element by element.
-    M& operator-=(M const& other)
+    M& operator-=(const M& other)
     {
         for (unsigned int i = 0; i < N * N; ++i) Self().elements[i] -= other.elements[i];
         return Self();
@@ -92,18 +92,18 @@ struct CORVEX_API SquareMatrixOperations
     }
 
     /// The matrix with every element times a scalar.
-    M operator*(T const& scalar) const { return M(Self()) *= scalar; }
+    M operator*(const T& scalar) const { return M(Self()) *= scalar; }
 
     /// Multiplies every element by a scalar, which may be one of the elements.
-    M& operator*=(T const& scalar)
+    M& operator*=(const T& scalar)
     {
-        T const factor = scalar;
+        const T factor = scalar;
         for (T& element : Self().elements) element *= factor;
         return Self();
     }
 
     /// The matrix with every element divided by a scalar: N*N true divisions, with infinities or NaN where it is 0.
-    M operator/(T const& scalar) const
+    M operator/(const T& scalar) const
     {
         M result(Self());
         result /= scalar;
@@ -111,9 +111,9 @@ struct CORVEX_API SquareMatrixOperations
     }
 
     /// Divides every element by a scalar, which may be one of the elements; true divisions, no test for 0.
-    M& operator/=(T const& scalar)
+    M& operator/=(const T& scalar)
     {
-        T const divisor = scalar;
+        const T divisor = scalar;
         for (T& element : Self().elements) element /= divisor;
         return Self();
     }
@@ -121,7 +121,7 @@ struct CORVEX_API SquareMatrixOperations
     // Products.
 
     /// The matrix product, this matrix on the left.
-    M operator*(M const& other) const
+    M operator*(const M& other) const
     {
         M result;
         for (unsigned int r = 0; r < N; ++r) {
@@ -134,12 +134,12 @@ struct CORVEX_API SquareMatrixOperations
     }
 
     /// This matrix times another replaces this matrix; the product is complete before it is stored.
-    M& operator*=(M const& other) { return Self() = Self() * other; }
+    M& operator*=(const M& other) { return Self() = Self() * other; }
 
     /// This matrix times a matrix of run-time size: N rows, and as many columns as the argument. The inner length is
     /// the argument's row count, which must be N; that is not checked. Not const: for a const fixed matrix the argument
     /// is converted instead and the result is a fixed matrix.
-    TMatrixMxN<T> operator*(TMatrixMxN<T> const& other);
+    TMatrixMxN<T> operator*(const TMatrixMxN<T>& other);
 
     /// This matrix times the upper-left N by N block of the argument replaces this matrix. The argument must have that
     /// block; its size is not checked.
@@ -153,17 +153,17 @@ struct CORVEX_API SquareMatrixOperations
 
     /// The product with a column vector. A matrix of another order is first converted to the vector's: a larger one
     /// gives up its further rows and columns, a smaller one leaves the further components as they are.
-    TVector2<T> operator*(TVector2<T> const& vector) const
+    TVector2<T> operator*(const TVector2<T>& vector) const
     {
         return static_cast<TMatrix2x2<T>>(Self()).TimesColumn(vector);
     }
     /// The product with a column vector of three components; no translation of a 4x4 matrix is applied.
-    TVector3<T> operator*(TVector3<T> const& vector) const
+    TVector3<T> operator*(const TVector3<T>& vector) const
     {
         return static_cast<TMatrix3x3<T>>(Self()).TimesColumn(vector);
     }
     /// The product with a column vector of four components.
-    TVector4<T> operator*(TVector4<T> const& vector) const
+    TVector4<T> operator*(const TVector4<T>& vector) const
     {
         return static_cast<TMatrix4x4<T>>(Self()).TimesColumn(vector);
     }
@@ -172,14 +172,14 @@ struct CORVEX_API SquareMatrixOperations
 
     /// Exact equality of all elements: a NaN anywhere gives false, 0 equals -0. It stops at the first pair that
     /// differs.
-    bool operator==(M const& other) const
+    bool operator==(const M& other) const
     {
         for (unsigned int i = 0; i < N * N; ++i)
             if (!(Self().elements[i] == other.elements[i])) return false;
         return true;
     }
     /// The opposite of ==.
-    bool operator!=(M const& other) const { return !(*this == other); }
+    bool operator!=(const M& other) const { return !(*this == other); }
 
     // Decomposition and solving.
 
@@ -193,7 +193,7 @@ struct CORVEX_API SquareMatrixOperations
 
     /// Solves for one right-hand side with the factors of LUD. Reads the N values of b, writes the N values of x; the
     /// two may be the same array. Leading zeros of the permuted right-hand side are skipped.
-    static void BackSub(M& lu, int const* const pivots, T const* const b, T* x);
+    static void BackSub(M& lu, const int* const pivots, const T* const b, T* x);
 
     /// Inverts in place. False, and this matrix unchanged, where the determinant is 0 or within the common tolerance of
     /// it (absolute and inclusive, so a matrix of small elements counts as singular) or where LUD fails.
@@ -222,10 +222,10 @@ private:
     /// The product with a column vector of N components: component r is the sum over c of element (r, c) times
     /// vector[c].
     template <class V>
-    V TimesColumn(V const& vector) const
+    V TimesColumn(const V& vector) const
     {
         V result;
-        T const* const in = vector;
+        const T* const in = vector;
         T* const out = result;
         for (unsigned int r = 0; r < N; ++r) {
             T sum = T(0);
@@ -238,10 +238,10 @@ private:
     /// The product of a row vector of N components on the left: component c is the sum over r of vector[r] times
     /// element (r, c). This is the product `vector * matrix` of the vectors.
     template <class V>
-    V TimesRow(V const& vector) const
+    V TimesRow(const V& vector) const
     {
         V result;
-        T const* const in = vector;
+        const T* const in = vector;
         T* const out = result;
         T sums[N] = {};
         for (unsigned int r = 0; r < N; ++r)
@@ -252,23 +252,23 @@ private:
 
     /// The outer product of two vectors of N components: element (r, c) is left[r] times right[c].
     template <class V>
-    static M Outer(V const& left, V const& right)
+    static M Outer(const V& left, const V& right)
     {
         M result;
-        T const* const rows = left;
-        T const* const columns = right;
+        const T* const rows = left;
+        const T* const columns = right;
         for (unsigned int r = 0; r < N; ++r)
             for (unsigned int c = 0; c < N; ++c) result[r][c] = rows[r] * columns[c];
         return result;
     }
 
     M& Self() { return static_cast<M&>(*this); }
-    M const& Self() const { return static_cast<M const&>(*this); }
+    const M& Self() const { return static_cast<const M&>(*this); }
 };
 
 /// The type of a constructor's argument that stands for an array of T: real pointers only, never a class that converts
 /// to one.
 template <class P, class T>
-using EnableForPointer = std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, T const*>, int>;
+using EnableForPointer = std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int>;
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -23,14 +23,14 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
     TMatrix2x2(P values) : elements{values[0], values[1], values[2], values[3]}
     {}
     /// Takes four values, row by row.
-    TMatrix2x2(T const& a00, T const& a01, T const& a10, T const& a11) : elements{a00, a01, a10, a11} {}
+    TMatrix2x2(const T& a00, const T& a01, const T& a10, const T& a11) : elements{a00, a01, a10, a11} {}
     /// Takes two vectors as columns: the first row is (a.x, b.x).
-    TMatrix2x2(TVector2<T> const& a, TVector2<T> const& b) : elements{a.x, b.x, a.y, b.y} {}
+    TMatrix2x2(const TVector2<T>& a, const TVector2<T>& b) : elements{a.x, b.x, a.y, b.y} {}
 
     /// This block in the upper left, 1 at (2, 2).
     operator TMatrix3x3<T>() const
     {
-        T const* const e = elements;
+        const T* const e = elements;
         return TMatrix3x3<T>(e[0], e[1], T(0), e[2], e[3], T(0), T(0), T(0), T(1));
     }
     /// This block in the upper left, 1 at (2, 2) and (3, 3).
@@ -38,7 +38,7 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
 
     /// Divides every element by a scalar, which may be one of the elements. Unlike the other matrices, it returns a
     /// copy.
-    TMatrix2x2 operator/=(T const& scalar)
+    TMatrix2x2 operator/=(const T& scalar)
     {
         SquareMatrixOperations<TMatrix2x2<T>, T, 2>::operator/=(scalar);
         return *this;
@@ -47,7 +47,7 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
     /// The determinant in closed form.
     T Determinant() const
     {
-        T const* const e = elements;
+        const T* const e = elements;
         return e[3] * e[0] - e[2] * e[1];
     }
 
@@ -66,39 +66,39 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 template <class T>
-inline TMatrix2x2<T> TVector2<T>::operator^(TVector2<T> const& other) const
+inline TMatrix2x2<T> TVector2<T>::operator^(const TVector2<T>& other) const
 {
     return TMatrix2x2<T>::Outer(*this, other);
 }
 
 template <class T>
-inline TVector2<T> TVector2<T>::operator*(TMatrix2x2<T> const& matrix) const
+inline TVector2<T> TVector2<T>::operator*(const TMatrix2x2<T>& matrix) const
 {
     return matrix.TimesRow(*this);
 }
 template <class T>
-inline TVector2<T> TVector2<T>::operator*(TMatrix3x3<T> const& matrix) const
+inline TVector2<T> TVector2<T>::operator*(const TMatrix3x3<T>& matrix) const
 {
     return *this * static_cast<TMatrix2x2<T>>(matrix);
 }
 template <class T>
-inline TVector2<T> TVector2<T>::operator*(TMatrix4x4<T> const& matrix) const
+inline TVector2<T> TVector2<T>::operator*(const TMatrix4x4<T>& matrix) const
 {
     return *this * static_cast<TMatrix2x2<T>>(matrix);
 }
 
 template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(TMatrix2x2<T> const& matrix)
+inline TVector2<T>& TVector2<T>::operator*=(const TMatrix2x2<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(TMatrix3x3<T> const& matrix)
+inline TVector2<T>& TVector2<T>::operator*=(const TMatrix3x3<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(TMatrix4x4<T> const& matrix)
+inline TVector2<T>& TVector2<T>::operator*=(const TMatrix4x4<T>& matrix)
 {
     return *this = *this * matrix;
 }

@@ -24,12 +24,12 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
         : elements{values[0], values[1], values[2], values[3], values[4], values[5], values[6], values[7], values[8]}
     {}
     /// Takes nine values, row by row.
-    TMatrix3x3(T const& a00, T const& a01, T const& a02, T const& a10, T const& a11, T const& a12, T const& a20,
-               T const& a21, T const& a22)
+    TMatrix3x3(const T& a00, const T& a01, const T& a02, const T& a10, const T& a11, const T& a12, const T& a20,
+               const T& a21, const T& a22)
         : elements{a00, a01, a02, a10, a11, a12, a20, a21, a22}
     {}
     /// Takes three vectors as columns: the first row is (a.x, b.x, c.x).
-    TMatrix3x3(TVector3<T> const& a, TVector3<T> const& b, TVector3<T> const& c)
+    TMatrix3x3(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c)
         : elements{a.x, b.x, c.x, a.y, b.y, c.y, a.z, b.z, c.z}
     {}
 
@@ -38,7 +38,7 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
     /// This block in the upper left, 1 at (3, 3).
     operator TMatrix4x4<T>() const
     {
-        T const* const e = elements;
+        const T* const e = elements;
         return TMatrix4x4<T>(e[0], e[1], e[2], T(0), e[3], e[4], e[5], T(0), e[6], e[7], e[8], T(0), T(0), T(0), T(0),
                              T(1));
     }
@@ -46,7 +46,7 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
     /// The determinant in closed form, expanded along the first row; the term of its middle element comes first.
     T Determinant() const
     {
-        T const* const e = elements;
+        const T* const e = elements;
         return (e[5] * e[6] - e[3] * e[8]) * e[1] + (e[4] * e[8] - e[7] * e[5]) * e[0] +
                (e[7] * e[3] - e[4] * e[6]) * e[2];
     }
@@ -77,7 +77,7 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
     /// Multiplies by the rotation by an angle in radians about an axis through the origin, counter-clockwise as seen
     /// from the tip of the axis. The axis need not be of unit length; one of length 0 leaves the quaternion of the
     /// rotation without a vector part, which makes the identity.
-    void Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows);
+    void Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows);
 
     /// Multiplies by the scaling along the axes. Its layout is the same for rows and columns.
     void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
@@ -98,39 +98,39 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 template <class T>
-inline TMatrix3x3<T> TVector3<T>::operator^(TVector3<T> const& other) const
+inline TMatrix3x3<T> TVector3<T>::operator^(const TVector3<T>& other) const
 {
     return TMatrix3x3<T>::Outer(*this, other);
 }
 
 template <class T>
-inline TVector3<T> TVector3<T>::operator*(TMatrix3x3<T> const& matrix) const
+inline TVector3<T> TVector3<T>::operator*(const TMatrix3x3<T>& matrix) const
 {
     return matrix.TimesRow(*this);
 }
 template <class T>
-inline TVector3<T> TVector3<T>::operator*(TMatrix2x2<T> const& matrix) const
+inline TVector3<T> TVector3<T>::operator*(const TMatrix2x2<T>& matrix) const
 {
     return *this * static_cast<TMatrix3x3<T>>(matrix);
 }
 template <class T>
-inline TVector3<T> TVector3<T>::operator*(TMatrix4x4<T> const& matrix) const
+inline TVector3<T> TVector3<T>::operator*(const TMatrix4x4<T>& matrix) const
 {
     return *this * static_cast<TMatrix3x3<T>>(matrix);
 }
 
 template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(TMatrix2x2<T> const& matrix)
+inline TVector3<T>& TVector3<T>::operator*=(const TMatrix2x2<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(TMatrix3x3<T> const& matrix)
+inline TVector3<T>& TVector3<T>::operator*=(const TMatrix3x3<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(TMatrix4x4<T> const& matrix)
+inline TVector3<T>& TVector3<T>::operator*=(const TMatrix4x4<T>& matrix)
 {
     return *this = *this * matrix;
 }

@@ -26,13 +26,13 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
         for (unsigned int i = 0; i < 16; ++i) elements[i] = values[i];
     }
     /// Takes sixteen values, row by row.
-    TMatrix4x4(T const& a00, T const& a01, T const& a02, T const& a03, T const& a10, T const& a11, T const& a12,
-               T const& a13, T const& a20, T const& a21, T const& a22, T const& a23, T const& a30, T const& a31,
-               T const& a32, T const& a33)
+    TMatrix4x4(const T& a00, const T& a01, const T& a02, const T& a03, const T& a10, const T& a11, const T& a12,
+               const T& a13, const T& a20, const T& a21, const T& a22, const T& a23, const T& a30, const T& a31,
+               const T& a32, const T& a33)
         : elements{a00, a01, a02, a03, a10, a11, a12, a13, a20, a21, a22, a23, a30, a31, a32, a33}
     {}
     /// Takes four vectors as columns: the first row is (a.x, b.x, c.x, d.x).
-    TMatrix4x4(TVector4<T> const& a, TVector4<T> const& b, TVector4<T> const& c, TVector4<T> const& d)
+    TMatrix4x4(const TVector4<T>& a, const TVector4<T>& b, const TVector4<T>& c, const TVector4<T>& d)
         : elements{a.x, b.x, c.x, d.x, a.y, b.y, c.y, d.y, a.z, b.z, c.z, d.z, a.w, b.w, c.w, d.w}
     {}
 
@@ -41,14 +41,14 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     /// The upper-left block of order 3.
     operator TMatrix3x3<T>() const
     {
-        T const* const e = elements;
+        const T* const e = elements;
         return TMatrix3x3<T>(e[0], e[1], e[2], e[4], e[5], e[6], e[8], e[9], e[10]);
     }
 
     /// Always true: it makes lists of matrices compile and carries no ordering.
-    bool operator<(TMatrix4x4 const&) const { return true; }
+    bool operator<(const TMatrix4x4&) const { return true; }
     /// Always false; see operator<.
-    bool operator>(TMatrix4x4 const&) const { return false; }
+    bool operator>(const TMatrix4x4&) const { return false; }
 
     /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors,
     /// ascending.
@@ -61,12 +61,12 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     // Transforms; see TMatrix3x3 for the flags. In the layout for row vectors a translation stands in the last row.
 
     /// Multiplies by the rotation by an angle in radians about an axis through the origin; see TMatrix3x3::Rotate.
-    void Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows);
+    void Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows);
 
     /// Multiplies by the translation by minus the point, by the rotation, and by the translation by the point, one
     /// after the other and each with both flags. Where the flags are equal the result is the rotation about the line
     /// through the point; where they are not, the outer two stand on the wrong sides for that.
-    void Rotate(T const& angle, TVector3<T> const& axis, TVector3<T> const& point, bool onRight, bool asRows);
+    void Rotate(const T& angle, const TVector3<T>& axis, const TVector3<T>& point, bool onRight, bool asRows);
 
     /// Multiplies by the scaling along the axes; w is not scaled.
     void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
@@ -75,7 +75,7 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     void Scale(TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows);
 
     /// Multiplies by the translation.
-    void Translate(TVector3<T> const& offset, bool onRight, bool asRows);
+    void Translate(const TVector3<T>& offset, bool onRight, bool asRows);
 
 private:
     /// Multiplies this matrix by m; see TMatrix3x3::Multiply.
@@ -92,39 +92,39 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 template <class T>
-inline TMatrix4x4<T> TVector4<T>::operator^(TVector4<T> const& other) const
+inline TMatrix4x4<T> TVector4<T>::operator^(const TVector4<T>& other) const
 {
     return TMatrix4x4<T>::Outer(*this, other);
 }
 
 template <class T>
-inline TVector4<T> TVector4<T>::operator*(TMatrix4x4<T> const& matrix) const
+inline TVector4<T> TVector4<T>::operator*(const TMatrix4x4<T>& matrix) const
 {
     return matrix.TimesRow(*this);
 }
 template <class T>
-inline TVector4<T> TVector4<T>::operator*(TMatrix2x2<T> const& matrix) const
+inline TVector4<T> TVector4<T>::operator*(const TMatrix2x2<T>& matrix) const
 {
     return *this * static_cast<TMatrix4x4<T>>(matrix);
 }
 template <class T>
-inline TVector4<T> TVector4<T>::operator*(TMatrix3x3<T> const& matrix) const
+inline TVector4<T> TVector4<T>::operator*(const TMatrix3x3<T>& matrix) const
 {
     return *this * static_cast<TMatrix4x4<T>>(matrix);
 }
 
 template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(TMatrix2x2<T> const& matrix)
+inline TVector4<T>& TVector4<T>::operator*=(const TMatrix2x2<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(TMatrix3x3<T> const& matrix)
+inline TVector4<T>& TVector4<T>::operator*=(const TMatrix3x3<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(TMatrix4x4<T> const& matrix)
+inline TVector4<T>& TVector4<T>::operator*=(const TMatrix4x4<T>& matrix)
 {
     return *this = *this * matrix;
 }

@@ -13,7 +13,7 @@ namespace
 
 /// Copies values as one block; nothing is touched where there are none.
 template <class T>
-void CopyBlock(T* target, T const* source, std::size_t count)
+void CopyBlock(T* target, const T* source, std::size_t count)
 {
     if (count != 0) std::memmove(target, source, count * sizeof(T));
 }
@@ -36,13 +36,13 @@ TMatrixMxN<T>::TMatrixMxN(unsigned int rowCount, unsigned int columnCount) : TMa
 }
 
 template <class T>
-TMatrixMxN<T>::TMatrixMxN(TMatrixMxN const& other) : TMatrixMxN()
+TMatrixMxN<T>::TMatrixMxN(const TMatrixMxN& other) : TMatrixMxN()
 {
     *this = other;
 }
 
 template <class T>
-TMatrixMxN<T>& TMatrixMxN<T>::operator=(TMatrixMxN const& other)
+TMatrixMxN<T>& TMatrixMxN<T>::operator=(const TMatrixMxN& other)
 {
     AssignMemory(other.m, other.n);
     CopyBlock(elements, other.elements, std::size_t(m) * n);
@@ -84,7 +84,7 @@ void TMatrixMxN<T>::Transpose()
     if (m == n) {
         for (unsigned int r = 0; r < m; ++r) {
             for (unsigned int c = r + 1; c < n; ++c) {
-                T const above = rows[r][c];
+                const T above = rows[r][c];
                 rows[r][c] = rows[c][r];
                 rows[c][r] = above;
             }
@@ -100,7 +100,7 @@ void TMatrixMxN<T>::Transpose()
     ReleaseMemory();
     elements = turned.release();
     rows = turnedRows;
-    unsigned int const rowCount = m;
+    const unsigned int rowCount = m;
     m = n;
     n = rowCount;
 }
@@ -108,7 +108,7 @@ void TMatrixMxN<T>::Transpose()
 // Comparison.
 
 template <class T>
-bool TMatrixMxN<T>::operator==(TMatrixMxN const& other) const
+bool TMatrixMxN<T>::operator==(const TMatrixMxN& other) const
 {
     if (m != other.m || n != other.n) return false;
     for (unsigned int r = 0; r < m; ++r)
@@ -161,7 +161,7 @@ TMatrixMxN<T> TMatrixMxN<T>::operator-() const
 }
 
 template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator*(T const& scalar) const
+TMatrixMxN<T> TMatrixMxN<T>::operator*(const T& scalar) const
 {
     TMatrixMxN result(*this);
     result *= scalar;
@@ -169,7 +169,7 @@ TMatrixMxN<T> TMatrixMxN<T>::operator*(T const& scalar) const
 }
 
 template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator/(T const& scalar) const
+TMatrixMxN<T> TMatrixMxN<T>::operator/(const T& scalar) const
 {
     TMatrixMxN result(*this);
     result /= scalar;
@@ -177,18 +177,18 @@ TMatrixMxN<T> TMatrixMxN<T>::operator/(T const& scalar) const
 }
 
 template <class T>
-TMatrixMxN<T>& TMatrixMxN<T>::operator*=(T const& scalar)
+TMatrixMxN<T>& TMatrixMxN<T>::operator*=(const T& scalar)
 {
-    T const factor = scalar;
+    const T factor = scalar;
     for (unsigned int r = 0; r < m; ++r)
         for (unsigned int c = 0; c < n; ++c) rows[r][c] *= factor;
     return *this;
 }
 
 template <class T>
-TMatrixMxN<T>& TMatrixMxN<T>::operator/=(T const& scalar)
+TMatrixMxN<T>& TMatrixMxN<T>::operator/=(const T& scalar)
 {
-    T const divisor = scalar;
+    const T divisor = scalar;
     for (unsigned int r = 0; r < m; ++r)
         for (unsigned int c = 0; c < n; ++c) rows[r][c] /= divisor;
     return *this;
@@ -221,7 +221,7 @@ TMatrixMxN<T> TMatrixMxN<T>::operator*(TMatrixMxN& other) const
 template <class T>
 TMatrixMxN<T>& TMatrixMxN<T>::operator*=(TMatrixMxN& other)
 {
-    TMatrixMxN const aside(*this);
+    const TMatrixMxN aside(*this);
     AssignMemory(m, other.n);
     ToNull();
     Kernels::MultiplyRows(rows, aside.rows, other.rows, m, other.m, n);
@@ -235,7 +235,7 @@ bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int* pivots, T* parity) const
 {
     if (m != n) return false;
     *lu = *this;
-    std::unique_ptr<T[]> const scale(new T[m]);
+    const std::unique_ptr<T[]> scale(new T[m]);
     return Kernels::LUDRows(lu->rows, pivots, scale.get(), parity, m);
 }
 
@@ -250,13 +250,13 @@ bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int** pivots, T* parity) const
 }
 
 template <class T>
-void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T* x)
+void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x)
 {
     Kernels::BackSubRows(lu.rows, pivots, b, x, lu.n);
 }
 
 template <class T>
-void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T** x)
+void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T** x)
 {
     *x = new T[lu.n];
     BackSub(lu, pivots, b, *x);
@@ -266,7 +266,7 @@ template <class T>
 bool TMatrixMxN<T>::Invert()
 {
     if (m != n || m == 0) return false;
-    std::unique_ptr<int[]> const pivots(new int[m]);
+    const std::unique_ptr<int[]> pivots(new int[m]);
     TMatrixMxN lu;
     T parity;
     if (!LUD(&lu, pivots.get(), &parity)) return false;
@@ -285,7 +285,7 @@ template <class T>
 T TMatrixMxN<T>::Determinant() const
 {
     if (m != n) return T(0);
-    std::unique_ptr<int[]> const pivots(new int[m]);
+    const std::unique_ptr<int[]> pivots(new int[m]);
     TMatrixMxN lu;
     T determinant;
     if (!LUD(&lu, pivots.get(), &determinant)) return T(0);

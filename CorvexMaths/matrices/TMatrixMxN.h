@@ -23,12 +23,12 @@ public:
     /// A matrix of undefined elements; see ToNull and ToIdentity.
     TMatrixMxN(unsigned int rowCount, unsigned int columnCount);
     /// A copy with a block of its own.
-    TMatrixMxN(TMatrixMxN const& other);
+    TMatrixMxN(const TMatrixMxN& other);
     /// Releases the block and the row pointers.
     ~TMatrixMxN() { ReleaseMemory(); }
 
     /// Takes sizes and elements of another matrix; the block is kept when the sizes are equal.
-    TMatrixMxN& operator=(TMatrixMxN const& other);
+    TMatrixMxN& operator=(const TMatrixMxN& other);
 
     /// Sets the sizes. With the present ones it returns at once and the elements stay; otherwise they are gone and the
     /// new ones are undefined. Row pointers taken before are then dangling.
@@ -37,7 +37,7 @@ public:
     /// The address of a row; the index is a precondition, not checked.
     T* operator[](unsigned int row) { return rows[row]; }
     /// The address of a row that is only read.
-    T const* operator[](unsigned int row) const { return rows[row]; }
+    const T* operator[](unsigned int row) const { return rows[row]; }
 
     /// The number of rows.
     unsigned int GetM() const { return m; }
@@ -55,9 +55,9 @@ public:
     // Comparison.
 
     /// Exact equality of sizes and elements: a NaN gives false, 0 equals -0. It stops at the first pair that differs.
-    bool operator==(TMatrixMxN const& other) const;
+    bool operator==(const TMatrixMxN& other) const;
     /// The opposite of ==.
-    bool operator!=(TMatrixMxN const& other) const { return !(*this == other); }
+    bool operator!=(const TMatrixMxN& other) const { return !(*this == other); }
 
     // Arithmetic by element. The argument must have at least the sizes of this matrix; it may be this matrix.
 
@@ -73,13 +73,13 @@ public:
     TMatrixMxN operator-() const;
 
     /// The matrix with every element times a scalar.
-    TMatrixMxN operator*(T const& scalar) const;
+    TMatrixMxN operator*(const T& scalar) const;
     /// The matrix with every element divided by a scalar: true divisions, no test for 0.
-    TMatrixMxN operator/(T const& scalar) const;
+    TMatrixMxN operator/(const T& scalar) const;
     /// Multiplies every element by a scalar, which may be one of the elements.
-    TMatrixMxN& operator*=(T const& scalar);
+    TMatrixMxN& operator*=(const T& scalar);
     /// Divides every element by a scalar, which may be one of the elements; true divisions, no test for 0.
-    TMatrixMxN& operator/=(T const& scalar);
+    TMatrixMxN& operator/=(const T& scalar);
 
     // Arithmetic with fixed matrices: only the upper-left block of their order takes part, and it must be there.
 
@@ -112,9 +112,9 @@ public:
 
     /// @{
     /// The upper-left block of the vector's size times the vector as a column. Sizes are not checked.
-    TVector2<T> operator*(TVector2<T> const& vector) const { return Block<TMatrix2x2<T>>().TimesColumn(vector); }
-    TVector3<T> operator*(TVector3<T> const& vector) const { return Block<TMatrix3x3<T>>().TimesColumn(vector); }
-    TVector4<T> operator*(TVector4<T> const& vector) const { return Block<TMatrix4x4<T>>().TimesColumn(vector); }
+    TVector2<T> operator*(const TVector2<T>& vector) const { return Block<TMatrix2x2<T>>().TimesColumn(vector); }
+    TVector3<T> operator*(const TVector3<T>& vector) const { return Block<TMatrix3x3<T>>().TimesColumn(vector); }
+    TVector4<T> operator*(const TVector4<T>& vector) const { return Block<TMatrix4x4<T>>().TimesColumn(vector); }
     /// @}
 
     /// @{
@@ -158,10 +158,10 @@ public:
     bool LUD(TMatrixMxN* lu, int** pivots, T* parity) const;
 
     /// Solves for one right-hand side of n values with the factors of LUD; x has room for n values and may be b.
-    static void BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T* x);
+    static void BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x);
 
     /// The same with the solution allocated for the caller, who releases it with delete[].
-    static void BackSub(TMatrixMxN& lu, int const* pivots, T const* b, T** x);
+    static void BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T** x);
 
     /// Inverts in place. False, with nothing changed, where the matrix is not square, is empty, or has a row of zeros.
     /// There is no test of the determinant: where elimination leaves a pivot of exactly 0 the pivot guard stands for
@@ -221,7 +221,7 @@ private:
 
     /// Overwrites the upper-left block.
     template <class M>
-    TMatrixMxN& SetBlock(M const& block)
+    TMatrixMxN& SetBlock(const M& block)
     {
         for (unsigned int r = 0; r < block.GetM(); ++r)
             for (unsigned int c = 0; c < block.GetN(); ++c) rows[r][c] = block[r][c];
@@ -244,33 +244,33 @@ private:
 };
 
 template <class T>
-inline TVector2<T> TVector2<T>::operator*(TMatrixMxN<T> const& matrix) const
+inline TVector2<T> TVector2<T>::operator*(const TMatrixMxN<T>& matrix) const
 {
     return *this * static_cast<TMatrix2x2<T>>(matrix);
 }
 template <class T>
-inline TVector3<T> TVector3<T>::operator*(TMatrixMxN<T> const& matrix) const
+inline TVector3<T> TVector3<T>::operator*(const TMatrixMxN<T>& matrix) const
 {
     return *this * static_cast<TMatrix3x3<T>>(matrix);
 }
 template <class T>
-inline TVector4<T> TVector4<T>::operator*(TMatrixMxN<T> const& matrix) const
+inline TVector4<T> TVector4<T>::operator*(const TMatrixMxN<T>& matrix) const
 {
     return *this * static_cast<TMatrix4x4<T>>(matrix);
 }
 
 template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(TMatrixMxN<T> const& matrix)
+inline TVector2<T>& TVector2<T>::operator*=(const TMatrixMxN<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(TMatrixMxN<T> const& matrix)
+inline TVector3<T>& TVector3<T>::operator*=(const TMatrixMxN<T>& matrix)
 {
     return *this = *this * matrix;
 }
 template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(TMatrixMxN<T> const& matrix)
+inline TVector4<T>& TVector4<T>::operator*=(const TMatrixMxN<T>& matrix)
 {
     return *this = *this * matrix;
 }

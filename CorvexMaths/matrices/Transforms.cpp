@@ -21,7 +21,7 @@ void MultiplyInto(M& matrix, M& transform, bool onRight, bool asRows)
 
 /// The rotation about an axis through the origin, in the layout for row vectors.
 template <class T>
-TMatrix3x3<T> RotationAbout(T const& angle, TVector3<T> const& axis)
+TMatrix3x3<T> RotationAbout(const T& angle, const TVector3<T>& axis)
 {
     TMatrix3x3<T> rotation = TQuaternion<T>(angle, axis).ToMatrix();
     rotation.Transpose();
@@ -41,7 +41,7 @@ M Scaling(T sx, T sy, T sz)
 
 /// The steps of a transform about a point: the point to the origin, the transform, and back.
 template <class T>
-void MultiplyAbout(TVector3<T> const& point, TMatrix4x4<T>& matrix, TMatrix4x4<T>& transform, bool onRight, bool asRows)
+void MultiplyAbout(const TVector3<T>& point, TMatrix4x4<T>& matrix, TMatrix4x4<T>& transform, bool onRight, bool asRows)
 {
     matrix.Translate(-point, onRight, asRows);
     MultiplyInto(matrix, transform, onRight, asRows);
@@ -59,7 +59,7 @@ void TMatrix3x3<T>::Multiply(TMatrix3x3* m, bool onRight, bool asRows)
 }
 
 template <class T>
-void TMatrix3x3<T>::Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows)
+void TMatrix3x3<T>::Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows)
 {
     TMatrix3x3 rotation = RotationAbout(angle, axis);
     Multiply(&rotation, onRight, asRows);
@@ -94,14 +94,14 @@ void TMatrix4x4<T>::Multiply(TMatrix4x4* m, bool onRight, bool asRows)
 }
 
 template <class T>
-void TMatrix4x4<T>::Rotate(T const& angle, TVector3<T> const& axis, bool onRight, bool asRows)
+void TMatrix4x4<T>::Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows)
 {
     TMatrix4x4 rotation = RotationAbout(angle, axis);
     Multiply(&rotation, onRight, asRows);
 }
 
 template <class T>
-void TMatrix4x4<T>::Rotate(T const& angle, TVector3<T> const& axis, TVector3<T> const& point, bool onRight, bool asRows)
+void TMatrix4x4<T>::Rotate(const T& angle, const TVector3<T>& axis, const TVector3<T>& point, bool onRight, bool asRows)
 {
     // Formed before the matrix changes, since the angle may be one of its elements.
     TMatrix4x4 rotation = RotationAbout(angle, axis);
@@ -123,7 +123,7 @@ void TMatrix4x4<T>::Scale(TVector3<T>& point, T sx, T sy, T sz, bool onRight, bo
 }
 
 template <class T>
-void TMatrix4x4<T>::Translate(TVector3<T> const& offset, bool onRight, bool asRows)
+void TMatrix4x4<T>::Translate(const TVector3<T>& offset, bool onRight, bool asRows)
 {
     TMatrix4x4 translation;
     translation[3][0] = offset.x;
@@ -134,15 +134,15 @@ void TMatrix4x4<T>::Translate(TVector3<T> const& offset, bool onRight, bool asRo
 
 #define CORVEX_INSTANTIATE_TRANSFORMS(T)                                                                               \
     template void TMatrix3x3<T>::Multiply(TMatrix3x3*, bool, bool);                                                    \
-    template void TMatrix3x3<T>::Rotate(T const&, TVector3<T> const&, bool, bool);                                     \
+    template void TMatrix3x3<T>::Rotate(const T&, const TVector3<T>&, bool, bool);                                     \
     template void TMatrix3x3<T>::Scale(T, T, T, bool, bool);                                                           \
     template void TMatrix3x3<T>::ToOrthonormal();                                                                      \
     template void TMatrix4x4<T>::Multiply(TMatrix4x4*, bool, bool);                                                    \
-    template void TMatrix4x4<T>::Rotate(T const&, TVector3<T> const&, bool, bool);                                     \
-    template void TMatrix4x4<T>::Rotate(T const&, TVector3<T> const&, TVector3<T> const&, bool, bool);                 \
+    template void TMatrix4x4<T>::Rotate(const T&, const TVector3<T>&, bool, bool);                                     \
+    template void TMatrix4x4<T>::Rotate(const T&, const TVector3<T>&, const TVector3<T>&, bool, bool);                 \
     template void TMatrix4x4<T>::Scale(T, T, T, bool, bool);                                                           \
     template void TMatrix4x4<T>::Scale(TVector3<T>&, T, T, T, bool, bool);                                             \
-    template void TMatrix4x4<T>::Translate(TVector3<T> const&, bool, bool);
+    template void TMatrix4x4<T>::Translate(const TVector3<T>&, bool, bool);
 
 CORVEX_INSTANTIATE_TRANSFORMS(float)
 CORVEX_INSTANTIATE_TRANSFORMS(double)

@@ -10,7 +10,7 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 
 /// Whether the column indices of a row ascend strictly.
 template <class T>
-inline bool IsAscending(TCRSMatrixMxN<T> const& matrix, RowRange range)
+inline bool IsAscending(const TCRSMatrixMxN<T>& matrix, RowRange range)
 {
     for (int k = range.begin + 1; k < range.end; ++k)
         if (matrix.columnIndices[k] <= matrix.columnIndices[k - 1]) return false;
@@ -20,15 +20,15 @@ inline bool IsAscending(TCRSMatrixMxN<T> const& matrix, RowRange range)
 /// Sums the products of a row with a column over their common indices, both walked forwards once. An index out of order
 /// is passed over or ends the walk, as it comes.
 template <class T>
-inline T WalkTogether(TCRSMatrixMxN<T> const& left, RowRange range, TCCSMatrixMxN<T> const& b, int column)
+inline T WalkTogether(const TCRSMatrixMxN<T>& left, RowRange range, const TCCSMatrixMxN<T>& b, int column)
 {
-    TList<T> const& values = b.columnValues[column];
-    TList<int> const& rows = b.columnRows[column];
-    unsigned int const count = values.GetCount();
+    const TList<T>& values = b.columnValues[column];
+    const TList<int>& rows = b.columnRows[column];
+    const unsigned int count = values.GetCount();
     unsigned int j = 0;
     T sum = T(0);
     for (int k = range.begin; k < range.end && j < count; ++k) {
-        int const index = left.columnIndices[k];
+        const int index = left.columnIndices[k];
         while (j < count && rows[j] < index) ++j;
         if (j < count && rows[j] == index) {
             sum += left.values[k] * values[j];
@@ -45,12 +45,12 @@ template <class T>
 class RowForm
 {
 public:
-    explicit RowForm(TCCSMatrixMxN<T> const& source)
+    explicit RowForm(const TCCSMatrixMxN<T>& source)
     {
         int rowCount = 0;
         int elementCount = 0;
         for (int c = 0; c < source.columnCount; ++c) {
-            TList<int> const& indices = source.columnRows[c];
+            const TList<int>& indices = source.columnRows[c];
             int previous = -1;
             for (unsigned int j = 0; j < indices.GetCount(); ++j) {
                 if (indices[j] <= previous) return;
@@ -65,7 +65,7 @@ public:
 
     bool IsUsable() const { return isUsable; }
     /// The rows, columns ascending in each. An empty one starts where the next one does.
-    TCRSMatrixMxN<T> const& GetRows() const { return rows; }
+    const TCRSMatrixMxN<T>& GetRows() const { return rows; }
 
 private:
     /// How many rows there may be for each element.
@@ -76,7 +76,7 @@ private:
 
     /// Sorts the elements by rows: it counts them, and then places them column after column. While it places them,
     /// the entry behind that of a row is the row's next free position; the extra row makes room for that.
-    void Fill(TCCSMatrixMxN<T> const& source, int rowCount, int elementCount)
+    void Fill(const TCCSMatrixMxN<T>& source, int rowCount, int elementCount)
     {
         rows.Redefine(rowCount + 1, source.columnCount, elementCount);
         int* const starts = rows.rowStarts;
@@ -84,7 +84,7 @@ private:
         ForEachElement(source, [starts](int row, int, T) { ++starts[row + 2]; });
         for (int r = 2; r < rowCount + 2; ++r) starts[r] += starts[r - 1];
         ForEachElement(source, [this, starts](int row, int column, T value) {
-            int const position = starts[row + 1]++;
+            const int position = starts[row + 1]++;
             rows.values[position] = value;
             rows.columnIndices[position] = column;
         });
@@ -93,7 +93,7 @@ private:
     }
 
     template <class Visit>
-    static void ForEachElement(TCCSMatrixMxN<T> const& source, Visit const& visit)
+    static void ForEachElement(const TCCSMatrixMxN<T>& source, const Visit& visit)
     {
         for (int c = 0; c < source.columnCount; ++c)
             for (unsigned int j = 0; j < source.columnRows[c].GetCount(); ++j)

@@ -21,15 +21,14 @@ constexpr int symmetricType = -2;
 /// Stands for no column.
 constexpr int noColumn = -1;
 
-/// Appends elements to a fragment, a buffer at a time. The last are there when the writer is gone.
+/// Appends elements to a fragment, a buffer at a time. The last are there after Flush.
 template <class T>
 class FragmentWriter
 {
 public:
     explicit FragmentWriter(TMatrixFragment<T>* target) : fragment(target) {}
-    FragmentWriter(FragmentWriter const&) = delete;
-    FragmentWriter& operator=(FragmentWriter const&) = delete;
-    ~FragmentWriter() { Flush(); }
+    FragmentWriter(const FragmentWriter&) = delete;
+    FragmentWriter& operator=(const FragmentWriter&) = delete;
 
     void Append(T value, int row, int column)
     {
@@ -40,6 +39,14 @@ public:
         ++count;
     }
 
+    void Flush()
+    {
+        fragment->values.AddRange(values, count);
+        fragment->rows.AddRange(rows, count);
+        fragment->columns.AddRange(columns, count);
+        count = 0;
+    }
+
 private:
     static constexpr unsigned int size = 256;
 
@@ -48,27 +55,19 @@ private:
     T values[size];
     int rows[size];
     int columns[size];
-
-    void Flush()
-    {
-        fragment->values.AddRange(values, count);
-        fragment->rows.AddRange(rows, count);
-        fragment->columns.AddRange(columns, count);
-        count = 0;
-    }
 };
 
 /// Appends what is kept of a row of `left` times a dense matrix, from a column on; the diagonal column in any case.
 template <class T>
-void AppendDenseRow(FragmentWriter<T>& writer, TCRSMatrixMxN<T> const& left, int row, TMatrixMxN<T> const& b, int first,
+void AppendDenseRow(FragmentWriter<T>& writer, const TCRSMatrixMxN<T>& left, int row, const TMatrixMxN<T>& b, int first,
                     int diagonal)
 {
     constexpr int tileWidth = DenseTile<T>::width;
     T sums[tileWidth];
-    RowRange const range = RangeOfRow(left, row);
-    int const columnCount = static_cast<int>(b.GetN());
+    const RowRange range = RangeOfRow(left, row);
+    const int columnCount = static_cast<int>(b.GetN());
     for (int from = first; from < columnCount; from += tileWidth) {
-        int const width = columnCount - from < tileWidth ? columnCount - from : tileWidth;
+        const int width = columnCount - from < tileWidth ? columnCount - from : tileWidth;
         if (width < tileWidth)
             SumColumns(sums, left, range, b, from, width);
         else if (!SumTile(sums, left, range, b, from) && from != diagonal)
@@ -81,24 +80,25 @@ void AppendDenseRow(FragmentWriter<T>& writer, TCRSMatrixMxN<T> const& left, int
 /// Appends rows `first` to `last` - 1 of the upper triangle of `left` times a matrix stored by columns, which comes
 /// with its form by rows where it has one.
 template <class T>
-void AppendUpperTriangle(TCRSMatrixMxN<T> const& left, TCCSMatrixMxN<T> const& b, RowForm<T> const& bRows, int first,
+void AppendUpperTriangle(const TCRSMatrixMxN<T>& left, const TCCSMatrixMxN<T>& b, const RowForm<T>& bRows, int first,
                          int last, TMatrixFragment<T>* fragment)
 {
     FragmentWriter<T> writer(fragment);
     SparseSums<T> sums;
     for (int r = first; r < last; ++r) {
-        RowRange const range = RangeOfRow(left, r);
-        auto const append = [&writer, r](T sum, int column) {
+        const RowRange range = RangeOfRow(left, r);
+        const auto append = [&writer, r](T sum, int column) {
             if (IsKept(sum) || column == r) writer.Append(sum, r, column);
         };
         if (bRows.IsUsable() && IsAscending(left, range)) {
-            bool const withDiagonal = r < b.columnCount && b.columnValues[r].GetCount() != 0;
+            const bool withDiagonal = r < b.columnCount && b.columnValues[r].GetCount() != 0;
             FormSparseRow(sums, left, range, bRows.GetRows(), r, withDiagonal, append);
         } else {
             for (int c = r; c < b.columnCount; ++c)
                 if (b.columnValues[c].GetCount() != 0) append(WalkTogether(left, range, b, c), c);
         }
     }
+    writer.Flush();
 }
 
 /// Fragments that are released together.
@@ -108,8 +108,8 @@ struct Fragments
     TMatrixFragment<T>* const all;
 
     explicit Fragments(int count) : all(new TMatrixFragment<T>[static_cast<std::size_t>(count)]) {}
-    Fragments(Fragments const&) = delete;
-    Fragments& operator=(Fragments const&) = delete;
+    Fragments(const Fragments&) = delete;
+    Fragments& operator=(const Fragments&) = delete;
     ~Fragments() { delete[] all; }
 };
 
@@ -118,11 +118,11 @@ struct Fragments
 /// are joined in order, the result is the same for any number. The operands are not read after the result is
 /// redefined.
 template <class T, class Fill>
-void GatherChunks(int extent, int capacity, int rowCount, TCRSMatrixMxN<T>* result, Fill const& fill)
+void GatherChunks(int extent, int capacity, int rowCount, TCRSMatrixMxN<T>* result, const Fill& fill)
 {
-    int const chunks = omp_get_max_threads();
-    Fragments<T> const fragments(chunks);
-    int const share = extent / chunks;
+    const int chunks = omp_get_max_threads();
+    const Fragments<T> fragments(chunks);
+    const int share = extent / chunks;
     unsigned int total = 0;
     for (int i = 0; i < chunks; ++i) {
         TMatrixFragment<T>& fragment = fragments.all[i];
@@ -131,14 +131,14 @@ void GatherChunks(int extent, int capacity, int rowCount, TCRSMatrixMxN<T>* resu
         fragment.values.SetUseExponentialGrowth(true);
         fragment.rows.SetUseExponentialGrowth(true);
         fragment.columns.SetUseExponentialGrowth(true);
-        int const first = i * share;
+        const int first = i * share;
         fill(first, i == chunks - 1 ? extent : first + share, &fragment);
         total += fragment.values.GetCount();
     }
 
     result->Redefine(rowCount, extent, static_cast<int>(total));
     for (int i = 0; i < chunks; ++i) {
-        TMatrixFragment<T> const& fragment = fragments.all[i];
+        const TMatrixFragment<T>& fragment = fragments.all[i];
         for (unsigned int k = 0; k < fragment.values.GetCount(); ++k)
             result->AddElement(fragment.values[k], fragment.rows[k], fragment.columns[k]);
     }
@@ -150,7 +150,7 @@ template <class T>
 void TCRSMatrixMxN<T>::Multiply(T* x, T* y) const
 {
     for (int r = 0; r < rowCount; ++r) {
-        Kernels::RowRange const range = Kernels::RangeOfRow(*this, r);
+        const Kernels::RowRange range = Kernels::RangeOfRow(*this, r);
         T sum = T(0);
         for (int k = range.begin; k < range.end; ++k) sum += values[k] * x[columnIndices[k]];
         y[r] = sum;
@@ -160,7 +160,7 @@ void TCRSMatrixMxN<T>::Multiply(T* x, T* y) const
 // Products with a dense matrix.
 
 template <class T>
-void TCRSMatrixMxN<T>::Multiply(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) const
+void TCRSMatrixMxN<T>::Multiply(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const
 {
     Kernels::GatherChunks(
         static_cast<int>(b.GetN()), capacity, rowCount, result,
@@ -168,20 +168,21 @@ void TCRSMatrixMxN<T>::Multiply(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) c
 }
 
 template <class T>
-void TCRSMatrixMxN<T>::Multiply(TMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const
+void TCRSMatrixMxN<T>::Multiply(const TMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const
 {
     Kernels::FragmentWriter<T> writer(fragment);
-    int const end = last < rowCount ? last : rowCount;
+    const int end = last < rowCount ? last : rowCount;
     for (int r = first; r < end; ++r)
         if (!Kernels::RangeOfRow(*this, r).IsEmpty())
             Kernels::AppendDenseRow(writer, *this, r, b, 0, Kernels::noColumn);
+    writer.Flush();
 }
 
 template <class T>
-void TCRSMatrixMxN<T>::Normalise(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) const
+void TCRSMatrixMxN<T>::Normalise(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const
 {
     result->matrixType = Kernels::symmetricType;
-    int const extent = static_cast<int>(b.GetN());
+    const int extent = static_cast<int>(b.GetN());
     Kernels::GatherChunks(extent, capacity, extent, result,
                           [this, &b](int first, int last, TMatrixFragment<T>* fragment) {
                               MultiplyUpperTriangle(b, first, last, fragment);
@@ -189,20 +190,21 @@ void TCRSMatrixMxN<T>::Normalise(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) 
 }
 
 template <class T>
-void TCRSMatrixMxN<T>::MultiplyUpperTriangle(TMatrixMxN<T> const& b, int first, int last,
+void TCRSMatrixMxN<T>::MultiplyUpperTriangle(const TMatrixMxN<T>& b, int first, int last,
                                              TMatrixFragment<T>* fragment) const
 {
     Kernels::FragmentWriter<T> writer(fragment);
     for (int r = first; r < last; ++r) Kernels::AppendDenseRow(writer, *this, r, b, r, r);
+    writer.Flush();
 }
 
 // Products with sparse matrices.
 
 template <class T>
-void TCRSMatrixMxN<T>::Multiply(TCRSMatrixMxN const& b, TCRSMatrixMxN* result) const
+void TCRSMatrixMxN<T>::Multiply(const TCRSMatrixMxN& b, TCRSMatrixMxN* result) const
 {
     Kernels::SparseSums<T> sums;
-    auto const formRow = [this, &b, &sums](int row, auto const& take) {
+    const auto formRow = [this, &b, &sums](int row, const auto& take) {
         Kernels::FormSparseRow(sums, *this, Kernels::RangeOfRow(*this, row), b, 0, false, [&take](T sum, int column) {
             if (Kernels::IsKept(sum)) take(sum, column);
         });
@@ -215,10 +217,10 @@ void TCRSMatrixMxN<T>::Multiply(TCRSMatrixMxN const& b, TCRSMatrixMxN* result) c
 }
 
 template <class T>
-void TCRSMatrixMxN<T>::Normalise(TCCSMatrixMxN<T> const& b, TCRSMatrixMxN* result) const
+void TCRSMatrixMxN<T>::Normalise(const TCCSMatrixMxN<T>& b, TCRSMatrixMxN* result) const
 {
     result->matrixType = Kernels::symmetricType;
-    Kernels::RowForm<T> const bRows(b);
+    const Kernels::RowForm<T> bRows(b);
     Kernels::GatherChunks(b.columnCount, capacity, b.columnCount, result,
                           [this, &b, &bRows](int first, int last, TMatrixFragment<T>* fragment) {
                               Kernels::AppendUpperTriangle(*this, b, bRows, first, last, fragment);
@@ -226,7 +228,7 @@ void TCRSMatrixMxN<T>::Normalise(TCCSMatrixMxN<T> const& b, TCRSMatrixMxN* resul
 }
 
 template <class T>
-void TCRSMatrixMxN<T>::MultiplyUpperTriangle(TCCSMatrixMxN<T> const& b, int first, int last,
+void TCRSMatrixMxN<T>::MultiplyUpperTriangle(const TCCSMatrixMxN<T>& b, int first, int last,
                                              TMatrixFragment<T>* fragment) const
 {
     Kernels::AppendUpperTriangle(*this, b, Kernels::RowForm<T>(b), first, last, fragment);

@@ -19,12 +19,12 @@ struct RowRange
 /// The range of a row: 0 to 0 for one that is empty or that the matrix does not have. Before an empty row, whose start
 /// is a sentinel above every position, a range ends with the arrays.
 template <class T>
-inline RowRange RangeOfRow(TCRSMatrixMxN<T> const& matrix, int row)
+inline RowRange RangeOfRow(const TCRSMatrixMxN<T>& matrix, int row)
 {
     if (row < 0 || row >= matrix.rowCount) return {0, 0};
-    int const begin = matrix.rowStarts[row];
-    int const next = matrix.rowStarts[row + 1];
-    int const end = next < matrix.capacity ? next : matrix.capacity;
+    const int begin = matrix.rowStarts[row];
+    const int next = matrix.rowStarts[row + 1];
+    const int end = next < matrix.capacity ? next : matrix.capacity;
     return begin < end ? RowRange{begin, end} : RowRange{0, 0};
 }
 

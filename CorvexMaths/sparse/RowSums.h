@@ -38,14 +38,14 @@ struct DenseTile
 /// A zero of the right matrix adds +0 instead of being skipped. That moves no bit, for a sum that starts at +0 is never
 /// -0: an addition gives -0 only for two zeros of that sign.
 template <class T>
-inline bool SumTile(T* sums, TCRSMatrixMxN<T> const& left, RowRange range, TMatrixMxN<T> const& b, int from)
+inline bool SumTile(T* sums, const TCRSMatrixMxN<T>& left, RowRange range, const TMatrixMxN<T>& b, int from)
 {
     using Tile = DenseTile<T>;
     using Lane = typename Tile::Lane;
-    Lane const zero = {};
+    const Lane zero = {};
     Lane running[Tile::laneCount] = {};
     for (int k = range.begin; k < range.end; ++k) {
-        T const* const factors = b[static_cast<unsigned int>(left.columnIndices[k])] + from;
+        const T* const factors = b[static_cast<unsigned int>(left.columnIndices[k])] + from;
         Lane value;
         Spread(value, left.values[k]);
         for (int l = 0; l < Tile::laneCount; ++l) {
@@ -67,12 +67,12 @@ inline bool SumTile(T* sums, TCRSMatrixMxN<T> const& left, RowRange range, TMatr
 
 /// The sums alone, for any number of columns: what is left over from the tiles.
 template <class T>
-inline void SumColumns(T* sums, TCRSMatrixMxN<T> const& left, RowRange range, TMatrixMxN<T> const& b, int from,
+inline void SumColumns(T* sums, const TCRSMatrixMxN<T>& left, RowRange range, const TMatrixMxN<T>& b, int from,
                        int width)
 {
     for (int j = 0; j < width; ++j) sums[j] = T(0);
     for (int k = range.begin; k < range.end; ++k) {
-        T const* const factors = b[static_cast<unsigned int>(left.columnIndices[k])] + from;
+        const T* const factors = b[static_cast<unsigned int>(left.columnIndices[k])] + from;
         for (int j = 0; j < width; ++j)
             if (factors[j] != T(0)) sums[j] += left.values[k] * factors[j];
     }
@@ -94,7 +94,7 @@ public:
     /// Makes sure that the column at an offset in the block has a sum, 0 if it has no term yet.
     void Touch(unsigned int offset)
     {
-        std::uint64_t const bit = std::uint64_t(1) << offset % wordBits;
+        const std::uint64_t bit = std::uint64_t(1) << offset % wordBits;
         if (present[offset / wordBits] & bit) return;
         present[offset / wordBits] |= bit;
         sums[offset] = T(0);
@@ -103,16 +103,16 @@ public:
     /// Adds a multiple of a row to the sums. An element takes part only if its column exceeds all before it in the row:
     /// then it is the first of its column, and a search for that column meets no greater one before. Returns the first
     /// such column behind the block, or `end` where that is less.
-    int AddRow(T factor, TCRSMatrixMxN<T> const& b, int row, int end)
+    int AddRow(T factor, const TCRSMatrixMxN<T>& b, int row, int end)
     {
-        RowRange const range = RangeOfRow(b, row);
+        const RowRange range = RangeOfRow(b, row);
         int largest = first - 1;
         for (int k = range.begin; k < range.end; ++k) {
-            int const column = b.columnIndices[k];
+            const int column = b.columnIndices[k];
             if (column <= largest) continue;
             largest = column;
             if (column >= end) return end;
-            unsigned int const offset = static_cast<unsigned int>(column - first);
+            const unsigned int offset = static_cast<unsigned int>(column - first);
             if (offset >= width) return column;
             Touch(offset);
             sums[offset] += factor * b.values[k];
@@ -122,11 +122,11 @@ public:
 
     /// Calls visit(sum, column) for each sum, columns ascending.
     template <class Visit>
-    void ForEach(Visit const& visit) const
+    void ForEach(const Visit& visit) const
     {
         for (unsigned int w = 0; w < width / wordBits; ++w) {
             for (std::uint64_t rest = present[w]; rest != 0; rest &= rest - 1) {
-                unsigned int const offset = w * wordBits + static_cast<unsigned int>(__builtin_ctzll(rest));
+                const unsigned int offset = w * wordBits + static_cast<unsigned int>(__builtin_ctzll(rest));
                 visit(sums[offset], first + static_cast<int>(offset));
             }
         }
@@ -145,8 +145,8 @@ private:
 /// term, columns ascending; for the first column in any case if that is asked for. Stretches of columns without terms
 /// cost nothing.
 template <class T, class Visit>
-inline void FormSparseRow(SparseSums<T>& sums, TCRSMatrixMxN<T> const& left, RowRange range, TCRSMatrixMxN<T> const& b,
-                          int from, bool withFirst, Visit const& visit)
+inline void FormSparseRow(SparseSums<T>& sums, const TCRSMatrixMxN<T>& left, RowRange range, const TCRSMatrixMxN<T>& b,
+                          int from, bool withFirst, const Visit& visit)
 {
     while (from < b.columnCount) {
         sums.Start(from);

@@ -13,7 +13,7 @@ TCCSMatrixMxN<T>::TCCSMatrixMxN(int columns, unsigned int growSize) : TCCSMatrix
 }
 
 template <class T>
-TCCSMatrixMxN<T>::TCCSMatrixMxN(TCCSMatrixMxN const& other) : TCCSMatrixMxN()
+TCCSMatrixMxN<T>::TCCSMatrixMxN(const TCCSMatrixMxN& other) : TCCSMatrixMxN()
 {
     *this = other;
 }
@@ -25,7 +25,7 @@ TCCSMatrixMxN<T>::~TCCSMatrixMxN()
 }
 
 template <class T>
-TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(TCCSMatrixMxN const& other)
+TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(const TCCSMatrixMxN& other)
 {
     // Joined before anything is let go: both may hold the same lists already.
     Kernels::JoinOwners(other.owners);

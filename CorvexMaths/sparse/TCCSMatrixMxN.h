@@ -36,12 +36,12 @@ public:
     /// A matrix without elements; see Redefine.
     TCCSMatrixMxN(int columns, unsigned int growSize);
     /// Copies the fields, so that both matrices share the lists.
-    TCCSMatrixMxN(TCCSMatrixMxN const& other);
+    TCCSMatrixMxN(const TCCSMatrixMxN& other);
     /// Releases the lists unless another matrix shares them.
     ~TCCSMatrixMxN();
 
     /// Copies the fields, so that both matrices share the lists; those held before are let go. May be given itself.
-    TCCSMatrixMxN& operator=(TCCSMatrixMxN const& other);
+    TCCSMatrixMxN& operator=(const TCCSMatrixMxN& other);
 
     /// Lets go of all content and begins anew with a number of columns and no rows. Each list gets the grow size; one
     /// of 0 leaves the 1000 of a new list.

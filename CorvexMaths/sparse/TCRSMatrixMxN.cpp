@@ -16,7 +16,7 @@ TCRSMatrixMxN<T>::TCRSMatrixMxN(int rows, int columns, int elements) : TCRSMatri
 }
 
 template <class T>
-TCRSMatrixMxN<T>::TCRSMatrixMxN(TCRSMatrixMxN const& other) : TCRSMatrixMxN()
+TCRSMatrixMxN<T>::TCRSMatrixMxN(const TCRSMatrixMxN& other) : TCRSMatrixMxN()
 {
     *this = other;
 }
@@ -28,7 +28,7 @@ TCRSMatrixMxN<T>::~TCRSMatrixMxN()
 }
 
 template <class T>
-TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(TCRSMatrixMxN const& other)
+TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(const TCRSMatrixMxN& other)
 {
     // Joined before anything is let go: both may hold the same arrays already.
     Kernels::JoinOwners(other.owners);
@@ -61,7 +61,8 @@ void TCRSMatrixMxN<T>::Redefine(int rows, int columns, int elements)
     elementCount = 0;
     owners = new unsigned int(1);
     values = new T[static_cast<std::size_t>(elements)];
-    columnIndices = new int[static_cast<std::size_t>(elements)];
+    // What is not added yet reads as column 0, not as a wild index.
+    columnIndices = new int[static_cast<std::size_t>(elements)]();
     rowStarts = new int[static_cast<std::size_t>(rows) + 1];
     for (int r = 0; r < rows; ++r) rowStarts[r] = emptyRow;
     rowStarts[rows] = elements;
@@ -79,11 +80,11 @@ void TCRSMatrixMxN<T>::Release()
 }
 
 template <class T>
-void TCRSMatrixMxN<T>::TransposeFrom(TCCSMatrixMxN<T> const& source)
+void TCRSMatrixMxN<T>::TransposeFrom(const TCCSMatrixMxN<T>& source)
 {
     Redefine(source.columnCount, source.rowCount, source.elementCount);
     for (int c = 0; c < source.columnCount; ++c) {
-        TList<T> const& column = source.columnValues[c];
+        const TList<T>& column = source.columnValues[c];
         for (unsigned int k = 0; k < column.GetCount() && elementCount < capacity; ++k)
             AddElement(column[k], c, source.columnRows[c][k]);
     }
@@ -95,10 +96,11 @@ void TCRSMatrixMxN<T>::Transpose(TCRSMatrixMxN* result) const
     result->Redefine(columnCount, rowCount, capacity);
     for (int c = 0; c < columnCount; ++c) {
         for (int r = 0; r < rowCount; ++r) {
-            Kernels::RowRange const range = Kernels::RangeOfRow(*this, r);
+            const Kernels::RowRange range = Kernels::RangeOfRow(*this, r);
             int k = range.begin;
             while (k < range.end && columnIndices[k] != c) ++k;
-            if (k < range.end) result->AddElement(values[k], c, r);
+            // A row before an empty one reaches into later rows, whose elements could then come twice.
+            if (k < range.end && result->elementCount < result->capacity) result->AddElement(values[k], c, r);
         }
     }
 }

@@ -13,7 +13,7 @@ namespace Halmont::Orrin::CorvexMaths
 /// A row is read from its start up to the start of the next row. The storage is therefore well-formed once every row
 /// has an element and all elements are there. An empty row reads as empty, but the row before it has no end of its own
 /// and is read as if it went on to the end of the arrays; and before `elementCount` reaches `capacity` the last row
-/// reaches into elements that were never written. Only a well-formed matrix should be read.
+/// reaches into elements of undefined value, in column 0. Only a well-formed matrix should be read.
 ///
 /// Nothing is checked and nothing is sorted: capacity, indices in range, ascending rows, and inner sizes of products
 /// that agree are preconditions. Rows keep the order in which their elements were added.
@@ -55,15 +55,15 @@ public:
     /// A general matrix without elements; see Redefine.
     TCRSMatrixMxN(int rows, int columns, int elements);
     /// Copies the fields, so that both matrices share the arrays.
-    TCRSMatrixMxN(TCRSMatrixMxN const& other);
+    TCRSMatrixMxN(const TCRSMatrixMxN& other);
     /// Releases the arrays unless another matrix shares them.
     ~TCRSMatrixMxN();
 
     /// Copies the fields, so that both matrices share the arrays; those held before are let go. May be given itself.
-    TCRSMatrixMxN& operator=(TCRSMatrixMxN const& other);
+    TCRSMatrixMxN& operator=(const TCRSMatrixMxN& other);
 
-    /// Lets go of all content and makes room for a number of elements, with every row empty. The new values and column
-    /// indices are undefined until added.
+    /// Lets go of all content and makes room for a number of elements, with every row empty. The new values are
+    /// undefined until added, the column indices 0.
     void Redefine(int rows, int columns, int elements);
 
     /// Adds an element behind those added before; rows must come in ascending order.
@@ -78,11 +78,11 @@ public:
     /// Becomes the transpose of a matrix stored by columns: each column becomes the row of its index, in the order of
     /// its list. An empty column leaves an empty row. The matrix type stays. Of a source whose lists hold more than its
     /// element count, as a sharer may have it, only that many elements are taken.
-    void TransposeFrom(TCCSMatrixMxN<T> const& source);
+    void TransposeFrom(const TCCSMatrixMxN<T>& source);
 
     /// Makes `result` the transpose, with ascending columns in every row whatever the order here; of equal columns in a
-    /// row the first alone is taken. The result is made for as many elements as this matrix; its matrix type stays.
-    /// Each row is searched once for each column.
+    /// row the first alone is taken. The result is made for as many elements as this matrix, and of a matrix
+    /// with empty rows no more are taken than that; its matrix type stays. Each row is searched once for each column.
     void Transpose(TCRSMatrixMxN* result) const;
 
     /// y = this matrix times x; an empty row gives 0. x has `columnCount` values, y has room for `rowCount`, and the
@@ -93,36 +93,36 @@ public:
     /// than that the rest stays empty. Elements of b that are exactly 0 are skipped, so that an infinite value here
     /// times such a zero gives no NaN. A row of which no element is kept stays empty. The result is `rowCount` by the
     /// column count of b; its matrix type stays.
-    void Multiply(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) const;
+    void Multiply(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const;
 
     /// result = this matrix times b. The rows of b must ascend in their columns: for each column c a row of b is
     /// searched from its start up to the first element of a column not below c, and no further. A row of which no
     /// element is kept stays empty. The product is formed twice, first to count its elements. The result is `rowCount`
     /// by the column count of b; its matrix type stays.
-    void Multiply(TCRSMatrixMxN const& b, TCRSMatrixMxN* result) const;
+    void Multiply(const TCRSMatrixMxN& b, TCRSMatrixMxN* result) const;
 
     /// result = the upper triangle of this matrix times b, for a product that is square and symmetric by construction:
     /// with this matrix the transpose of b, the matrix of the normal equations. The matrix type of the result becomes
     /// -2. Every diagonal element is kept, even one of 0, so that no row of the result is empty. Zeros of b are skipped
     /// as in Multiply.
-    void Normalise(TMatrixMxN<T> const& b, TCRSMatrixMxN* result) const;
+    void Normalise(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const;
 
     /// The same with a b stored by columns. The rows here and the columns of b must ascend in their indices: they are
     /// walked side by side, and neither turns back. A column of b without elements gives none, not even on the
     /// diagonal, and may so leave a row of the result empty.
-    void Normalise(TCCSMatrixMxN<T> const& b, TCRSMatrixMxN* result) const;
+    void Normalise(const TCCSMatrixMxN<T>& b, TCRSMatrixMxN* result) const;
 
 protected:
     /// Appends rows `first` to `last` - 1 of this matrix times b to a fragment, columns ascending in each. Rows that
     /// this matrix does not have count as empty.
-    void Multiply(TMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const;
+    void Multiply(const TMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
     /// Appends rows `first` to `last` - 1 of the upper triangle to a fragment, each with its diagonal element. Rows
     /// that this matrix does not have count as empty.
-    void MultiplyUpperTriangle(TMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const;
+    void MultiplyUpperTriangle(const TMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
     /// The same with a b stored by columns; no diagonal element for a column of b without elements.
-    void MultiplyUpperTriangle(TCCSMatrixMxN<T> const& b, int first, int last, TMatrixFragment<T>* fragment) const;
+    void MultiplyUpperTriangle(const TCCSMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
 private:
     /// How many matrices share the arrays, this one included; null while there are none.

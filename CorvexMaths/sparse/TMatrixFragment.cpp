@@ -6,7 +6,7 @@ namespace Halmont::Orrin::CorvexMaths
 template <class T>
 void TMatrixFragment<T>::SetDimensions(unsigned int n)
 {
-    unsigned int const growSize = n < 2 ? 1 : n / 2;
+    const unsigned int growSize = n < 2 ? 1 : n / 2;
     values.Grow(n);
     values.SetGrowSize(growSize);
     rows.Grow(n);

@@ -22,12 +22,12 @@ struct TMatrixFragment
     /// Three empty lists of grow size 1000, without blocks.
     TMatrixFragment() = default;
     /// A copy of the three lists, as their copy constructor makes it.
-    TMatrixFragment(TMatrixFragment const& other) = default;
+    TMatrixFragment(const TMatrixFragment& other) = default;
     /// Releases the lists.
     ~TMatrixFragment() = default;
 
     /// Replaces the three lists, as their assignment does: a fragment assigned to itself ends empty.
-    TMatrixFragment& operator=(TMatrixFragment const& other) = default;
+    TMatrixFragment& operator=(const TMatrixFragment& other) = default;
 
     /// Makes room in each list for n more elements and sets its grow size to n / 2, rounded down, but at least 1.
     void SetDimensions(unsigned int n);

@@ -160,8 +160,8 @@ private:
     void CalculateCoefficients(T u, unsigned int levels);
 
     /// Writes, for each control point, the second derivative of its basis function as the fit asks for it: by the
-    /// formula of order `order` - 1, so that it is 0 throughout up to order 3, where the formula is left out. The order is at
-    /// least 2. The coefficients are left at the order `order` - 2.
+    /// formula of order `order` - 1, so that it is 0 throughout up to order 3, where the formula is left out. The order
+    /// is at least 2. The coefficients are left at the order `order` - 2.
     void GetSecondDerivatives(T u, T* out);
 
     /// The equations of the fit: a row of basis functions for each parameter, then those of the two ends.

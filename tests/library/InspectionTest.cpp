@@ -20,66 +20,47 @@ Vector Divide(Points controls, double u)
     return controls[0];
 }
 
-/// The distance of a point from such a curve: the nearest of many parameters, then thirds of the way to its neighbours.
+/// The distance of a point from such a curve: the nearest of many parameters, then of many ever closer to that one.
 double DistanceFromCurve(const Points& controls, const Vector& p)
 {
-    const auto distance = [&](double u) { return (Divide(controls, u) - p).GetLength(); };
-    int nearest = 1;
-    for (int i = 1; i < 400; ++i)
-        if (distance(i / 400.0) < distance(nearest / 400.0)) nearest = i;
-    double low = (nearest - 1) / 400.0;
-    double high = (nearest + 1) / 400.0;
-    for (int pass = 0; pass < 40; ++pass) {
-        const double third = (high - low) / 3;
-        if (distance(low + third) < distance(high - third))
-            high -= third;
-        else
-            low += third;
-    }
-    return distance(low);
+    double nearest = 0.5, distance = (Divide(controls, nearest) - p).GetLength();
+    for (double reach = 0.5; reach > 1e-9; reach /= 50)
+        for (double middle = nearest, k = -1; k <= 1; k += 0.01) {
+            const double u = std::clamp(middle + k * reach, 0.0, 1.0), other = (Divide(controls, u) - p).GetLength();
+            nearest = other < distance ? u : nearest;
+            distance = std::min(distance, other);
+        }
+    return distance;
 }
 
-/// The distances of the points from the fitted geometry; with a sign where it has two sides.
-std::vector<double> DistancesFrom(const Fitted& fitted, Kind kind, const std::vector<Deviation>& points)
+/// The distance of a point from the fitted geometry; with a sign where it has two sides.
+double DistanceFrom(const Fitted& fitted, Kind kind, const Vector& point)
 {
-    std::vector<double> distances;
-    for (const Deviation& one : points) {
-        const Vector offset = one.actual - fitted.point;
-        const double along = offset % fitted.axis;
-        const double across = (offset - fitted.axis * along).GetLength();
-        switch (kind) {
-        case Kind::Plane:
-            distances.push_back(along);
-            break;
-        case Kind::Line:
-            distances.push_back(across);
-            break;
-        case Kind::Circle:
-        case Kind::Sphere:
-            distances.push_back(across - fitted.diameter / 2);
-            break;
-        case Kind::Profile:
-            distances.push_back(DistanceFromCurve(fitted.controls, one.actual));
-        }
-    }
-    return distances;
+    if (kind == Kind::Profile) return DistanceFromCurve(fitted.controls, point);
+    const double along = (point - fitted.point) % fitted.axis;
+    if (kind == Kind::Plane) return along;
+    const double across = (point - fitted.point - fitted.axis * along).GetLength();
+    return kind == Kind::Line ? across : across - fitted.diameter / 2;
 }
 
 TEST(Inspection, ResidualsAreThoseOfTheFittedParameters)
 {
     const Part part = ReadPart(CORVEX_EXAMPLE_DATA "flange.txt");
-    for (const char* const file : {"flange_a.txt", "flange_b.txt"})
-        for (const Result& result :
-             InspectPart(part, ReadMeasurement(CORVEX_EXAMPLE_DATA + std::string(file), part)).results) {
-            SCOPED_TRACE(file + (" " + result.feature.name));
-            const std::vector<double> distances = DistancesFrom(result.fitted, result.feature.kind, result.deviations);
-            const auto ends = std::minmax_element(distances.begin(), distances.end());
-            const bool twoSided = result.feature.kind != Kind::Line && result.feature.kind != Kind::Profile;
-            double squares = 0;
-            for (const double distance : distances) squares += distance * distance;
-            // The example measures a profile from short chords of its curve.
-            const double tolerance = result.feature.kind == Kind::Profile ? 1e-5 : 1e-8;
-            EXPECT_NEAR(result.fitted.spread, twoSided ? *ends.second - *ends.first : 2 * *ends.second, tolerance);
+    for (const std::string file : {"flange_a.txt", "flange_b.txt"})
+        for (const Result& result : InspectPart(part, ReadMeasurement(CORVEX_EXAMPLE_DATA + file, part)).results) {
+            SCOPED_TRACE(file + " " + result.feature.name);
+            const Kind kind = result.feature.kind;
+            const bool isOneSided = kind == Kind::Line || kind == Kind::Profile;
+            double least = isOneSided ? 0 : 1e9, greatest = -1e9, squares = 0;
+            for (const Deviation& one : result.deviations) {
+                const double distance = DistanceFrom(result.fitted, kind, one.actual);
+                least = std::min(least, distance);
+                greatest = std::max(greatest, distance);
+                squares += distance * distance;
+            }
+            // One-sided distances spread to both sides. The example measures a profile from short chords of its curve.
+            const double tolerance = kind == Kind::Profile ? 1e-5 : 1e-8;
+            EXPECT_NEAR(result.fitted.spread, isOneSided ? 2 * greatest : greatest - least, tolerance);
             EXPECT_NEAR(result.fitted.squares, squares, tolerance);
             EXPECT_GT(squares, 0);
         }

@@ -16,7 +16,6 @@ TYPED_TEST(MatrixOperationsTest, ProductsHaveTheBitsOfThePointByPointForm)
     // As vectors of the given type, with a last component of 1, where that is longer than a point; else as they are.
     const auto expectProducts = [&](auto wide, const auto& matrix) {
         OpenSet<TypeParam> set(1200);
-        set.keepBox = false;
         while (Below(random, 900) > 0 && set.GetCount() < 1200) set.Add(typename TypeParam::Vector());
         for (unsigned int i = 0; i < set.GetCount() * TypeParam::dimension; ++i) set[0][i] = AwkwardValue<T>(random, 3);
         set.ToMatrix(&rows);

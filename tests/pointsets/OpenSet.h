@@ -22,13 +22,10 @@ typename F::Vector Point(double x, double y, double z = 0, double w = 1)
 template <class F>
 struct OpenSet : F::PointSet
 {
-    using F::PointSet::boundingBox;
-    using F::PointSet::capacity;
-    using F::PointSet::keepBox;
-    using F::PointSet::PointSet;
-    using F::PointSet::operator=;
-    explicit OpenSet(const typename F::PointSet& other) : F::PointSet(other) {}
-    OpenSet(std::initializer_list<typename F::Vector> points) : F::PointSet(0, 3)
+    using Base = typename F::PointSet;
+    using Base::Base, Base::operator=, Base::boundingBox, Base::capacity, Base::keepBox;
+    explicit OpenSet(const Base& other) : Base(other) {}
+    OpenSet(std::initializer_list<typename F::Vector> points) : Base(0, 3)
     {
         for (const auto& point : points) this->Add(point);
     }
@@ -45,15 +42,10 @@ inline unsigned int Below(std::mt19937& random, unsigned int bound)
 template <class T>
 T AwkwardValue(std::mt19937& random, unsigned int divisor)
 {
-    const T rare[] = {T(0),
-                      -T(0),
-                      T(0),
-                      -T(0),
-                      std::numeric_limits<T>::infinity(),
-                      -std::numeric_limits<T>::infinity(),
-                      std::numeric_limits<T>::quiet_NaN()};
+    using Limits = std::numeric_limits<T>;
+    const T rare[] = {0, -T(0), 0, -T(0), Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()};
     const unsigned int kind = Below(random, 64);
-    return kind < 7 ? rare[kind] : static_cast<T>(static_cast<int>(Below(random, 25)) - 12) / static_cast<T>(divisor);
+    return kind < 7 ? rare[kind] : (static_cast<T>(Below(random, 25)) - 12) / static_cast<T>(divisor);
 }
 
 } // namespace CorvexTest

@@ -152,6 +152,14 @@ TYPED_TEST(Sparse, TransposesFromColumnsInTheirOrderAndFromRowsSorted)
     unsorted.Transpose(&turned);
     EXPECT_TRUE(turned.matrixType == 5 && unsorted.matrixType == 11);
     ExpectElements(turned, {{8, 0, 0}, {10, 0, 1}, {7, 2, 0}}, 3, 2, 1); // the first of two in one column
+    // What was not added is read as column 0, and what an empty row lets be found twice is taken no further than fits.
+    TypeParam x[] = {1, 1}, y[3];
+    turned.Multiply(x, y);
+    TCRSMatrixMxN<TypeParam> hollow(3, 3, 2);
+    hollow.AddElement(1, 0, 0);
+    hollow.AddElement(2, 2, 1);
+    hollow.Transpose(&turned);
+    ExpectElements(turned, {{1, 0, 0}, {2, 1, 0}}, 3, 3);
 }
 
 TYPED_TEST(Sparse, CopiesShareTheirArraysAndReleaseThemOnce)

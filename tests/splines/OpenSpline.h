@@ -8,8 +8,7 @@
 namespace CorvexTest
 {
 
-using Maths::Clamped;
-using Maths::Uniform;
+using Maths::Clamped, Maths::Uniform;
 
 /// A spline that shows its state.
 template <class PointSet>

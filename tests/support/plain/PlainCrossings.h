@@ -5,19 +5,22 @@
 
 #include <CorvexMaths/CorvexMaths.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
 namespace CorvexTest
 {
 
+using Halmont::Orrin::CorvexMaths::TEdge2;
+
 template <class T>
 using PlainOutline = std::vector<Halmont::Orrin::CorvexMaths::TVector2<T>>;
 
 template <class T>
-std::vector<Halmont::Orrin::CorvexMaths::TEdge2<T>> PlainEdges(const PlainOutline<T>& outline)
+std::vector<TEdge2<T>> PlainEdges(const PlainOutline<T>& outline)
 {
-    std::vector<Halmont::Orrin::CorvexMaths::TEdge2<T>> edges;
+    std::vector<TEdge2<T>> edges;
     for (std::size_t i = 0; i < outline.size(); ++i) edges.emplace_back(outline[i], outline[(i + 1) % outline.size()]);
     return edges;
 }
@@ -26,28 +29,23 @@ std::vector<Halmont::Orrin::CorvexMaths::TEdge2<T>> PlainEdges(const PlainOutlin
 template <class T>
 PlainOutline<T> PlainTrimCrossings(const PlainOutline<T>& outline)
 {
-    const T tolerance = static_cast<T>(1e-6f);
     const auto edges = PlainEdges(outline);
     const std::size_t count = edges.size();
-    PlainOutline<T> result = {edges[0].Vertex[0]};
-    for (std::size_t i = 0; i < count;) {
-        double best = 3.4028234663852886e+38;
-        std::size_t bestIndex = count;
-        Halmont::Orrin::CorvexMaths::TVector2<T> bestPoint, point;
-        for (std::size_t j = i + 2; j < count; ++j) {
-            if (i == 0 && j == count - 1) continue;
-            if (!edges[i].GetLine().IntersectWith(edges[j].GetLine(), &point, tolerance)) continue;
+    PlainOutline<T> result = {outline[0]};
+    for (std::size_t i = 0, next; i < count; i = next) {
+        double nearest = 3.4028234663852886e+38;
+        next = i + 1;
+        auto best = edges[i].Vertex[1], point = best;
+        for (std::size_t j = i + 2; j < (i == 0 ? count - 1 : count); ++j) {
+            if (!edges[i].GetLine().IntersectWith(edges[j].GetLine(), &point, static_cast<T>(1e-6f))) continue;
             if (!edges[i].IsWithin(point) || !edges[j].IsWithin(point)) continue;
             const double distance = static_cast<double>((point - edges[i].Vertex[0]).GetLength());
-            if (best > distance) {
-                best = distance;
-                bestIndex = j;
-                bestPoint = point;
-            }
+            if (!(nearest > distance)) continue;
+            nearest = distance;
+            next = j;
+            best = point;
         }
-        const bool isFound = bestIndex != count;
-        result.push_back(isFound ? bestPoint : edges[i].Vertex[1]);
-        i = isFound ? bestIndex : i + 1;
+        result.push_back(best);
     }
     if (static_cast<double>((result.back() - result.front()).GetLengthSquared()) < 1e-8) result.pop_back();
     return result;
@@ -57,18 +55,13 @@ PlainOutline<T> PlainTrimCrossings(const PlainOutline<T>& outline)
 template <class T>
 PlainOutline<T> PlainRemoveDuplicates(PlainOutline<T> outline, PlainOutline<T>* removed)
 {
-    const T tolerance = static_cast<T>(1e-6f);
-    const auto isNear = [tolerance](T a, T b) { return a == b || std::fabs(a - b) <= tolerance; };
-    for (std::size_t i = 0; i + 1 < outline.size(); ++i) {
-        for (std::size_t j = i + 1; j < outline.size();) {
-            if (isNear(outline[i].x, outline[j].x) && isNear(outline[i].y, outline[j].y)) {
-                removed->push_back(outline[j]);
-                outline.erase(outline.begin() + static_cast<std::ptrdiff_t>(j));
-            } else {
-                ++j;
-            }
+    const auto isNear = [](T a, T b) { return a == b || std::fabs(a - b) <= static_cast<T>(1e-6f); };
+    for (auto i = outline.begin(); i != outline.end(); ++i)
+        for (auto j = i + 1; j != outline.end();) {
+            const bool isRepeat = isNear(i->x, j->x) && isNear(i->y, j->y);
+            if (isRepeat) removed->push_back(*j);
+            j = isRepeat ? outline.erase(j) : j + 1;
         }
-    }
     return outline;
 }
 
@@ -77,47 +70,35 @@ template <class T>
 void PlainSimplifySection(const PlainOutline<T>& outline, std::size_t first, std::size_t last, T tolerance, bool* keep)
 {
     if (first + 1 == last) return;
-    const Halmont::Orrin::CorvexMaths::TEdge2<T> chord(outline[first], outline[last]);
     T best = -1;
     std::size_t bestIndex = first;
     for (std::size_t i = first + 1; i < last; ++i) {
-        const T distance = chord.DistanceToPoint(outline[i], nullptr, nullptr);
-        if (distance > best) {
-            best = distance;
-            bestIndex = i;
-        }
+        const T distance = TEdge2<T>(outline[first], outline[last]).DistanceToPoint(outline[i], nullptr, nullptr);
+        if (distance > best) bestIndex = i;
+        if (distance > best) best = distance;
     }
-    if (!(tolerance < best)) {
-        for (std::size_t i = first + 1; i < last; ++i) keep[i] = false;
-        return;
-    }
+    if (!(tolerance < best)) return std::fill(keep + first + 1, keep + last, false);
     PlainSimplifySection(outline, first, bestIndex, tolerance, keep);
     PlainSimplifySection(outline, bestIndex, last, tolerance, keep);
 }
 
 /// The turn of a raw offset outline to its first vertex at the distance from the source; empty if there is none.
 template <class T>
-PlainOutline<T> PlainReorderOffset(const PlainOutline<T>& raw,
-                                   const std::vector<Halmont::Orrin::CorvexMaths::TEdge2<T>>& source, T distance)
+PlainOutline<T> PlainReorderOffset(PlainOutline<T> raw, const std::vector<TEdge2<T>>& source, T distance)
 {
-    for (std::size_t start = 0; start < raw.size(); ++start) {
+    for (auto start = raw.begin(); start != raw.end(); ++start) {
         T nearest = static_cast<T>(3.4028234663852886e+38f);
         for (const auto& edge : source) {
             bool isWithin = false;
-            const T toEdge = edge.DistanceToPoint(raw[start], &isWithin, nullptr);
-            if (isWithin && nearest > toEdge) {
+            const T toEdge = edge.DistanceToPoint(*start, &isWithin, nullptr);
+            if (isWithin && nearest > toEdge)
                 nearest = toEdge;
-                continue;
-            }
-            for (const auto& end : edge.Vertex) {
-                const T toEnd = (raw[start] - end).GetLength();
-                if (nearest > toEnd) nearest = toEnd;
-            }
+            else
+                for (const auto& end : edge.Vertex) nearest = std::min(nearest, (*start - end).GetLength());
         }
         if (static_cast<double>(std::fabs(nearest - std::fabs(distance))) < 1e-6) {
-            PlainOutline<T> result(raw.begin() + static_cast<std::ptrdiff_t>(start), raw.end());
-            result.insert(result.end(), raw.begin(), raw.begin() + static_cast<std::ptrdiff_t>(start));
-            return result;
+            std::rotate(raw.begin(), start, raw.end());
+            return raw;
         }
     }
     return {};
