@@ -2,9 +2,9 @@
 //
 //     make_flange FOLDER
 //
-// flange.txt is the drawing. flange_a.txt was measured of a part in tolerance, flange_b.txt of one with two faults: bolt
-// hole 4 is drilled out of place, and the crest is ground too deep. Each is measured askew and away from the origin, with
-// the noise of a probe. Lengths are in millimetres, rounded to a ten-thousandth.
+// flange.txt is the drawing. flange_a.txt was measured of a part in tolerance, flange_b.txt of one with two faults:
+// bolt hole 4 is drilled out of place, and the crest is ground too deep. Each is measured askew and away from the
+// origin, with the noise of a probe. Lengths are in millimetres, rounded to a ten-thousandth.
 
 #include <cmath>
 #include <cstdint>

@@ -250,7 +250,8 @@ private:
         plan.FitInto(viewWidth - 2 * labelRoom, planHeight);
     }
 
-    /// Draws the largest deviation at some 40 units of the page, rounded down to a factor that is easily calculated with.
+    /// Draws the largest deviation at some 40 units of the page, rounded down to a factor that is easily calculated
+    /// with.
     double SuitableMagnification() const
     {
         double largest = 1e-9;

@@ -17,7 +17,8 @@ namespace Inspect
 namespace
 {
 
-/// The refinement of a circle stops at a step that changes nothing which a report would show; some five rounds get there.
+/// The refinement of a circle stops at a step that changes nothing which a report would show; some five rounds get
+/// there.
 constexpr double fitTolerance = 1e-12;
 constexpr unsigned int fitIterations = 50;
 

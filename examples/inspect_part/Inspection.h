@@ -1,7 +1,7 @@
 #pragma once
 
-/// What was measured of a part against what is drawn: alignment, fitted geometry, deviations and verdicts. This is where
-/// the library does its work.
+/// What was measured of a part against what is drawn: alignment, fitted geometry, deviations and verdicts. This is
+/// where the library does its work.
 
 #include "PartFiles.h"
 

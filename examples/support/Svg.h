@@ -197,7 +197,8 @@ public:
         const double drawnHeight = std::max(height * scale, legendHeight);
         const double pageWidth = 3 * Page::margin + width * scale + legendWidth;
         const double pageHeight = 2 * Page::margin + Page::titleHeight + drawnHeight + barHeight;
-        // The corner of the page where the drawing begins, with what it is lower than the legend shared above and below.
+        // The corner of the page where the drawing begins, with what it is lower than the legend shared above and
+        // below.
         const double left = Page::margin;
         const double top = Page::margin + Page::titleHeight + (drawnHeight - height * scale) / 2;
 
@@ -222,8 +223,8 @@ private:
         std::vector<Point> points;
     };
 
-    // Measures of the page. The drawing fills a fixed width unless it is tall; the legend has a column of its own to the
-    // right and the scale bar a strip of its own below, so that neither can meet a line.
+    // Measures of the page. The drawing fills a fixed width unless it is tall; the legend has a column of its own to
+    // the right and the scale bar a strip of its own below, so that neither can meet a line.
     static constexpr double legendWidth = 130;
     static constexpr double legendStep = 24;
     static constexpr double barHeight = 44;
