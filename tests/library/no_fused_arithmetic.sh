@@ -22,7 +22,7 @@ done
 listing=$(mktemp)
 trap 'rm -f "$listing"' EXIT
 objdump -d --no-show-raw-insn "$1" >"$listing"
-grep -qE '^ *[0-9a-f]+:[[:space:]]+(v?mulsd|fmul)' "$listing" || {
+grep -qE '^ *[0-9a-f]+:[[:space:]]+(v?mul[sp][sd]|fmul)' "$listing" || {
     echo "no multiplication found: the disassembly cannot be trusted"
     exit 1
 }
