@@ -57,13 +57,13 @@ TYPED_TEST(PointSetBox, IsCalculatedByCopiesAndCopiedByAssignment)
         EXPECT_EQ(copy[1], Point<F>(5, 6, From::dimension > 2 ? 7 : 0, From::dimension > 3 ? 8 : 1));
         this->ExpectRange(copy, 1, 5);
         EXPECT_EQ(copy.GetBoundingBox().limit, Maths::Numbers::unsetBound<T>);
-        return source;
     };
     expectCopy(Family<T, Maths::TVector2>());
     expectCopy(Family<T, Maths::TVector3>());
     expectCopy(Family<T, Maths::TVector4>());
-    OpenSet<F> target;
-    target = expectCopy(F());
+    OpenSet<F> stale = {Point<F>(1, 2, 3, 4)}, target;
+    stale.boundingBox = Maths::TBox<T>(50);
+    target = stale;
     this->ExpectRange(target, 50, -50);
 }
 
