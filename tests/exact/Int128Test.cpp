@@ -21,6 +21,7 @@ TEST(Int128Test, CalculatesAsTheCompilerDoes)
     const auto toBits = [](const Int128& x) { return static_cast<Bits>(x.hi) << 64 | x.lo; };
     const auto magnitude = [&](const Int128& x) { return x.hi < 0 ? -toBits(x) : toBits(x); };
     std::mt19937_64 random(3);
+    SCOPED_TRACE("seed 3");
     std::vector<Int128> values = {
         0, 1, -1, 2, LLONG_MIN, LLONG_MAX, {1, 0}, {-1, 0}, {LLONG_MAX, ~0ull}, {LLONG_MIN, 1}};
     for (int i = 0; i < 200; ++i) {

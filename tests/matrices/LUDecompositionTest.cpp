@@ -10,6 +10,7 @@ template <class T>
 struct LUDecomposition : ::testing::Test
 {
     std::mt19937 random{41};
+    ::testing::ScopedTrace seed{__FILE__, __LINE__, "seed 41"};
     std::vector<T> plainX;
 
     /// Solves for b with plain factors and expects the same bits in x.

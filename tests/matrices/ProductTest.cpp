@@ -64,6 +64,7 @@ TYPED_TEST(DenseProduct, HasTheSameBitsAtEveryRegisterWidth)
 TYPED_TEST(DenseProduct, OfAMatrixWithItselfInPlaceReadsTheRunningSums)
 {
     std::mt19937 random(73);
+    SCOPED_TRACE("seed 73");
     for (unsigned int const order : {2u, 9u}) {
         Maths::TMatrixMxN<TypeParam> a(order, order);
         Fill(a, "uniform", random);

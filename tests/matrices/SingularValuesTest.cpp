@@ -108,6 +108,7 @@ TYPED_TEST(SingularValues, AreCollectedInRunsOfRotationsOfTheSameBits)
 {
     using T = TypeParam;
     std::mt19937 random(78);
+    SCOPED_TRACE("seed 78");
     std::uniform_real_distribution<T> uniform(T(-1), T(1));
     for (unsigned int const m : {1u, 8u, 9u, 12u, 47u}) {
         for (unsigned int const n : {5u, 400u, 1100u}) {

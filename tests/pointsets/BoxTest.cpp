@@ -89,6 +89,7 @@ TYPED_TEST(PointSetBox, HasTheBitsOfAnExtensionPointByPoint)
     using F = TypeParam;
     using T = typename F::T;
     std::mt19937 random(20240611);
+    SCOPED_TRACE("seed 20240611");
     for (int round = 0; round < 600; ++round) {
         const unsigned int count = Below(random, 90), later = Below(random, count + 1);
         OpenSet<F> points(count + 1);

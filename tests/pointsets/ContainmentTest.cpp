@@ -24,6 +24,7 @@ TYPED_TEST(PointSetContainment, CountsLikeSegmentAfterSegment)
 {
     using T = typename TypeParam::T;
     std::mt19937 random(7);
+    SCOPED_TRACE("seed 7");
     for (unsigned int round = 0; round < 4000; ++round) {
         SCOPED_TRACE(round);
         const auto pick = [&] {

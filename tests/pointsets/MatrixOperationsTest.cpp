@@ -12,6 +12,7 @@ TYPED_TEST(MatrixOperationsTest, ProductsHaveTheBitsOfThePointByPointForm)
 {
     using T = typename TypeParam::T;
     std::mt19937 random(5489);
+    SCOPED_TRACE("seed 5489");
     Maths::TMatrixMxN<T> rows, values(4, 4);
     // As vectors of the given type, with a last component of 1, where that is longer than a point; else as they are.
     const auto expectProducts = [&](auto wide, const auto& matrix) {

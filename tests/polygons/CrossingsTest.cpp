@@ -39,6 +39,7 @@ TYPED_TEST(CrossingsTest, TrimmingFlattensAndHasTheBitsOfThePlainSearch)
 {
     OpenPolygon<TypeParam>().TrimCrossings();
     std::mt19937_64 random(20240611);
+    SCOPED_TRACE("seed 20240611");
     for (unsigned int round = 0; round < 600; ++round) {
         const auto outline = RandomOutline<typename TypeParam::T>(random);
         OpenPolygon<TypeParam> polygon(outline);
@@ -51,6 +52,7 @@ TYPED_TEST(CrossingsTest, DuplicatesInThePlaneGoInTheOrderOfThePlainPass)
 {
     using T = typename TypeParam::T;
     std::mt19937_64 random(918273);
+    SCOPED_TRACE("seed 918273");
     const T infinity = std::numeric_limits<T>::infinity();
     const T bases[] = {T(0), T(-0.0), T(1), T(-7), T(1e3), T(8.5e9), infinity, -infinity, infinity - infinity};
     for (unsigned int round = 0; round < 400; ++round) {

@@ -42,6 +42,7 @@ TYPED_TEST(HullTest, GridsLieLeftOfTheirHullAndAreSortedByArcCosines)
 {
     using T = typename TypeParam::T;
     std::mt19937_64 random(5150);
+    SCOPED_TRACE("seed 5150");
     for (unsigned int round = 0; round < 1000; ++round) {
         SCOPED_TRACE(round);
         // No three in one direction from the bottom left one but the first: of those the scan promises no hull.

@@ -81,6 +81,7 @@ TYPED_TEST(OffsetTest, StartsWhereThePlainScanStarts)
 {
     using T = typename TypeParam::T;
     std::mt19937_64 random(424242);
+    SCOPED_TRACE("seed 424242");
     std::uniform_real_distribution<T> radius(T(1), T(2));
     for (unsigned int round = 0; round < 200; ++round) {
         // A star around the origin, counter-clockwise; a large inward distance makes many vertices that lie too near.

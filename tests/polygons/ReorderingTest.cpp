@@ -38,6 +38,7 @@ TYPED_TEST(ReorderingTest, OutlinesGrowAsInThePlainFormToTheBit)
 {
     using Outline = PlainOutline<typename TypeParam::T>;
     std::mt19937_64 random(31337);
+    SCOPED_TRACE("seed 31337");
     for (unsigned int round = 0; round < 120; ++round) {
         SCOPED_TRACE(round);
         const Outline cloud = RandomOutline<typename TypeParam::T>(random);

@@ -56,6 +56,7 @@ TYPED_TEST(SimplificationTest, SectionsAreSplitAsByThePlainScanToTheBit)
 {
     using T = typename TypeParam::T;
     std::mt19937_64 random(5551212);
+    SCOPED_TRACE("seed 5551212");
     for (unsigned int round = 0; round < 300; ++round) {
         const auto outline = RandomOutline<T>(random);
         const auto count = static_cast<unsigned int>(outline.size());

@@ -42,6 +42,7 @@ TYPED_TEST(BoxTest, OverlapsWhereTheCornersDifferencesSurroundTheOrigin)
     // Few distinct values, so that bounds coincide, stand in the wrong order, or are not finite.
     const T values[] = {-1, 0, 1, 2, T(1e38), -this->infinity, this->nan};
     std::mt19937 random(20240);
+    SCOPED_TRACE("seed 20240");
     for (int i = 0; i < 40000; ++i) {
         const bool planar = i % 2 == 0;
         TVector3<T> corners[2][8];

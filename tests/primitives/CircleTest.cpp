@@ -77,6 +77,7 @@ TYPED_TEST(CircleTest, BoundsPointsToTheBitsOfThePlainScans)
     using V = TVector2<T>;
     const T special[] = {0, -T(0), this->infinity, -this->infinity, this->nan, T(1e-6f), T(1e-4f), this->least};
     std::mt19937 random(5);
+    SCOPED_TRACE("seed 5");
     std::uniform_real_distribution<T> coordinate(T(-1), T(1));
     for (unsigned int round = 0; round < 3000; ++round) {
         const unsigned int kind = round % 5, count = 1 + static_cast<unsigned int>(random() % 60);

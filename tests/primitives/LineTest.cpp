@@ -73,6 +73,7 @@ TYPED_TEST(LineTest, CrossesToTheBitsOfThePivotedSolve)
     const T largest = std::numeric_limits<T>::max(), inf = this->infinity;
     const T special[] = {0, -T(0), 1, -1, T(1e-6f), T(3e-6), this->least, largest, -largest, inf, -inf, this->nan};
     std::mt19937 random(7);
+    SCOPED_TRACE("seed 7");
     std::uniform_real_distribution<T> fraction(T(-1), T(1));
     for (unsigned int i = 0; i < 200000; ++i) {
         const auto draw = [&] {

@@ -182,6 +182,7 @@ TYPED_TEST(Sparse, ProductsHaveTheBitsOfThePlainFormForAnyNumberOfChunks)
 {
     using T = TypeParam;
     std::mt19937 random(41);
+    SCOPED_TRACE("seed 41");
     // Rows, inner size, columns: about the blocks of columns, and with rows and columns that differ.
     const Three shapes[] = {{1, 1, 1}, {9, 4, 9}, {30, 20, 12}, {8, 5, 513}, {20, 30, 5000}, {4, 9, 2049}};
     for (unsigned int pass = 0; pass < 18; ++pass) {

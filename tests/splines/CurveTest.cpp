@@ -70,6 +70,7 @@ TYPED_TEST(SplineCurve, HasTheBitsOfTheWholeRecursion)
     using F = TypeParam;
     using T = typename F::T;
     std::mt19937 random(20240807);
+    SCOPED_TRACE("seed 20240807");
     for (int round = 0; round < 6000; ++round) {
         SCOPED_TRACE(round);
         const unsigned int n = 1 + Below(random, 20), order = 1 + Below(random, 6);
