@@ -52,26 +52,21 @@ struct Request
     bool help = false;
 };
 
-Request ReadArguments(const std::vector<std::string>& arguments)
+Request ReadArguments(Arguments arguments)
 {
     Request request;
-    std::size_t next = 0;
-    const auto valueOf = [&](const std::string& option) {
-        if (next == arguments.size()) throw InputError(option + " needs a value");
-        return arguments[next++];
-    };
-    while (next < arguments.size()) {
-        const std::string argument = arguments[next++];
+    while (arguments.AreLeft()) {
+        const std::string argument = arguments.Take();
         if (argument == "--help" || argument == "-h")
             request.help = true;
         else if (argument == "-o")
-            request.picture = valueOf(argument);
+            request.picture = arguments.ValueOf(argument);
         else if (argument == "--unit")
-            request.unit = valueOf(argument);
+            request.unit = arguments.ValueOf(argument);
         else if (argument == "--spacing")
-            request.spacing = ReadNumber(valueOf(argument), argument);
+            request.spacing = ReadNumber(arguments.ValueOf(argument), argument);
         else if (argument == "--thin")
-            request.thin = ReadNumber(valueOf(argument), argument);
+            request.thin = ReadNumber(arguments.ValueOf(argument), argument);
         else if (argument.rfind("--", 0) == 0)
             throw InputError(argument + " is not an option; --help lists them");
         else if (request.input.empty())
@@ -207,7 +202,7 @@ bool Draw(const Polygon& outline, const std::vector<Row>& rows, const Request& r
 int main(int count, char** values)
 {
     try {
-        const Request request = ReadArguments(std::vector<std::string>(values + 1, values + count));
+        const Request request = ReadArguments(Arguments({values + 1, values + count}));
         if (request.help) {
             std::fputs(usage, stdout);
             return 0;

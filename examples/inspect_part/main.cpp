@@ -58,22 +58,17 @@ struct Request
     bool help = false;
 };
 
-Request ReadArguments(const std::vector<std::string>& arguments)
+Request ReadArguments(Arguments arguments)
 {
     Request request;
-    std::size_t next = 0;
-    const auto valueOf = [&](const std::string& option) {
-        if (next == arguments.size()) throw InputError(option + " needs a value");
-        return arguments[next++];
-    };
-    while (next < arguments.size()) {
-        const std::string argument = arguments[next++];
+    while (arguments.AreLeft()) {
+        const std::string argument = arguments.Take();
         if (argument == "--help" || argument == "-h")
             request.help = true;
         else if (argument == "-o")
-            request.picture = valueOf(argument);
+            request.picture = arguments.ValueOf(argument);
         else if (argument == "--magnify") {
-            request.magnification = ReadNumber(valueOf(argument), argument);
+            request.magnification = ReadNumber(arguments.ValueOf(argument), argument);
             if (!(request.magnification > 0)) throw InputError(argument + " should be above 0");
         } else if (argument.rfind("-", 0) == 0)
             throw InputError(argument + " is not an option; --help lists them");
@@ -94,7 +89,7 @@ Request ReadArguments(const std::vector<std::string>& arguments)
 int main(int count, char** values)
 {
     try {
-        const Request request = ReadArguments(std::vector<std::string>(values + 1, values + count));
+        const Request request = ReadArguments(Arguments({values + 1, values + count}));
         if (request.help) {
             std::fputs(usage, stdout);
             return 0;
