@@ -5,6 +5,7 @@
 #include <CorvexMaths/Export.h>
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 
 #include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TLinkUni.h>
