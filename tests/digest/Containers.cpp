@@ -1,0 +1,276 @@
+// Lists, maps, pairs and linked nodes.
+
+#include "tests/digest/Inputs.h"
+
+namespace CorvexDigest
+{
+namespace
+{
+
+/// Draws an element of a list: few different ones, so that they repeat; all are ordered.
+template <class Element>
+Element Draw(Random& random)
+{
+    return random.Point<Element>([](Random& r) { return static_cast<decltype(Element::x)>(r.Below(3)); });
+}
+
+template <class First, class Second>
+TPair<First, Second> DrawPair(Random& random)
+{
+    const First first = [&] {
+        if constexpr (std::is_arithmetic_v<First>)
+            return static_cast<First>(random.Below(5));
+        else
+            return Draw<First>(random);
+    }();
+    if constexpr (std::is_arithmetic_v<Second>)
+        return TPair<First, Second>(first, random.Below(5));
+    else
+        return TPair<First, Second>(first, Draw<Second>(random));
+}
+
+/// A list that writes down which hooks are fired and what they are shown.
+template <class Element>
+struct WatchedList : TList<Element>
+{
+    using TList<Element>::TList;
+    Digest hooks;
+
+protected:
+    void ElementAdded(Element& element) override { hooks << 1 << element << this->count; }
+    void ElementsAdded(Element* elements, unsigned int n) override
+    {
+        hooks << 2 << n << this->count;
+        hooks.TakeArray(elements, n);
+    }
+    void ElementRemoved(Element& element) override { hooks << 3 << element << this->count; }
+    void ElementsRemoved(Element* elements, unsigned int n) override
+    {
+        hooks << 4 << n << this->count;
+        hooks.TakeArray(elements, n);
+    }
+    void Cleared() override { hooks << 5 << this->count; }
+};
+
+/// One change of a list, chosen at random among all that there are.
+template <class Element, class List>
+void Change(Random& random, List& list, const std::vector<Element>& pool)
+{
+    const Element value = pool[random.Below(static_cast<unsigned int>(pool.size()))];
+    Element run[3] = {value, pool[0], value};
+    const unsigned int count = list.GetCount(), index = random.Below(count + 1), some = random.Below(count + 1);
+    const bool keepOrder = random.Below(2) == 0;
+    switch (random.Below(20)) {
+    case 0:
+        list.Add(&value);
+        break;
+    case 1:
+        list.AddUnique(value);
+        break;
+    case 2:
+        list.AddUnique(&value);
+        break;
+    case 3:
+        list.AddRange(run, 3);
+        break;
+    case 4:
+        list.AddRange(TList<Element>(run, 2, 3));
+        break;
+    case 5:
+        list.Insert(value, index);
+        break;
+    case 6:
+        list.Insert(&value, index);
+        break;
+    case 7:
+        list.InsertRange(run, 3, index);
+        break;
+    case 8:
+        list.InsertRange(list, index);
+        break;
+    case 9:
+        list.Remove(value, keepOrder);
+        break;
+    case 10:
+        if (count > 0) list.Remove(&list[index % count], keepOrder);
+        break;
+    case 11:
+        if (count > 0) list.RemoveAt(index % count, keepOrder);
+        break;
+    case 12:
+        list.RemoveFromEnd(some % 4);
+        break;
+    case 13:
+        list.RemoveFromFront(some % 4);
+        break;
+    case 14:
+        list.Reverse();
+        break;
+    case 15:
+        keepOrder ? list.Sort() : list.SortDescending();
+        break;
+    case 16:
+        keepOrder ? list.Grow(some) : list.Contract();
+        break;
+    case 17:
+        list.SetUseExponentialGrowth(keepOrder);
+        break;
+    case 18:
+        list.SetGrowSize(random.Below(5));
+        break;
+    default:
+        if (random.Below(8) == 0)
+            list.Clear(keepOrder);
+        else
+            list.Add(value);
+    }
+}
+
+template <class Element, class DrawElement>
+void AddList(Report& report, const std::string& type, DrawElement draw)
+{
+    Random random(5);
+    std::vector<Element> pool;
+    while (pool.size() < 12) pool.push_back(draw(random));
+
+    report.Add(type + "::changes", [&](Digest& d) {
+        for (unsigned int run = 0; run < 20; ++run) {
+            WatchedList<Element> list(run, run / 2);
+            for (unsigned int step = 0; step < 60; ++step) {
+                Change(random, list, pool);
+                d << static_cast<const TList<Element>&>(list) << list.hooks.Get();
+            }
+            WatchedList<Element> copy(list), taken(&list, 4);
+            copy = taken;
+            d << static_cast<const TList<Element>&>(copy) << copy.hooks.Get() << TList<Element>(list);
+        }
+    });
+    report.Add(type + "::searches", [&](Digest& d) {
+        for (unsigned int n = 0; n < 30; ++n) {
+            WatchedList<Element> list;
+            for (unsigned int i = 0; i < n; ++i) list.Add(pool[(i * i + n) % pool.size()]);
+            for (const Element& key : pool) d << list.Search(key);
+            list.Sort();
+            for (const Element& key : pool) {
+                unsigned int lower = 77, upper = 88;
+                d << list.Search(key) << list.BinarySearch(key, &lower, &upper) << lower << upper;
+                d << list.BinarySearch(key, &lower, &upper, true) << lower << upper;
+                d << list.BinarySearch(key, &lower) << lower;
+                Element *below = nullptr, *above = nullptr;
+                d << list.BinarySearch(key, &below, &above, &lower, &upper) << (below != nullptr ? *below : key);
+                d << list.BinarySearch(key, &above, &upper) << (above != nullptr ? *above : key) << lower << upper;
+            }
+        }
+    });
+}
+
+template <class T, template <class> class V>
+void AddLists(Report& report)
+{
+    const std::string vector = NameOf<T>("TVector" + std::to_string(sizeof(V<T>) / sizeof(T)));
+    AddList<V<T>>(report, "TList<" + vector + ">", Draw<V<T>>);
+    AddList<TPair<T, V<T>>>(report, "TList<TPair<" + NameOf<T>() + "," + vector + ">>", DrawPair<T, V<T>>);
+}
+
+template <class A, class B>
+void AddPair(Report& report, const std::string& type)
+{
+    Random random(6);
+    std::vector<TPair<A, B>> pairs;
+    while (pairs.size() < 40) pairs.push_back(DrawPair<A, B>(random));
+    report.Over(pairs, pairs).Add(type + "::comparisons", [](Digest& d, TPair<A, B>& a, TPair<A, B>& b) {
+        d << (a == b) << (a < b) << (a > b) << TPair<A, B>(a.first, b.second);
+    });
+}
+
+template <class T>
+void AddMap(Report& report)
+{
+    using Cell = TPair<TVector2<T>, TVector2<T>>;
+    report.Add("TMap<TPair<" + NameOf<T>("TVector2") + "," + NameOf<T>("TVector2") + ">>::changes", [](Digest& d) {
+        Random random(7);
+        TMap<Cell> map(3, 2);
+        for (unsigned int step = 0; step < 200; ++step) {
+            const unsigned int width = map.GetWidth(), height = map.GetHeight();
+            const unsigned int newWidth = random.Below(9), newHeight = random.Below(9);
+            switch (random.Below(8)) {
+            case 0:
+                map.AddRow();
+                break;
+            case 1:
+                map.AddColumn();
+                break;
+            case 2:
+                map.RemoveRow(random.Below(height + 2));
+                break;
+            case 3:
+                map.RemoveColumn(random.Below(width + 2));
+                break;
+            case 4:
+                map.Grow(random.Below(3));
+                break;
+            case 5:
+                map.Shrink(width < height ? width / 2 : height / 2);
+                break;
+            case 6:
+                if (random.Below(5) == 0) map.Clear();
+                break;
+            default:
+                map.Alter(newWidth, newHeight);
+            }
+            // New cells hold whatever their memory held.
+            for (unsigned int column = 0; column < map.GetWidth(); ++column)
+                for (unsigned int row = 0; row < map.GetHeight(); ++row)
+                    if (column >= width || row >= height || random.Below(3) == 0)
+                        map[column][row] = DrawPair<TVector2<T>, TVector2<T>>(random);
+            d << map;
+        }
+    });
+}
+
+template <class T>
+void AddLinks(Report& report)
+{
+    using Node = TLinkUni<TVector3<T>>;
+    report.Add("TLinkUni<" + NameOf<T>("TVector3") + ">::chain", [](Digest& d) {
+        Random random(8);
+        Node* const head = new Node();
+        for (unsigned int step = 0; step < 30; ++step) {
+            Node* const node = new Node();
+            node->value = Draw<TVector3<T>>(random);
+            Node* place = head;
+            for (unsigned int skip = random.Below(step + 1); skip > 0 && place->GetNext() != nullptr; --skip)
+                place = place->GetNext();
+            random.Below(2) == 0 ? head->Add(node) : place->InsertAfter(node);
+            d << head->GetCount() << head->GetLast()->value;
+        }
+        for (Node* node = head; node != nullptr; node = node->GetNext()) d << node->value;
+        head->MakeCircular();
+        d << head->GetCount();
+        Node::ReleaseMemoryCircular(head);
+    });
+}
+
+} // namespace
+
+void DigestContainers(Report& report)
+{
+    ForScalars([&](auto scalar) {
+        using T = decltype(scalar);
+        AddLists<T, TVector2>(report);
+        AddLists<T, TVector3>(report);
+        AddLists<T, TVector4>(report);
+        const std::string t = NameOf<T>(), v2 = NameOf<T>("TVector2"), v3 = NameOf<T>("TVector3");
+        AddList<TPair<TVector3<T>, unsigned int>>(report, "TList<TPair<" + v3 + ",unsigned>>",
+                                                  DrawPair<TVector3<T>, unsigned int>);
+        AddPair<T, TVector2<T>>(report, "TPair<" + t + "," + v2 + ">");
+        AddPair<T, TVector3<T>>(report, "TPair<" + t + "," + v3 + ">");
+        AddPair<T, TVector4<T>>(report, "TPair<" + t + "," + NameOf<T>("TVector4") + ">");
+        AddPair<TVector3<T>, unsigned int>(report, "TPair<" + v3 + ",unsigned>");
+        AddPair<TVector2<T>, TVector2<T>>(report, "TPair<" + v2 + "," + v2 + ">");
+        AddMap<T>(report);
+        AddLinks<T>(report);
+    });
+}
+
+} // namespace CorvexDigest
