@@ -2,11 +2,15 @@
 
 # No contraction into fused multiply-adds, which would leave out a rounding step. g++ pairs a sum and a difference of
 # products into one all the same when it vectorises, so it must not have the instructions either; AVX2 stays available.
-# Without -march or the like both extra flags do nothing.
-set(CORVEX_EXACT_FLAGS -ffp-contract=off)
+# Without -march or the like both extra flags do nothing. clang++ knows them too, but does not need them.
+set(CORVEX_CONTRACTION_FLAGS -ffp-contract=off)
+set(CORVEX_INSTRUCTION_FLAGS "")
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
-    list(APPEND CORVEX_EXACT_FLAGS "$<$<CXX_COMPILER_ID:GNU>:-mno-fma;-mno-avx512f>")
+    set(CORVEX_INSTRUCTION_FLAGS -mno-fma -mno-avx512f)
 endif()
+set(CORVEX_EXACT_FLAGS
+    "$<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:${CORVEX_CONTRACTION_FLAGS}>"
+    "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:${CORVEX_INSTRUCTION_FLAGS}>")
 
 # The further two change no value; they only spare the compiler from keeping errno and floating-point exceptions.
 set(CORVEX_BIT_FLAGS ${CORVEX_EXACT_FLAGS} -fno-math-errno -fno-trapping-math)
