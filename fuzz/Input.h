@@ -9,7 +9,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace CorvexFuzz
@@ -53,6 +56,14 @@ public:
         default:
             return grid;
         }
+    }
+
+    /// A tolerance: none, the common one, or any scalar.
+    template <class T>
+    T Tolerance()
+    {
+        const unsigned int kind = Byte();
+        return kind % 4 == 0 ? Scalar<T>() : kind % 4 == 1 ? T(0) : Numbers::commonTolerance<T>;
     }
 
     /// Any scalar: a finite one as above, or any bits, NaN, infinities and denormals among them.
@@ -109,5 +120,74 @@ private:
     const std::uint8_t* next;
     const std::uint8_t* end;
 };
+
+/// Stops the target where something that always holds does not.
+inline void Require(bool holds)
+{
+    if (!holds) __builtin_trap();
+}
+
+/// Whether two values are the same byte for byte, NaN and the sign of 0 included. They must have no padding.
+template <class Value>
+bool HaveSameBits(const Value& a, const Value& b)
+{
+    return std::memcmp(static_cast<const void*>(&a), static_cast<const void*>(&b), sizeof(Value)) == 0;
+}
+
+/// Whether two scalars are the same number: bits, but for NaN, whose sign and payload depend on the order in which the
+/// compiler puts the operands of a sum or a product.
+template <class T>
+bool IsSameNumber(T a, T b)
+{
+    return (a != a && b != b) || HaveSameBits(a, b);
+}
+
+/// The same for arrays, and for vectors and matrices by their scalars.
+template <class T>
+bool AreSameNumbers(const T* a, const T* b, std::size_t n)
+{
+    for (std::size_t i = 0; i < n; ++i)
+        if (!IsSameNumber(a[i], b[i])) return false;
+    return true;
+}
+template <template <class> class Flat, class T>
+bool AreSameNumbers(const Flat<T>& a, const Flat<T>& b)
+{
+    return AreSameNumbers(reinterpret_cast<const T*>(&a), reinterpret_cast<const T*>(&b), sizeof(a) / sizeof(T));
+}
+
+/// An operation of a sequence, and the name by which CORVEX_FUZZ_TRACE=1 in the environment shows it.
+template <class State>
+struct Operation
+{
+    const char* name;
+    void (*run)(State& state, Input& input);
+};
+
+/// Runs a sequence of operations on one state until the bytes are used up: a byte chooses an operation out of the table
+/// `State::operations`, which takes its arguments from the bytes that follow. After each one `Check` looks at what
+/// always holds of the state.
+template <class State>
+void RunSequence(Input& input)
+{
+    static const bool isTraced = std::getenv("CORVEX_FUZZ_TRACE") != nullptr;
+    State state;
+    while (!input.IsUsedUp()) {
+        const Operation<State>& operation = State::operations[input.Below(std::size(State::operations))];
+        if (isTraced) std::fprintf(stderr, "%s\n", operation.name);
+        operation.run(state, input);
+        state.Check();
+    }
+}
+
+/// Runs a sequence on one of several states, which the first byte chooses.
+template <class... States>
+int RunOneOf(const std::uint8_t* data, std::size_t size)
+{
+    static constexpr void (*runs[])(Input&) = {&RunSequence<States>...};
+    Input input(data, size);
+    runs[input.Below(sizeof...(States))](input);
+    return 0;
+}
 
 } // namespace CorvexFuzz
