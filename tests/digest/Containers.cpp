@@ -164,32 +164,12 @@ void AddList(Report& report, const std::string& type, DrawElement draw)
     });
 }
 
-template <class T, template <class> class V>
-void AddLists(Report& report)
+template <class Cell, class DrawCell>
+void AddMap(Report& report, const std::string& type, DrawCell draw)
 {
-    const std::string vector = NameOf<T>("TVector" + std::to_string(sizeof(V<T>) / sizeof(T)));
-    AddList<V<T>>(report, "TList<" + vector + ">", Draw<V<T>>);
-    AddList<TPair<T, V<T>>>(report, "TList<TPair<" + NameOf<T>() + "," + vector + ">>", DrawPair<T, V<T>>);
-}
-
-template <class A, class B>
-void AddPair(Report& report, const std::string& type)
-{
-    Random random(6);
-    std::vector<TPair<A, B>> pairs;
-    while (pairs.size() < 40) pairs.push_back(DrawPair<A, B>(random));
-    report.Over(pairs, pairs).Add(type + "::comparisons", [](Digest& d, TPair<A, B>& a, TPair<A, B>& b) {
-        d << (a == b) << (a < b) << (a > b) << TPair<A, B>(a.first, b.second);
-    });
-}
-
-template <class T>
-void AddMap(Report& report)
-{
-    using Cell = TPair<TVector2<T>, TVector2<T>>;
-    report.Add("TMap<TPair<" + NameOf<T>("TVector2") + "," + NameOf<T>("TVector2") + ">>::changes", [](Digest& d) {
+    report.Add("TMap<" + type + ">::changes", [&](Digest& d) {
         Random random(7);
-        TMap<Cell> map(3, 2);
+        TMap<Cell> map(3);
         for (unsigned int step = 0; step < 200; ++step) {
             const unsigned int width = map.GetWidth(), height = map.GetHeight();
             const unsigned int newWidth = random.Below(9), newHeight = random.Below(9);
@@ -221,11 +201,45 @@ void AddMap(Report& report)
             // New cells hold whatever their memory held.
             for (unsigned int column = 0; column < map.GetWidth(); ++column)
                 for (unsigned int row = 0; row < map.GetHeight(); ++row)
-                    if (column >= width || row >= height || random.Below(3) == 0)
-                        map[column][row] = DrawPair<TVector2<T>, TVector2<T>>(random);
+                    if (column >= width || row >= height || random.Below(3) == 0) map[column][row] = draw(random);
             d << map;
         }
     });
+}
+
+/// Lists of pointers and a map of them, to objects that lie in one array.
+template <class Object>
+void AddPointers(Report& report, const std::string& type, bool withMap = false)
+{
+    const std::vector<Object> objects(12);
+    Digest::origin = objects.data();
+    AddList<Object*>(report, "TList<" + type + "*>",
+                     [&](Random& random) { return const_cast<Object*>(&objects[random.Below(12)]); });
+    if (withMap)
+        AddMap<Object*>(report, type + "*",
+                        [&](Random& random) { return const_cast<Object*>(&objects[random.Below(12)]); });
+}
+
+template <class A, class B>
+void AddPair(Report& report, const std::string& type)
+{
+    Random random(6);
+    std::vector<TPair<A, B>> pairs;
+    while (pairs.size() < 40) pairs.push_back(DrawPair<A, B>(random));
+    report.Over(pairs, pairs).Add(type + "::comparisons", [](Digest& d, TPair<A, B>& a, TPair<A, B>& b) {
+        d << (a == b) << (a < b) << (a > b) << TPair<A, B>(a.first, b.second);
+    });
+}
+
+template <class T, template <class> class V>
+void AddLists(Report& report)
+{
+    const std::string vector = NameOf<T>("TVector" + std::to_string(sizeof(V<T>) / sizeof(T)));
+    AddList<V<T>>(report, "TList<" + vector + ">", Draw<V<T>>);
+    AddList<TPair<T, V<T>>>(report, "TList<TPair<" + NameOf<T>() + "," + vector + ">>", DrawPair<T, V<T>>);
+    AddPointers<TPointSet<T, V>>(report, NameOf<T, V>("TPointSet"));
+    AddPointers<TParameterization<T, V>>(report, NameOf<T, V>("TParameterization"));
+    AddPointers<TPolygon<T, V>>(report, NameOf<T, V>("TPolygon"), true);
 }
 
 template <class T>
@@ -263,12 +277,21 @@ void DigestContainers(Report& report)
         const std::string t = NameOf<T>(), v2 = NameOf<T>("TVector2"), v3 = NameOf<T>("TVector3");
         AddList<TPair<TVector3<T>, unsigned int>>(report, "TList<TPair<" + v3 + ",unsigned>>",
                                                   DrawPair<TVector3<T>, unsigned int>);
+        AddList<TEdge2<T>>(report, "TList<" + NameOf<T>("TEdge2") + ">", [](Random& random) {
+            const TVector2<T> start = Draw<TVector2<T>>(random);
+            return TEdge2<T>(start, Draw<TVector2<T>>(random));
+        });
+        AddList<TEdge3<T>>(report, "TList<" + NameOf<T>("TEdge3") + ">", [](Random& random) {
+            const TVector3<T> start = Draw<TVector3<T>>(random);
+            return TEdge3<T>(start, Draw<TVector3<T>>(random));
+        });
         AddPair<T, TVector2<T>>(report, "TPair<" + t + "," + v2 + ">");
         AddPair<T, TVector3<T>>(report, "TPair<" + t + "," + v3 + ">");
         AddPair<T, TVector4<T>>(report, "TPair<" + t + "," + NameOf<T>("TVector4") + ">");
         AddPair<TVector3<T>, unsigned int>(report, "TPair<" + v3 + ",unsigned>");
         AddPair<TVector2<T>, TVector2<T>>(report, "TPair<" + v2 + "," + v2 + ">");
-        AddMap<T>(report);
+        AddMap<TPair<TVector2<T>, TVector2<T>>>(report, "TPair<" + v2 + "," + v2 + ">",
+                                                DrawPair<TVector2<T>, TVector2<T>>);
         AddLinks<T>(report);
     });
 }

@@ -40,6 +40,9 @@ public:
 
     std::uint64_t Get() const { return state; }
 
+    /// Pointers are absorbed as distances from this one.
+    static inline const void* origin = nullptr;
+
 private:
     template <class... Values>
     void Take(const Values&... values)
@@ -65,6 +68,12 @@ private:
             std::memcpy(&bits, &value, sizeof(value));
             Mix(bits);
         }
+    }
+
+    template <class Object>
+    void Absorb(Object* const& pointer)
+    {
+        Mix(reinterpret_cast<std::uintptr_t>(pointer) - reinterpret_cast<std::uintptr_t>(origin));
     }
 
     /// Vectors, matrices and most primitives are blocks of scalars.
