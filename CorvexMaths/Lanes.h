@@ -37,15 +37,23 @@ using BaselineMask = decltype(BaselineLanes<T>() < BaselineLanes<T>());
 template <class T>
 inline constexpr unsigned int baselineCount = Lanes<T, baselineBytes>::count;
 
-#if defined(__x86_64__) && !defined(CORVEX_NO_WIDE_LANES)
-/// Marks the wide variant of a kernel, and whether this processor can run it. The compiler clears the upper halves of
-/// the registers on the way out.
+// A build that tests the kernels defines CORVEX_LANE_BYTES: 16 leaves out the wide variants, 32 always takes them.
+#if defined(__x86_64__) && !(defined(CORVEX_LANE_BYTES) && CORVEX_LANE_BYTES == 16)
+/// Marks the wide variant of a kernel. The compiler clears the upper halves of the registers on the way out.
 #define CORVEX_WIDE_LANES __attribute__((target("avx2")))
 inline constexpr unsigned int wideBytes = 32;
-inline bool HasWideLanes()
-{
+
+/// Whether this processor can run the wide variants: found out once, as the library is loaded. Until then it is false,
+/// which is slower and gives the same bits.
+#if defined(CORVEX_LANE_BYTES)
+inline constexpr bool hasWideLanes = true;
+#else
+inline const bool hasWideLanes = [] {
+    // Static initialisation may come before the compiler's own look at the processor.
+    __builtin_cpu_init();
     return __builtin_cpu_supports("avx2") != 0;
-}
+}();
+#endif
 #endif
 
 // Lanes of a kernel that is compiled for both widths go through arguments alone; returned, they would depend on the
@@ -69,6 +77,7 @@ CORVEX_ALWAYS_INLINE void Store(T* target, const Lane& lane)
 template <class Lane, class T>
 CORVEX_ALWAYS_INLINE void Spread(Lane& lane, T value)
 {
+    lane = Lane{};
     for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = value;
 }
 

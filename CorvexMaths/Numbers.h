@@ -33,14 +33,14 @@ inline constexpr T unsetBound = static_cast<T>(3.4028234663852886e+38f);
 template <class T>
 inline constexpr T fullTurn = static_cast<T>(6.283185307179586);
 
-/// The absolute value; the sign bit is cleared, so -0 gives 0.
+/// The absolute value; the sign bit is cleared, so -0 gives 0, and NaN stays NaN.
 template <class T>
 inline T Absolute(T value)
 {
     return std::fabs(value);
 }
 
-/// The square root. In `float` the correctly rounded `float` root, which equals the narrowed `double` one.
+/// The square root; NaN below 0. In `float` the correctly rounded `float` root, which equals the narrowed `double` one.
 template <class T>
 inline T SquareRoot(T value)
 {
@@ -61,7 +61,7 @@ inline T Cosine(T angle)
     return static_cast<T>(std::cos(static_cast<double>(angle)));
 }
 
-/// The arc cosine in radians, evaluated in `double` and narrowed to T.
+/// The arc cosine in radians, from 0 to pi, evaluated in `double` and narrowed to T; NaN outside -1 to 1.
 template <class T>
 inline T ArcCosine(T cosine)
 {

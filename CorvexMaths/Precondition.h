@@ -8,8 +8,9 @@
 ///
 ///     CorvexMaths: TList::operator[] needs index < count, but (index, count) is (7, 3)
 ///
-/// `CORVEX_CHECK_PRECONDITIONS`, defined as 0 or 1, decides in place of `NDEBUG`. Inline code follows the program that
-/// includes it, compiled code the build of the library. A check changes no result.
+/// `CORVEX_CHECK_PRECONDITIONS`, defined as 0 or 1, decides in place of `NDEBUG`. Code that the compiler takes inline
+/// follows the program that includes it, all other code the build of the library: to have every check, link a debug
+/// build. A check changes no result.
 
 #ifndef CORVEX_CHECK_PRECONDITIONS
 #ifdef NDEBUG

@@ -3,6 +3,7 @@
 /// TList: the one growable array of the library, and the base of the point sets.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Precondition.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -22,14 +23,17 @@ namespace Halmont::Orrin::CorvexUtilities
 /// Every slot of the block is default-constructed when the block is made, not when it comes into use. An element type
 /// needs a default constructor and `==`; `<` and `>` as well for sorting and BinarySearch.
 ///
-/// Nothing is checked: indices and positions in range, counts and capacities below 2^32 and pointers to valid memory
-/// are preconditions of every operation, as is an element type that fits. A failed allocation passes to the caller and
+/// Preconditions, which debug builds check and release builds do not: an index is below the count and a position not
+/// above it; a pointer is not null, unless it is to 0 elements; counts and capacities stay below 2^32. What cannot be
+/// checked are pointers to valid memory and an element type that fits. A failed allocation passes to the caller and
 /// leaves a list fit for nothing but destruction. A list has no locks.
 ///
-/// A reference to one of its own elements may be given to Add, AddUnique, Insert and Remove.
+/// A reference or pointer to one of the list's own elements may be given to Add, AddUnique, Insert and Remove, a range
+/// of them to AddRange, but not to InsertRange. Whatever makes the block grow or shrink leaves pointers and references
+/// into it dangling.
 ///
 /// The hooks fire after an addition is complete, and before removed elements are overwritten, so that both can be read.
-/// Grow, Expand, Contract, Reverse, the sorts and the destructor fire none.
+/// Grow, Expand, Contract, Reverse, the sorts and the destructor fire none; nor do queries.
 template <class T>
 class CORVEX_API TList
 {
@@ -39,39 +43,60 @@ class CORVEX_API TList
     using IfPointer = std::enable_if_t<std::is_pointer_v<P> && std::is_convertible_v<P, Pointer>>;
 
 public:
-    /// An empty list without a block.
+    /// An empty list without a block, of grow size 1000; exponential growth is off.
     TList() : TList(0u) {}
 
-    /// An empty list. A capacity above 0 allocates the block now. A grow size of 0 is allowed here alone: each addition
-    /// to a full list then reallocates by what it needs.
+    /// An empty list; exponential growth is off. A capacity above 0 allocates the block now. A grow size of 0 is
+    /// allowed here alone: each addition to a full list then reallocates by what it needs.
     explicit TList(unsigned int initialCapacity, unsigned int stepSize = 1000);
 
     /// A copy of the elements and the grow size. The capacity becomes the larger of the source's count and the grow
-    /// size, or 0 for an empty source; exponential growth is off. Hooks of a derived class do not run.
+    /// size, or 0 for an empty source; exponential growth is off. Hooks of a derived class do not run: it has to bring
+    /// its own data up to date.
     TList(const TList<T>& other);
 
-    /// A copy of the elements of a list with a grow size of its own, otherwise as the copy constructor.
+    /// A copy of the elements of the list pointed to, which is not null, with a grow size of its own, 0 included. The
+    /// capacity becomes the larger of the source's count and the grow size, or 0 for an empty source; exponential
+    /// growth is off. Hooks of a derived class do not run. Only real pointers take part, so that two numbers are sizes.
     template <class P, class = IfPointer<P, const TList<T>*>>
-    TList(P other, unsigned int stepSize) : TList(other->GetStream(), other->GetCount(), stepSize)
-    {}
+    TList(P other, unsigned int stepSize) : TList(0u, stepSize)
+    {
+        CORVEX_PRECONDITION("TList::TList", other != nullptr, other);
+        AddRangeInternal(other->GetStream(), other->GetCount());
+    }
 
-    /// A copy of n elements of an array, otherwise as the copy constructor.
+    /// A copy of n elements of an array, with a grow size of its own, 0 included. The array may be null for 0 elements.
+    /// The capacity becomes the larger of n and the grow size, or 0 for an n of 0; exponential growth is off. Hooks of
+    /// a derived class do not run.
     TList(const T* source, unsigned int n, unsigned int stepSize);
 
     /// Frees the block; fires no hook.
     virtual ~TList() { delete[] storage; }
 
     /// Replaces the elements and the grow size by those of another list; the growth mode stays. Fires ElementsRemoved
-    /// (if a block exists), Cleared and ElementsAdded, the last for 0 elements too. The capacity ends equal to the
-    /// count. A list assigned to itself ends empty.
+    /// with the old elements (if a block exists), Cleared, and ElementsAdded with the new ones, for 0 elements too. The
+    /// capacity ends equal to the count. A list assigned to itself ends empty.
     TList<T>& operator=(const TList<T>& other);
 
-    /// The element at an index.
-    T& operator[](unsigned int index) const { return storage[index]; }
-    /// The first slot, the same as `*GetStream()`.
-    T& GetFirst() const { return *storage; }
-    /// The last element; on an empty list the slot before the block, which must not be touched.
-    T& GetLast() const { return *(storage + count - 1); }
+    /// The element at an index, which is below the count. A const list does not guard its elements.
+    T& operator[](unsigned int index) const
+    {
+        CORVEX_PRECONDITION("TList::operator[]", index < count, index, count);
+        return storage[index];
+    }
+    /// The first slot of the block, the same as `*GetStream()`, also when the count is 0. There must be a block.
+    T& GetFirst() const
+    {
+        CORVEX_PRECONDITION("TList::GetFirst", storage != nullptr, storage);
+        return *storage;
+    }
+    /// The last element. On an empty list the result is the slot before the block, which must not be touched. There
+    /// must be a block.
+    T& GetLast() const
+    {
+        CORVEX_PRECONDITION("TList::GetLast", storage != nullptr, storage);
+        return *(storage + count - 1);
+    }
     /// The block, null while none exists. Valid until the list next grows, contracts, is assigned to or gives its block
     /// up.
     T* GetStream() const { return storage; }
@@ -79,125 +104,183 @@ public:
     unsigned int GetCount() const { return count; }
     /// The least number of slots that a growth adds.
     unsigned int GetGrowSize() const { return growSize; }
-    /// Sets the least number of slots that a growth adds. 0 is ignored.
+    /// Sets the least number of slots that a growth adds. A step of 0 is ignored: the old one stays.
     void SetGrowSize(unsigned int stepSize);
     /// Chooses whether a growth at least doubles the capacity, which makes appending a constant cost on average. Off at
     /// first, and never copied from another list.
     void SetUseExponentialGrowth(bool useExponential) { useExponentialGrowth = useExponential; }
 
-    /// Appends an element and fires ElementAdded with its slot.
+    /// Appends an element and fires ElementAdded with its slot. The value may be an element of this list. Costs a copy,
+    /// and one of the whole list when the block is full.
     void Add(const T& value);
-    /// Appends the pointee.
+    /// Appends the pointee and fires ElementAdded with its slot. The pointer is not null; it may lead to an element of
+    /// this list. Only real pointers take part, so that `Add(0)` adds a number.
     template <class P, class = IfPointer<P, const T*>>
     void Add(P element)
     {
+        CORVEX_PRECONDITION("TList::Add", element != nullptr, element);
         Add(static_cast<const T&>(*element));
     }
-    /// Appends an element unless one equals it by `==`; a value holding a NaN equals nothing and is always added. Scans
-    /// the list.
+    /// Appends an element unless one equals it by `==`, and then fires ElementAdded with its slot. There is no
+    /// tolerance; a value holding a NaN equals nothing and is always added. Scans the list from the front.
     void AddUnique(const T& value);
-    /// Appends the pointee unless an element equals it.
+    /// Appends the pointee unless an element equals it by `==`, and then fires ElementAdded with its slot. There is no
+    /// tolerance; a value holding a NaN equals nothing and is always added. The pointer is not null. Scans the list
+    /// from the front.
     template <class P, class = IfPointer<P, const T*>>
     void AddUnique(P element)
     {
+        CORVEX_PRECONDITION("TList::AddUnique", element != nullptr, element);
         AddUnique(static_cast<const T&>(*element));
     }
-    /// Appends n elements of an array and fires ElementsAdded with the first new slot, for 0 elements too.
-    void AddRange(const T* source, unsigned int n) { AddRangeInternal(source, n); }
-    /// Appends the elements of a list and fires ElementsAdded with the first new slot, for an empty list too.
+    /// Appends n elements of an array and fires ElementsAdded with the first new slot and n, for 0 elements too. The
+    /// array may lie in this list; for 0 elements it may be null.
+    void AddRange(const T* source, unsigned int n)
+    {
+        CORVEX_PRECONDITION("TList::AddRange", source != nullptr || n == 0, source, n);
+        AddRangeInternal(source, n);
+    }
+    /// Appends the elements of a list, which may be this one, and fires ElementsAdded with the first new slot and their
+    /// number, for an empty list too.
     void AddRange(const TList<T>& other) { AddRangeInternal(other.storage, other.count); }
-    /// Puts an element before the one at a position, or at the end for a position of the count. Fires ElementAdded with
-    /// its slot.
+    /// Puts an element before the one at a position, or at the end for a position of the count; none may lie above
+    /// that. The value may be an element of this list. Fires ElementAdded with its slot. Moves the elements behind.
     void Insert(const T& value, unsigned int position);
-    /// Puts the pointee before the element at a position.
+    /// Puts the pointee before the element at a position, or at the end for a position of the count; none may lie above
+    /// that. The pointer is not null; it may lead to an element of this list. Fires ElementAdded with the new slot.
+    /// Moves the elements behind.
     template <class P, class = IfPointer<P, const T*>>
     void Insert(P element, unsigned int position)
     {
+        CORVEX_PRECONDITION("TList::Insert", element != nullptr, element);
         Insert(static_cast<const T&>(*element), position);
     }
-    /// Puts n elements of an array before the element at a position. Fires ElementsAdded with the array given, not with
-    /// the slots in the list.
+    /// Puts n elements of an array before the element at a position, or at the end for a position of the count; none
+    /// may lie above that. Fires ElementsAdded with the array given, not with the new slots, and n, for 0 elements too.
+    /// The array may not lie in this list; for 0 elements it may be null. Moves the elements behind.
     void InsertRange(T* source, unsigned int n, unsigned int position);
-    /// Puts the elements of a list before the element at a position. Fires ElementsAdded with that list's block.
+    /// Puts the elements of another list before the element at a position, or at the end for a position of the count;
+    /// none may lie above that. Fires ElementsAdded with that list's block, not with the new slots, and its count, for
+    /// an empty list too. The list may not be this one unless it is empty. Moves the elements behind.
     void InsertRange(TList<T>& other, unsigned int position) { InsertRange(other.storage, other.count, position); }
 
-    /// Removes the first element equal by `==`, if there is one, as RemoveAt does.
+    /// Removes the first element equal by `==`, without a tolerance; if there is none, nothing happens. With order
+    /// kept, ElementRemoved fires on it, the count already lowered and the tail not yet moved. Otherwise the last
+    /// element takes its place and no hook fires at all. The value may be an element of this list. Scans the list.
     void Remove(const T& value, bool keepOrder = true);
-    /// Removes the element that lives at an address, as RemoveAt does; equal elements elsewhere do not count. Any
-    /// address outside the list does nothing.
+    /// Removes the element that lives at an address; equal elements elsewhere do not count. Any other address, null
+    /// included, does nothing. With order kept, ElementRemoved fires on the element, the count already lowered and the
+    /// tail not yet moved. Otherwise the last element takes its place and no hook fires at all. Finds the slot at
+    /// constant cost. Only real pointers take part, so that `Remove(0)` removes a number.
     template <class P, class = IfPointer<P, const T*>>
     void Remove(P element, bool keepOrder = true)
     {
         RemoveAddress(element, keepOrder);
     }
-    /// Removes the element at an index. With order kept, ElementRemoved fires on it, the count already lowered and the
-    /// tail not yet moved. Otherwise the last element takes its place, at constant cost, and no hook fires at all.
+    /// Removes the element at an index, which is below the count. With order kept, ElementRemoved fires on it, the
+    /// count already lowered and the tail not yet moved. Otherwise the last element takes its place, at constant cost,
+    /// and no hook fires at all.
     void RemoveAt(unsigned int index, bool keepOrder = true);
-    /// Removes the last n elements. Fires ElementsRemoved with the new end, where they can still be read, or Cleared
-    /// alone when no element stays.
+    /// Removes the last n elements. Fires ElementsRemoved with the new end, where they can still be read, and n, which
+    /// may be 0; or Cleared alone when no element stays, as for an empty list. An n above the count removes all. The
+    /// block stays.
     void RemoveFromEnd(unsigned int n);
-    /// Removes the first n elements. Fires ElementsRemoved with the block while they still stand at its front, or
-    /// Cleared alone when no element stays.
+    /// Removes the first n elements and moves the others down. Fires ElementsRemoved with the block, while they still
+    /// stand at its front, and n, which may be 0; or Cleared alone when no element stays, as for an empty list. An n
+    /// above the count removes all. The block stays.
     void RemoveFromFront(unsigned int n);
-    /// Removes all elements and, if asked, frees the block. Fires ElementsRemoved with the old count, 0 included, if a
-    /// block exists, then Cleared.
+    /// Removes all elements and, if asked, frees the block; otherwise block and capacity stay for reuse. Fires
+    /// ElementsRemoved with the block and the old count, 0 included, if a block exists, then Cleared.
     void Clear(bool releaseMemory = false);
 
-    /// Makes room for n more elements, by the largest of the need, the grow size and, in exponential mode, the present
-    /// capacity. Only elements in use are copied to the new block.
+    /// Makes room for n more elements; where the slots suffice already, nothing happens. Otherwise the capacity rises
+    /// by the largest of the need, the grow size and, in exponential mode, the present capacity. Only elements in use
+    /// are copied to the new block. Fires no hook.
     void Grow(unsigned int n);
-    /// Raises the count to n if n is above it. The new elements are what their slots hold: default-constructed in a
-    /// fresh block, stale in slots used before.
+    /// Raises the count to n if n is above it; never lowers it. The block grows only if n is above the capacity. The
+    /// new elements are what their slots hold: default-constructed in a fresh block, stale in slots used before. Fires
+    /// no hook, so that a derived class does not see them.
     void Expand(unsigned int n);
-    /// Shrinks the block to the count; without elements to a block of none, which is not null.
+    /// Shrinks the block to the count; without elements to a block of none, which is not null. A block that is full, or
+    /// none at all, stays as it is. Fires no hook.
     void Contract();
 
-    /// Turns the order round.
+    /// Turns the order round. Above 2^24 elements the half of the count is taken in `float` and rounds, so that a pair
+    /// in the middle may be left or swapped twice. Fires no hook.
     void Reverse();
-    /// Sorts ascending by `<` and `>`. The order of equal elements is what the standard `qsort` leaves.
+    /// Sorts ascending by `<` and `>`. The order of equal elements is what the standard `qsort` leaves; so is that of
+    /// elements with a NaN, and of matrices, whose `<` is always true. Fires no hook.
     void Sort() { Sort(&TList<T>::CompareElements); }
-    /// Sorts by a comparison function for the standard `qsort`.
+    /// Sorts by a comparison function for the standard `qsort`, which is not null: it takes the addresses of two
+    /// elements. The order of elements it calls equal is what `qsort` leaves. Fires no hook.
     void Sort(int (*compare)(const void*, const void*));
-    /// Sorts descending, otherwise as Sort.
+    /// Sorts descending by `>` and `<`. The order of equal elements is what the standard `qsort` leaves; so is that of
+    /// elements with a NaN, and of matrices, whose `>` is always false. Fires no hook.
     void SortDescending() { Sort(&TList<T>::CompareElementsDesc); }
 
-    /// The index of the first element equal by `==`, or -1.
+    /// The index of the first element equal by `==`, without a tolerance, or -1; a value holding a NaN is never found.
+    /// Scans the list from the front.
     int Search(const T& value) const;
 
     /// Finds a key in a list sorted ascending, or the two neighbours it lies between; elements are the same when
-    /// neither is greater or less. Unsorted lists of 3 or more elements give anything, or no end.
+    /// neither is greater or less, so that NaN is the same as any number. Unsorted lists of 3 or more elements give
+    /// anything, or no end. Costs a number of comparisons that grows as the logarithm of the count, and then one step
+    /// for each duplicate spanned.
     ///
-    /// True with both results at one element: the key was found there. True with results at i and i + 1: the key lies
-    /// between. False: the list is empty or the key lies before its first or behind its last element; the pointers are
-    /// then null and the indices as they were. If duplicates are spanned, the results of a hit become the first and the
-    /// last of the elements that are the same, but only in lists of 3 or more.
+    /// True with both results at one element: the key was found there, in a run of duplicates at any of them. True with
+    /// results at i and i + 1: the key lies between. False: the list is empty or the key lies before its first or
+    /// behind its last element; the pointers are then null and the indices as they were. If duplicates are spanned, the
+    /// results of a hit become the first and the last of the elements that are the same, but only in lists of 3 or
+    /// more. None of the four pointers is null.
     bool BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex, unsigned int* upperIndex,
                       bool spanDuplicates = false) const;
-    /// The same by indices alone.
+    /// Finds a key in a list sorted ascending, or the two neighbours it lies between, by indices alone; elements are
+    /// the same when neither is greater or less. Unsorted lists of 3 or more elements give anything, or no end.
+    ///
+    /// True with equal indices: the key was found there. True with the indices i and i + 1: the key lies between.
+    /// False: the list is empty or the key lies before its first or behind its last element; the indices are then as
+    /// they were. If duplicates are spanned, the indices of a hit become those of the first and the last of the
+    /// elements that are the same, but only in lists of 3 or more. Neither pointer is null.
     bool BinarySearch(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex,
                       bool spanDuplicates = false) const;
-    /// Finds a key itself: true only on an exact hit. When the key lies between two elements the results hold the lower
-    /// one, and the answer is false.
+    /// Finds a key itself in a list sorted ascending: true only if an element is the same, neither greater nor less; of
+    /// several it may be any. Unsorted lists of 3 or more elements give anything, or no end.
+    ///
+    /// False with the element before the key in the results: the key lies between two elements. False with a null
+    /// element and the index as it was: the list is empty or the key lies before its first or behind its last element.
+    /// Neither pointer is null.
     bool BinarySearch(const T& key, T** found, unsigned int* index) const;
-    /// The same by index alone.
+    /// Finds a key itself in a list sorted ascending, by index alone: true only if an element is the same, neither
+    /// greater nor less; of several it may be any. Unsorted lists of 3 or more elements give anything, or no end.
+    ///
+    /// False leaves the index of the element before the key if the key lies between two elements, and otherwise the
+    /// index as it was: in an empty list, and for a key before the first or behind the last element. The pointer is not
+    /// null.
     bool BinarySearch(const T& key, unsigned int* index) const;
 
-    /// Compares two elements for an ascending `qsort`: -1 if `*a < *b`, else 1 if `*a > *b`, else 0.
+    /// Compares two elements by their addresses, which are not null, for an ascending `qsort`: -1 if `*a < *b`, else 1
+    /// if `*a > *b`, else 0, as for a NaN.
     static int CompareElements(const void* a, const void* b);
-    /// Compares two elements for a descending `qsort`: -1 if `*a > *b`, else 1 if `*a < *b`, else 0.
+    /// Compares two elements by their addresses, which are not null, for a descending `qsort`: -1 if `*a > *b`, else 1
+    /// if `*a < *b`, else 0, as for a NaN.
     static int CompareElementsDesc(const void* a, const void* b);
 
 protected:
-    /// An element was added: its slot in the list.
+    /// Called when an element was added by Add, AddUnique or Insert, with its slot; the count includes it. Does nothing
+    /// here.
     virtual void ElementAdded(T& /*element*/) {}
-    /// n elements were added: the first new slot, or the source array of InsertRange.
+    /// Called when n elements were added, which may be 0: with the first new slot by AddRange and by assignment, with
+    /// the source array by InsertRange. The count includes them. Does nothing here.
     virtual void ElementsAdded(T* /*elements*/, unsigned int /*n*/) {}
-    /// An element is being removed: its slot, the count already lowered.
+    /// Called when Remove or RemoveAt, with order kept, is about to remove an element: with its slot, the count already
+    /// lowered, all later elements still in place. Does nothing here.
     virtual void ElementRemoved(T& /*element*/) {}
-    /// n elements are being removed: the first of them in the block. The count is already lowered, except in Clear and
-    /// in assignment.
+    /// Called when n elements are about to be removed, which may be 0: with the first of them in the block, all still
+    /// in place. The count is already lowered by RemoveFromEnd and RemoveFromFront, and not yet by Clear and by
+    /// assignment. Does nothing here.
     virtual void ElementsRemoved(T* /*elements*/, unsigned int /*n*/) {}
-    /// The list has become empty.
+    /// Called when the list has become empty by Clear, RemoveFromEnd, RemoveFromFront or at the outset of an
+    /// assignment, also when it was empty before; the count is 0. Does nothing here.
     virtual void Cleared() {}
 
     // A derived class may put a block of `new T[capacity]` in place of this one, which it frees by `delete[]`.
@@ -215,6 +298,7 @@ private:
     void AddToFullBlock(T value);
     std::unique_ptr<T[]> MakeRoom(unsigned int n);
     unsigned int FindIndex(const T& value) const;
+    unsigned int FindAddress(const T* element) const;
     void RemoveAddress(const T* element, bool keepOrder);
     bool FindBracket(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex) const;
 };
@@ -235,6 +319,7 @@ TList<T>::TList(const TList<T>& other) : TList(other.storage, other.count, other
 template <class T>
 TList<T>::TList(const T* source, unsigned int n, unsigned int stepSize) : TList(0u, stepSize)
 {
+    CORVEX_PRECONDITION("TList::TList", source != nullptr || n == 0, source, n);
     AddRangeInternal(source, n);
 }
 
@@ -308,6 +393,7 @@ void TList<T>::AddRangeInternal(const T* source, unsigned int n)
 template <class T>
 void TList<T>::Insert(const T& value, unsigned int position)
 {
+    CORVEX_PRECONDITION("TList::Insert", position <= count, position, count);
     // A value of the list's own would move with the tail.
     const T copy = value;
     Grow(1);
@@ -320,6 +406,9 @@ void TList<T>::Insert(const T& value, unsigned int position)
 template <class T>
 void TList<T>::InsertRange(T* source, unsigned int n, unsigned int position)
 {
+    CORVEX_PRECONDITION("TList::InsertRange", source != nullptr || n == 0, source, n);
+    CORVEX_PRECONDITION("TList::InsertRange", position <= count, position, count);
+    CORVEX_PRECONDITION("TList::InsertRange", n == 0 || FindAddress(source) == count, source, n);
     const std::unique_ptr<T[]> previous = MakeRoom(n);
     MoveElements(storage + position + n, storage + position, count - position);
     MoveElements(storage + position, source, n);
@@ -337,15 +426,14 @@ void TList<T>::Remove(const T& value, bool keepOrder)
 template <class T>
 void TList<T>::RemoveAddress(const T* element, bool keepOrder)
 {
-    // As integers, for the address may lie in any object. One below the block wraps to beyond its end.
-    const std::uintptr_t offset = reinterpret_cast<std::uintptr_t>(element) - reinterpret_cast<std::uintptr_t>(storage);
-    if (offset % sizeof(T) == 0 && offset / sizeof(T) < count)
-        RemoveAt(static_cast<unsigned int>(offset / sizeof(T)), keepOrder);
+    const unsigned int index = FindAddress(element);
+    if (index != count) RemoveAt(index, keepOrder);
 }
 
 template <class T>
 void TList<T>::RemoveAt(unsigned int index, bool keepOrder)
 {
+    CORVEX_PRECONDITION("TList::RemoveAt", index < count, index, count);
     if (keepOrder) {
         --count;
         ElementRemoved(storage[index]);
@@ -406,10 +494,12 @@ void TList<T>::Grow(unsigned int n)
 template <class T>
 std::unique_ptr<T[]> TList<T>::MakeRoom(unsigned int n)
 {
+    CORVEX_PRECONDITION("TList::Grow", count + n >= count, count, n);
     if (capacity >= count + n) return nullptr;
     unsigned int step = count + n - capacity;
     if (growSize > step) step = growSize;
     if (useExponentialGrowth && step <= capacity) step = capacity;
+    CORVEX_PRECONDITION("TList::Grow", capacity + step > capacity, capacity, step);
     capacity += step;
     T* const grown = new T[capacity];
     MoveElements(grown, storage, count);
@@ -452,12 +542,14 @@ void TList<T>::Reverse()
 template <class T>
 void TList<T>::Sort(int (*compare)(const void*, const void*))
 {
+    CORVEX_PRECONDITION("TList::Sort", compare != nullptr, count);
     if (count != 0) std::qsort(static_cast<void*>(storage), count, sizeof(T), compare);
 }
 
 template <class T>
 int TList<T>::CompareElements(const void* a, const void* b)
 {
+    CORVEX_PRECONDITION("TList::CompareElements", a != nullptr && b != nullptr, a, b);
     const T& first = *static_cast<const T*>(a);
     const T& second = *static_cast<const T*>(b);
     if (first < second) return -1;
@@ -467,6 +559,7 @@ int TList<T>::CompareElements(const void* a, const void* b)
 template <class T>
 int TList<T>::CompareElementsDesc(const void* a, const void* b)
 {
+    CORVEX_PRECONDITION("TList::CompareElementsDesc", a != nullptr && b != nullptr, a, b);
     const T& first = *static_cast<const T*>(a);
     const T& second = *static_cast<const T*>(b);
     if (first > second) return -1;
@@ -482,6 +575,16 @@ unsigned int TList<T>::FindIndex(const T& value) const
     return index;
 }
 
+/// The index of the element that lives at an address, or the count.
+template <class T>
+unsigned int TList<T>::FindAddress(const T* element) const
+{
+    // As integers, for the address may lie in any object. One below the block wraps to beyond its end.
+    const std::uintptr_t offset = reinterpret_cast<std::uintptr_t>(element) - reinterpret_cast<std::uintptr_t>(storage);
+    return offset % sizeof(T) == 0 && offset / sizeof(T) < count ? static_cast<unsigned int>(offset / sizeof(T))
+                                                                 : count;
+}
+
 template <class T>
 int TList<T>::Search(const T& value) const
 {
@@ -493,6 +596,8 @@ template <class T>
 bool TList<T>::BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex, unsigned int* upperIndex,
                             bool spanDuplicates) const
 {
+    CORVEX_PRECONDITION("TList::BinarySearch", lower != nullptr && upper != nullptr, lower, upper);
+    CORVEX_PRECONDITION("TList::BinarySearch", lowerIndex != nullptr && upperIndex != nullptr, lowerIndex, upperIndex);
     *lower = nullptr;
     *upper = nullptr;
     if (!FindBracket(key, lowerIndex, upperIndex)) return false;

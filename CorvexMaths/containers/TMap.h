@@ -3,6 +3,7 @@
 /// TMap: a table of cells that gains and loses rows and columns.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Precondition.h>
 
 namespace Halmont::Orrin::CorvexUtilities
 {
@@ -11,49 +12,63 @@ namespace Halmont::Orrin::CorvexUtilities
 /// cheaply by columns than by rows: a new row moves every column to a new block, a new column only the array of
 /// pointers.
 ///
-/// New cells are default-initialised: numbers and pointers in them are undefined until set. Cells of pointer type own
-/// nothing. Column indices, and counts to remove no larger than the table, are preconditions that nothing checks.
+/// New cells are default-initialised: numbers and pointers in them are undefined until set, pairs are
+/// default-constructed. Cells of pointer type own nothing. Cells that survive a change of size keep their column and
+/// row; they are copied by `=` where their column moves to a new block.
 ///
 /// Copies share their storage with the original: changing a cell of one changes it in the other, and only one of them
-/// may be resized, cleared or destroyed.
+/// may be resized, cleared or destroyed. A column index below the width is a precondition, which debug builds check.
+/// There are no locks.
 template <class T>
 class CORVEX_API TMap
 {
 public:
-    /// A table without cells.
+    /// A table of no columns and no rows, without storage.
     TMap() = default;
-    /// A table of a number of columns and rows.
+    /// A table of a number of columns and rows, its cells default-initialised. Without columns there is no storage, but
+    /// the number of rows is kept for columns to come.
     explicit TMap(unsigned int columnCount, unsigned int rowCount = 0) { Alter(columnCount, rowCount); }
-    /// Shares the other table's storage.
+    /// A table that shares the other's storage; no cell is copied. Only one of the two may be resized, cleared or
+    /// destroyed.
     TMap(const TMap<T>& other) = default;
-    /// Shares the other table's storage; what this table held before is not released.
+    /// Shares the other table's storage; no cell is copied, and what this table held before is not released. Only one
+    /// of the two may be resized, cleared or destroyed from then on.
     TMap<T>& operator=(const TMap<T>& other) = default;
-    /// Releases all columns.
+    /// Releases all columns and the array of them, not what cells of pointer type point to.
     virtual ~TMap() { Clear(); }
 
-    /// The cells of a column, one for each row.
-    T* operator[](unsigned int column) const { return columns[column]; }
+    /// The cells of a column, one for each row: `map[column][row]`. The column index is below the width; the row index
+    /// meets a plain pointer, which no build checks.
+    T* operator[](unsigned int column) const
+    {
+        CORVEX_PRECONDITION("TMap::operator[]", column < width, column, width);
+        return columns[column];
+    }
     /// The number of columns.
     unsigned int GetWidth() const { return width; }
     /// The number of rows.
     unsigned int GetHeight() const { return height; }
 
-    /// Resizes the table; cells inside both the old and the new size keep their place and value. Columns keep their
-    /// blocks when only the width changes.
+    /// Resizes the table; cells inside both the old and the new size keep their place and value, new ones are
+    /// default-initialised. Columns keep their blocks when only the width changes; otherwise each moves to a new one. A
+    /// table without columns merely takes the new height. Equal sizes change nothing.
     void Alter(unsigned int newWidth, unsigned int newHeight);
-    /// Adds n columns and n rows.
+    /// Adds n columns and n rows at the end, of default-initialised cells.
     void Grow(unsigned int n) { Alter(width + n, height + n); }
-    /// Removes the last n columns and the last n rows.
+    /// Removes the last n columns and the last n rows. The differences are unsigned and not tested: a width or height
+    /// below n wraps round to a size near 2^32.
     void Shrink(unsigned int n) { Alter(width - n, height - n); }
-    /// Adds a row at the end.
+    /// Adds a row of default-initialised cells at the end. Every column moves to a new block.
     void AddRow() { Alter(width, height + 1); }
-    /// Adds a column at the end.
+    /// Adds a column of default-initialised cells at the end. The other columns keep their blocks.
     void AddColumn() { Alter(width + 1, height); }
-    /// Removes a row. An index past the end removes the last one; a table without rows stays as it is.
+    /// Removes a row; those after it close the gap. An index past the end removes the last row; a table without rows
+    /// stays as it is. Every column moves to a new block.
     void RemoveRow(unsigned int row);
-    /// Removes a column and releases its cells. An index past the end removes nothing.
+    /// Removes a column and releases its cells; those after it close the gap and keep their blocks. An index past the
+    /// end removes nothing.
     void RemoveColumn(unsigned int column);
-    /// Releases all columns and the array of them.
+    /// Releases all columns and the array of them, not what cells of pointer type point to; width and height become 0.
     void Clear();
 
 protected:

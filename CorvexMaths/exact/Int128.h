@@ -17,9 +17,9 @@ struct CORVEX_API Int128
     unsigned long long lo; ///< The low half.
     long long hi;          ///< The high half, which carries the sign.
 
-    /// A value of 64 bits, with its sign extended.
+    /// A value of 64 bits, 0 unless given, with its sign extended: the high half is -1 for a negative value, else 0.
     Int128(long long value = 0) : lo(static_cast<unsigned long long>(value)), hi(value < 0 ? -1 : 0) {}
-    /// The two halves as they are: the high one comes first.
+    /// The two halves as they are: the high one, which carries the sign, comes first.
     Int128(const long long& high, const unsigned long long& low) : lo(low), hi(high) {}
     /// A copy of the two halves.
     Int128(const Int128& other) = default;
@@ -35,18 +35,18 @@ struct CORVEX_API Int128
 
     /// Whether both halves are equal.
     bool operator==(const Int128& other) const { return lo == other.lo && hi == other.hi; }
-    /// The opposite of `==`.
+    /// Whether the halves are not both equal.
     bool operator!=(const Int128& other) const { return !(*this == other); }
     /// Whether this is less, signs considered.
     bool operator<(const Int128& other) const { return hi != other.hi ? hi < other.hi : lo < other.lo; }
     /// Whether this is greater, signs considered.
     bool operator>(const Int128& other) const { return other < *this; }
-    /// The opposite of `>`.
+    /// Whether this is less or equal, signs considered.
     bool operator<=(const Int128& other) const { return !(*this > other); }
-    /// The opposite of `<`.
+    /// Whether this is greater or equal, signs considered.
     bool operator>=(const Int128& other) const { return !(*this < other); }
 
-    /// The sum; it wraps.
+    /// The sum; it wraps round silently at 2^127.
     Int128 operator+(const Int128& other) const
     {
         const unsigned long long low = lo + other.lo;
@@ -54,13 +54,13 @@ struct CORVEX_API Int128
         const unsigned long long high = static_cast<unsigned long long>(hi) + static_cast<unsigned long long>(other.hi);
         return Int128(static_cast<long long>(high + carry), low);
     }
-    /// Adds a value; it wraps.
+    /// Adds a value, which may be this object; the sum wraps round silently at 2^127.
     Int128& operator+=(const Int128& other) { return *this = *this + other; }
-    /// The difference: the sum with the negated other.
+    /// The difference, formed as the sum with the negated other; it wraps round silently at 2^127.
     Int128 operator-(const Int128& other) const { return *this + -other; }
-    /// Subtracts a value; it wraps.
+    /// Subtracts a value, which may be this object; the difference wraps round silently at 2^127.
     Int128& operator-=(const Int128& other) { return *this = *this - other; }
-    /// The negation. The least value has none and is its own.
+    /// The negation. The least value, -2^127, has none and is its own.
     Int128 operator-() const
     {
         const unsigned long long complement = ~static_cast<unsigned long long>(hi);
@@ -68,16 +68,18 @@ struct CORVEX_API Int128
     }
 
     /// The quotient, truncated towards zero, but for one case: of values of equal magnitude and opposite signs it is 0,
-    /// not -1. The least value, which has no magnitude, gives 1 divided by itself and 0 with any other value on either
-    /// side. Throws the character string "Int128 operator/: divide by zero", a `const char*`, if the divisor is 0.
+    /// not -1. The least value, -2^127, which has no magnitude, gives 1 divided by itself and 0 with any other value on
+    /// either side. If the divisor is 0 it throws the character string "Int128 operator/: divide by zero", a
+    /// `const char*` and not an exception class; both operands stay as they are.
     Int128 operator/(const Int128& other) const;
 
-    /// The exact product of two values of 64 bits; it cannot overflow.
+    /// The exact product of two values of 64 bits; it cannot overflow. There is no product of two Int128.
     static Int128 Mul(long long a, long long b);
 
     /// The value as a `double`. The halves are converted, scaled and added, each step rounded, so that the result need
     /// not be the nearest `double`. A negative value whose low half is not 0 is taken by its complement and so comes
-    /// out one closer to zero than it is: -1 gives -0.0.
+    /// out one closer to zero than it is, as far as a `double` shows it: -1 gives -0.0 and -2 gives -1.0. One whose low
+    /// half is 0 does not: -2^64 is exact.
     double AsDouble() const;
 };
 

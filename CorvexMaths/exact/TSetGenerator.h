@@ -3,6 +3,7 @@
 /// TSetGenerator: walks all combinations or permutations of a number of indices.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Precondition.h>
 
 #include <cstring>
 #include <type_traits>
@@ -36,53 +37,70 @@ namespace Halmont::Orrin::CorvexMaths
 /// which the exception carries stays valid.
 ///
 /// Copies share their handlers, which are released with the last of them. Adding one to a copy gives it a share of its
-/// own first. Objects to call methods on are never owned.
+/// own first. Objects to call methods on are never owned. That objects, methods and functions are not null is a
+/// precondition, which debug builds check. There are no locks, and the count of the sharers is not atomic: copies that
+/// share handlers belong to one thread.
 template <class T>
 class CORVEX_API TSetGenerator
 {
     static_assert(std::is_unsigned_v<T>, "the values of a set are unsigned integers");
 
 public:
-    /// No handlers.
+    /// A generator without handlers.
     TSetGenerator() = default;
-    /// Shares the handlers of another generator.
+    /// A generator that shares the handlers of another; one added to either later is not added to the other.
     TSetGenerator(const TSetGenerator& other);
-    /// Releases the handlers, unless a copy shares them.
+    /// Releases the handlers, unless a copy shares them; never the objects to call methods on.
     ~TSetGenerator();
-    /// Lets go of the handlers and shares those of another generator.
+    /// Lets go of the handlers and shares those of another generator, which may be this one.
     TSetGenerator& operator=(const TSetGenerator& other);
 
-    /// Adds a method to be called for each combination: `(object->*method)(set)`. The object must outlive the walks.
-    /// Like the other three forms it costs time in proportion to the handlers that are there.
+    /// Adds a method to be called for each combination, after the methods already there: `(object->*method)(set)`.
+    /// Object and method are not null, and the object must outlive the walks. A method added twice is called twice.
+    /// Costs time in proportion to the handlers of this kind that are there, or of all if they are shared.
     template <class Object, class Member>
     void AddCombinationMethod(Object* object, Member method)
     {
+        CORVEX_PRECONDITION("TSetGenerator::AddCombinationMethod", object != nullptr && method != nullptr, object,
+                            method != nullptr);
         Append(combinationMethods, combinationMethodCount, MethodHandler(object, method));
     }
-    /// Adds a function to be called for each combination.
+    /// Adds a function to be called for each combination, after all methods and the functions already there. It is not
+    /// null. One added twice is called twice. Costs time in proportion to the handlers of this kind that are there, or
+    /// of all if they are shared.
     template <class Result, class Argument>
     void AddCombinationFunction(Result (*function)(Argument))
     {
+        CORVEX_PRECONDITION("TSetGenerator::AddCombinationFunction", function != nullptr, function != nullptr);
         Append(combinationFunctions, combinationFunctionCount, FunctionHandler(function));
     }
-    /// Adds a method to be called for each permutation: `(object->*method)(set)`. The object must outlive the walks.
+    /// Adds a method to be called for each permutation, after the methods already there: `(object->*method)(set)`.
+    /// Object and method are not null, and the object must outlive the walks. A method added twice is called twice.
+    /// Costs time in proportion to the handlers of this kind that are there, or of all if they are shared.
     template <class Object, class Member>
     void AddPermutationMethod(Object* object, Member method)
     {
+        CORVEX_PRECONDITION("TSetGenerator::AddPermutationMethod", object != nullptr && method != nullptr, object,
+                            method != nullptr);
         Append(permutationMethods, permutationMethodCount, MethodHandler(object, method));
     }
-    /// Adds a function to be called for each permutation.
+    /// Adds a function to be called for each permutation, after all methods and the functions already there. It is not
+    /// null. One added twice is called twice. Costs time in proportion to the handlers of this kind that are there, or
+    /// of all if they are shared.
     template <class Result, class Argument>
     void AddPermutationFunction(Result (*function)(Argument))
     {
+        CORVEX_PRECONDITION("TSetGenerator::AddPermutationFunction", function != nullptr, function != nullptr);
         Append(permutationFunctions, permutationFunctionCount, FunctionHandler(function));
     }
 
-    /// Calls the handlers for every combination of k of n values, each in ascending order: of 2 of 3 (0, 1), (0, 2),
-    /// (1, 2). No calls for a k of 0 or above n. Recurses k deep.
+    /// Calls the handlers of combinations for every choice of k of n values, each in ascending order, the choices in
+    /// lexicographic order: of 2 of 3 (0, 1), (0, 2), (1, 2). Without handlers the walk runs all the same. No calls for
+    /// a k of 0 or above n. Recurses k deep and allocates k values.
     void GenerateCombinations(T n, T k);
-    /// Calls the handlers for every arrangement of k different ones of n values: of 2 of 3 (0, 1), (0, 2), (1, 0),
-    /// (1, 2), (2, 0), (2, 1). No calls for a k of 0 or above n. Recurses k deep.
+    /// Calls the handlers of permutations for every arrangement of k different ones of n values, in lexicographic
+    /// order: of 2 of 3 (0, 1), (0, 2), (1, 0), (1, 2), (2, 0), (2, 1). Without handlers the walk runs all the same. No
+    /// calls for a k of 0 or above n. Recurses k deep and allocates k values.
     void GeneratePermutations(T n, T k);
 
 private:

@@ -96,6 +96,14 @@ void FactorByColumns(T* const* rows, int* pivots, T* scale, T* parity, Order ord
     }
 }
 
+/// Whether all pivots name a row of a matrix of that order.
+inline bool AreRows(const int* pivots, unsigned int order)
+{
+    for (unsigned int i = 0; i < order; ++i)
+        if (pivots[i] < 0 || static_cast<unsigned int>(pivots[i]) >= order) return false;
+    return true;
+}
+
 /// Solves for one right-hand side: the swaps interleaved with the forward sums, which begin at the first value that is
 /// not 0, then the backward sums.
 template <class T, class Order>

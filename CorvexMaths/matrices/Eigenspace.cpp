@@ -198,18 +198,21 @@ bool Kernels::EigenspaceRows(T** a, T* values, T** vectors, unsigned int order, 
 template <class T>
 bool TMatrix2x2<T>::Eigenspace(T* const values, TVector2<T>* const vectors) const
 {
+    CORVEX_PRECONDITION("TMatrix2x2::Eigenspace", values != nullptr && vectors != nullptr, values, vectors);
     return FixedEigenspace<2>(*this, values, vectors);
 }
 
 template <class T>
 bool TMatrix3x3<T>::Eigenspace(T* const values, TVector3<T>* const vectors) const
 {
+    CORVEX_PRECONDITION("TMatrix3x3::Eigenspace", values != nullptr && vectors != nullptr, values, vectors);
     return FixedEigenspace<3>(*this, values, vectors);
 }
 
 template <class T>
 bool TMatrix4x4<T>::Eigenspace(T* const values, TVector4<T>* const vectors) const
 {
+    CORVEX_PRECONDITION("TMatrix4x4::Eigenspace", values != nullptr && vectors != nullptr, values, vectors);
     return FixedEigenspace<4>(*this, values, vectors);
 }
 
@@ -217,6 +220,8 @@ template <class T>
 bool TMatrixMxN<T>::Eigenspace(T* values, T** vectors) const
 {
     if (m != n) return false;
+    CORVEX_PRECONDITION("TMatrixMxN::Eigenspace", m == 0 || (values != nullptr && vectors != nullptr), m, values,
+                        vectors);
     const std::unique_ptr<T[]> b(new T[m]);
     const std::unique_ptr<T[]> z(new T[m]);
     const TMatrixMxN work(*this);
@@ -227,6 +232,7 @@ template <class T>
 bool TMatrixMxN<T>::Eigenspace(T** values, T*** vectors) const
 {
     if (m != n) return false;
+    CORVEX_PRECONDITION("TMatrixMxN::Eigenspace", values != nullptr && vectors != nullptr, values, vectors);
     *values = new T[m];
     *vectors = new T*[m];
     for (unsigned int i = 0; i < m; ++i) (*vectors)[i] = new T[m];

@@ -64,6 +64,7 @@ bool InvertSideBySide(T (&inverse)[N * N], const T (&lu)[N * N], const int* pivo
 template <class M, class T, unsigned int N>
 TMatrixMxN<T> SquareMatrixOperations<M, T, N>::operator*(const TMatrixMxN<T>& other)
 {
+    CORVEX_PRECONDITION("SquareMatrixOperations::operator*", other.m <= N, other.m, N);
     TMatrixMxN<T> result(N, other.n);
     result.ToNull();
     T* rows[N];
@@ -75,6 +76,8 @@ TMatrixMxN<T> SquareMatrixOperations<M, T, N>::operator*(const TMatrixMxN<T>& ot
 template <class M, class T, unsigned int N>
 bool SquareMatrixOperations<M, T, N>::LUD(M* lu, int* const pivots, T* parity) const
 {
+    CORVEX_PRECONDITION("SquareMatrixOperations::LUD", lu != nullptr && pivots != nullptr && parity != nullptr, lu,
+                        pivots, parity);
     *lu = Self();
     T* rows[N];
     T scale[N];
@@ -87,6 +90,9 @@ bool SquareMatrixOperations<M, T, N>::LUD(M* lu, int* const pivots, T* parity) c
 template <class M, class T, unsigned int N>
 void SquareMatrixOperations<M, T, N>::BackSub(M& lu, const int* const pivots, const T* const b, T* x)
 {
+    CORVEX_PRECONDITION("SquareMatrixOperations::BackSub", pivots != nullptr && b != nullptr && x != nullptr, pivots, b,
+                        x);
+    CORVEX_PRECONDITION("SquareMatrixOperations::BackSub", Kernels::AreRows(pivots, N), N);
     T* rows[N];
     lu.GetRows(rows);
     Kernels::Substitute(rows, pivots, b, x, FixedOrder<N>());
@@ -123,6 +129,7 @@ bool SquareMatrixOperations<M, T, N>::Invert()
 template <class M, class T, unsigned int N>
 bool SquareMatrixOperations<M, T, N>::Invert(M* out) const
 {
+    CORVEX_PRECONDITION("SquareMatrixOperations::Invert", out != nullptr, out);
     *out = Self();
     return out->Invert();
 }

@@ -127,7 +127,7 @@ void InvertByPanels(T** rows, T** lu, const int* pivots, unsigned int order)
 
     auto solve = SolvePanelBaseline<T>;
 #ifdef CORVEX_WIDE_LANES
-    if (HasWideLanes()) solve = SolvePanelWide<T>;
+    if (hasWideLanes) solve = SolvePanelWide<T>;
 #endif
     for (unsigned int q = 0; q < order; q += width) {
         solve(panel.get(), lu, order, q);

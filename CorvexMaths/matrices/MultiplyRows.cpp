@@ -27,7 +27,7 @@ template <class T, bool Subtract>
 void Run(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {
 #ifdef CORVEX_WIDE_LANES
-    if (HasWideLanes()) return RunWide<T, Subtract>(c, a, b, rowCount, inner, columnCount);
+    if (hasWideLanes) return RunWide<T, Subtract>(c, a, b, rowCount, inner, columnCount);
 #endif
     RunBaseline<T, Subtract>(c, a, b, rowCount, inner, columnCount);
 }

@@ -173,7 +173,7 @@ void RotateRows(const RotationSpan<T>& span, T* const* rows, unsigned int rowCou
 {
     unsigned int from = 0;
 #ifdef CORVEX_WIDE_LANES
-    if (HasWideLanes() && span.highest - span.lowest < longestWideSpan) from = RotateWide(span, rows, rowCount);
+    if (hasWideLanes && span.highest - span.lowest < longestWideSpan) from = RotateWide(span, rows, rowCount);
 #endif
     RotateBaseline(span, rows, from, rowCount);
 }

@@ -50,7 +50,7 @@ template <class Operation>
 inline auto WithAnyWidth(unsigned int width, Operation operation)
 {
 #ifdef CORVEX_WIDE_LANES
-    if (HasWideLanes()) return RunWide([&] { return operation(AnyWidth{width}); });
+    if (hasWideLanes) return RunWide([&] { return operation(AnyWidth{width}); });
 #endif
     return operation(AnyWidth{width});
 }

@@ -31,6 +31,8 @@ bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsig
 template <class M, class T, unsigned int N>
 bool SquareMatrixOperations<M, T, N>::SVD(M* u, M* w, M* v, unsigned int iterationLimit) const
 {
+    CORVEX_PRECONDITION("SquareMatrixOperations::SVD", u != nullptr && w != nullptr && v != nullptr, u, w, v);
+    CORVEX_PRECONDITION("SquareMatrixOperations::SVD", u != w && u != v && w != v, u, w, v);
     *u = Self();
     T* uRows[N];
     T* wRows[N];
@@ -45,6 +47,8 @@ bool SquareMatrixOperations<M, T, N>::SVD(M* u, M* w, M* v, unsigned int iterati
 template <class T>
 bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit)
 {
+    CORVEX_PRECONDITION("TMatrixMxN::SVD", u != nullptr && w != nullptr && v != nullptr, u, w, v);
+    CORVEX_PRECONDITION("TMatrixMxN::SVD", u != w && u != v && w != v, u, w, v);
     *u = *this;
     // The order is taken first, for w or v may be this matrix.
     const unsigned int order = n;

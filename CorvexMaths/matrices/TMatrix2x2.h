@@ -10,7 +10,8 @@
 namespace Halmont::Orrin::CorvexMaths
 {
 
-/// A 2 by 2 matrix by value, its elements row by row.
+/// A 2 by 2 matrix by value, its elements row by row: 4 values, trivially copyable. What it shares with the other
+/// orders stands in SquareMatrixOperations.
 template <class T>
 struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
 {
@@ -18,41 +19,50 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
 
     /// The identity.
     TMatrix2x2() { this->ToIdentity(); }
-    /// Reads four values, row by row.
+    /// Reads four values, row by row. P is a pointer to T, and not null.
     template <class P, EnableForPointer<P, T> = 0>
-    TMatrix2x2(P values) : elements{values[0], values[1], values[2], values[3]}
-    {}
-    /// Takes four values, row by row.
+    TMatrix2x2(P values)
+    {
+        CORVEX_PRECONDITION("TMatrix2x2::TMatrix2x2", values != nullptr, values);
+        for (unsigned int i = 0; i < 4; ++i) elements[i] = values[i];
+    }
+    /// Takes four values, row by row: `a01` is the element in row 0 and column 1.
     TMatrix2x2(const T& a00, const T& a01, const T& a10, const T& a11) : elements{a00, a01, a10, a11} {}
-    /// Takes two vectors as columns: the first row is (a.x, b.x).
+    /// Takes two vectors as columns: the first row is (a.x, b.x), the second (a.y, b.y).
     TMatrix2x2(const TVector2<T>& a, const TVector2<T>& b) : elements{a.x, b.x, a.y, b.y} {}
 
-    /// This block in the upper left, 1 at (2, 2).
+    /// The matrix of order 3 with this block in the upper left, 1 at (2, 2) and 0 elsewhere.
     operator TMatrix3x3<T>() const
     {
         const T* const e = elements;
         return TMatrix3x3<T>(e[0], e[1], T(0), e[2], e[3], T(0), T(0), T(0), T(1));
     }
-    /// This block in the upper left, 1 at (2, 2) and (3, 3).
+    /// The matrix of order 4 with this block in the upper left, 1 at (2, 2) and (3, 3) and 0 elsewhere.
     operator TMatrix4x4<T>() const { return static_cast<TMatrix3x3<T>>(*this); }
 
-    /// Divides every element by a scalar, which may be one of the elements. Unlike the other matrices, it returns a
-    /// copy.
+    /// Divides every element by a scalar, which may be one of the elements: its value at the start counts. These are
+    /// true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Unlike the other matrices, it
+    /// answers a copy of the changed matrix and no reference.
     TMatrix2x2 operator/=(const T& scalar)
     {
         SquareMatrixOperations<TMatrix2x2<T>, T, 2>::operator/=(scalar);
         return *this;
     }
 
-    /// The determinant in closed form.
+    /// The determinant in closed form: a11*a00 - a10*a01, each product and the difference rounded to T.
     T Determinant() const
     {
         const T* const e = elements;
         return e[3] * e[0] - e[2] * e[1];
     }
 
-    /// Writes the eigenvalues of this matrix and, side by side with them, its unit eigenvectors, 2 each; see
-    /// TMatrix3x3::Eigenspace.
+    /// Writes the 2 eigenvalues of this matrix and, entry by entry beside them, its unit eigenvectors, by rotations of
+    /// the index pair (0, 1) (C. G. J. Jacobi, 1846). The matrix is taken as symmetric: element (1, 0) is not read.
+    /// Nothing is sorted. Neither array may be null, nor overlap the other.
+    ///
+    /// True when element (0, 1) became exactly 0 within 49 sweeps and at least one eigenvalue is above the common
+    /// tolerance in absolute value (strict). So the zero matrix gives false, as does a NaN at (0, 1); an infinity there
+    /// can give true with values that are not finite. The outputs are written either way.
     bool Eigenspace(T* const values, TVector2<T>* const vectors) const;
 };
 

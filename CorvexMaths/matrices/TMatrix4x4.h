@@ -11,7 +11,13 @@
 namespace Halmont::Orrin::CorvexMaths
 {
 
-/// A 4 by 4 matrix by value, its elements row by row.
+/// A 4 by 4 matrix by value, its elements row by row: 16 values, trivially copyable. What it shares with the other
+/// orders stands in SquareMatrixOperations.
+///
+/// Rotate, Scale and Translate multiply an elementary transform into this matrix and share two flags. `onRight` puts
+/// the transform on the right of this matrix, otherwise it stands on the left. With `asRows` the transform is laid out
+/// for row vectors on the left of a matrix (`v * m`), as the vectors multiply, and a translation stands in the last
+/// row; otherwise it is the transpose of that, for column vectors.
 template <class T>
 struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
 {
@@ -19,13 +25,14 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
 
     /// The identity.
     TMatrix4x4() { this->ToIdentity(); }
-    /// Reads sixteen values, row by row.
+    /// Reads sixteen values, row by row. P is a pointer to T, and not null.
     template <class P, EnableForPointer<P, T> = 0>
     TMatrix4x4(P values)
     {
+        CORVEX_PRECONDITION("TMatrix4x4::TMatrix4x4", values != nullptr, values);
         for (unsigned int i = 0; i < 16; ++i) elements[i] = values[i];
     }
-    /// Takes sixteen values, row by row.
+    /// Takes sixteen values, row by row: `a01` is the element in row 0 and column 1.
     TMatrix4x4(const T& a00, const T& a01, const T& a02, const T& a03, const T& a10, const T& a11, const T& a12,
                const T& a13, const T& a20, const T& a21, const T& a22, const T& a23, const T& a30, const T& a31,
                const T& a32, const T& a33)
@@ -36,45 +43,59 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
         : elements{a.x, b.x, c.x, d.x, a.y, b.y, c.y, d.y, a.z, b.z, c.z, d.z, a.w, b.w, c.w, d.w}
     {}
 
-    /// The upper-left block of order 2.
+    /// The upper-left block of order 2; the further rows and columns are dropped.
     operator TMatrix2x2<T>() const { return TMatrix2x2<T>(elements[0], elements[1], elements[4], elements[5]); }
-    /// The upper-left block of order 3.
+    /// The upper-left block of order 3; the last row and column, and with them any translation, are dropped.
     operator TMatrix3x3<T>() const
     {
         const T* const e = elements;
         return TMatrix3x3<T>(e[0], e[1], e[2], e[4], e[5], e[6], e[8], e[9], e[10]);
     }
 
-    /// Always true: it makes lists of matrices compile and carries no ordering.
+    /// Always true, whatever the operands: it makes lists of matrices compile and carries no ordering.
     bool operator<(const TMatrix4x4&) const { return true; }
-    /// Always false; see operator<.
+    /// Always false, whatever the operands: it makes lists of matrices compile and carries no ordering.
     bool operator>(const TMatrix4x4&) const { return false; }
 
     /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors,
-    /// ascending.
+    /// ascending. Where a pivot comes out exactly 0 the pivot guard stands for it, so that a singular matrix need not
+    /// give exactly 0. This matrix is not changed.
     T Determinant();
 
-    /// Writes the eigenvalues of this matrix and, side by side with them, its unit eigenvectors, 4 each; see
-    /// TMatrix3x3::Eigenspace. Only the leading block of order 3 is rotated.
+    /// Writes 4 eigenvalues of this matrix and, entry by entry beside them, its unit eigenvectors, by cyclic rotations
+    /// of index pairs (C. G. J. Jacobi, 1846). The matrix is taken as symmetric: what stands below the diagonal is not
+    /// read. Nothing is sorted. Neither array may be null, nor overlap the other.
+    ///
+    /// A sweep rotates the pairs of the leading block of order 3 and no others. The result is therefore true only where
+    /// the last column holds exact zeros above the diagonal, the block's elements above its diagonal became exactly 0
+    /// within 49 sweeps, and at least one eigenvalue is above the common tolerance in absolute value (strict).
+    /// Otherwise, and with a NaN above the diagonal, it is false and the outputs hold what the rotations left.
     bool Eigenspace(T* const values, TVector4<T>* const vectors) const;
 
-    // Transforms; see TMatrix3x3 for the flags. In the layout for row vectors a translation stands in the last row.
+    // Transforms.
 
-    /// Multiplies by the rotation by an angle in radians about an axis through the origin; see TMatrix3x3::Rotate.
+    /// Multiplies by the rotation by an angle in radians about an axis through the origin, counter-clockwise as seen
+    /// from the tip of the axis. `onRight` and `asRows` are those of the class. The axis need not be of unit length;
+    /// one of length exactly 0 makes the identity, whatever the angle. The angle may be an element of this matrix.
     void Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows);
 
     /// Multiplies by the translation by minus the point, by the rotation, and by the translation by the point, one
-    /// after the other and each with both flags. Where the flags are equal the result is the rotation about the line
-    /// through the point; where they are not, the outer two stand on the wrong sides for that.
+    /// after the other and each with both flags. The rotation is by an angle in radians about the axis, which need not
+    /// be of unit length; one of length exactly 0 makes it the identity. Where the flags are equal the result is the
+    /// rotation about the line through the point; where they are not, the outer two stand on the wrong sides for that.
     void Rotate(const T& angle, const TVector3<T>& axis, const TVector3<T>& point, bool onRight, bool asRows);
 
-    /// Multiplies by the scaling along the axes; w is not scaled.
+    /// Multiplies by the scaling by sx, sy and sz along the axes, on the side that `onRight` says; w is not scaled. It
+    /// is the same in both layouts, so that `asRows` changes nothing. Factors of 0 or below are taken as they are.
     void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
 
-    /// The same about a point, in the three steps of the rotation about one. The point is only read.
+    /// Multiplies by the translation by minus the point, by the scaling by sx, sy and sz along the axes, and by the
+    /// translation by the point, one after the other and each with both flags. Where the flags are equal the point
+    /// stays where it is; where they are not, the outer two stand on the wrong sides for that. The point is only read.
     void Scale(TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows);
 
-    /// Multiplies by the translation.
+    /// Multiplies by the translation by an offset, with `onRight` and `asRows` as the class has them: of the identity
+    /// it makes a matrix with the offset in the last row where `asRows`, else in the last column.
     void Translate(const TVector3<T>& offset, bool onRight, bool asRows);
 
 private:

@@ -1,3 +1,4 @@
+#include <CorvexMaths/matrices/Crout.h>
 #include <CorvexMaths/matrices/Kernels.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 
@@ -138,6 +139,7 @@ TMatrixMxN<T> TMatrixMxN<T>::operator-(TMatrixMxN& other) const
 template <class T>
 TMatrixMxN<T>& TMatrixMxN<T>::operator+=(TMatrixMxN& other)
 {
+    CORVEX_PRECONDITION("TMatrixMxN::operator+ or +=", m <= other.m && n <= other.n, m, n, other.m, other.n);
     for (unsigned int r = 0; r < m; ++r)
         for (unsigned int c = 0; c < n; ++c) rows[r][c] += other.rows[r][c];
     return *this;
@@ -146,6 +148,7 @@ TMatrixMxN<T>& TMatrixMxN<T>::operator+=(TMatrixMxN& other)
 template <class T>
 TMatrixMxN<T>& TMatrixMxN<T>::operator-=(TMatrixMxN& other)
 {
+    CORVEX_PRECONDITION("TMatrixMxN::operator- or -=", m <= other.m && n <= other.n, m, n, other.m, other.n);
     for (unsigned int r = 0; r < m; ++r)
         for (unsigned int c = 0; c < n; ++c) rows[r][c] -= other.rows[r][c];
     return *this;
@@ -200,6 +203,7 @@ template <class T>
 template <class M, unsigned int N>
 TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(SquareMatrixOperations<M, T, N>& other) const
 {
+    CORVEX_PRECONDITION("TMatrixMxN::operator* or *=", m == 0 || N <= n, m, n, N);
     TMatrixMxN result(m, N);
     result.ToNull();
     T* otherRows[N];
@@ -221,6 +225,7 @@ TMatrixMxN<T> TMatrixMxN<T>::operator*(TMatrixMxN& other) const
 template <class T>
 TMatrixMxN<T>& TMatrixMxN<T>::operator*=(TMatrixMxN& other)
 {
+    CORVEX_PRECONDITION("TMatrixMxN::operator*=", m == 0 || other.m <= n, m, n, other.m);
     const TMatrixMxN aside(*this);
     AssignMemory(m, other.n);
     ToNull();
@@ -234,6 +239,8 @@ template <class T>
 bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int* pivots, T* parity) const
 {
     if (m != n) return false;
+    CORVEX_PRECONDITION("TMatrixMxN::LUD", lu != nullptr && parity != nullptr, lu, parity);
+    CORVEX_PRECONDITION("TMatrixMxN::LUD", m == 0 || pivots != nullptr, m, pivots);
     *lu = *this;
     const std::unique_ptr<T[]> scale(new T[m]);
     return Kernels::LUDRows(lu->rows, pivots, scale.get(), parity, m);
@@ -242,6 +249,7 @@ bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int* pivots, T* parity) const
 template <class T>
 bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int** pivots, T* parity) const
 {
+    CORVEX_PRECONDITION("TMatrixMxN::LUD", pivots != nullptr, pivots);
     *pivots = new int[m];
     if (LUD(lu, *pivots, parity)) return true;
     delete[] * pivots;
@@ -252,12 +260,17 @@ bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int** pivots, T* parity) const
 template <class T>
 void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x)
 {
+    CORVEX_PRECONDITION("TMatrixMxN::BackSub", lu.m == lu.n, lu.m, lu.n);
+    CORVEX_PRECONDITION("TMatrixMxN::BackSub", lu.n == 0 || (pivots != nullptr && b != nullptr && x != nullptr), pivots,
+                        b, x);
+    CORVEX_PRECONDITION("TMatrixMxN::BackSub", Kernels::AreRows(pivots, lu.n), lu.n);
     Kernels::BackSubRows(lu.rows, pivots, b, x, lu.n);
 }
 
 template <class T>
 void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T** x)
 {
+    CORVEX_PRECONDITION("TMatrixMxN::BackSub", x != nullptr, x);
     *x = new T[lu.n];
     BackSub(lu, pivots, b, *x);
 }
@@ -277,6 +290,7 @@ bool TMatrixMxN<T>::Invert()
 template <class T>
 bool TMatrixMxN<T>::Invert(TMatrixMxN* out) const
 {
+    CORVEX_PRECONDITION("TMatrixMxN::Invert", out != nullptr, out);
     *out = *this;
     return out->Invert();
 }

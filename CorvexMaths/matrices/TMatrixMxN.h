@@ -10,8 +10,13 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 /// A matrix of m rows and n columns. It owns one block of elements, row by row, and an array of pointers to the rows.
-/// Sizes are not checked unless an operation says so: an operand smaller than what is read is the caller's fault.
-/// Exhausted memory surfaces as the allocator's exception and leaves the new sizes without elements.
+///
+/// An operation answers for other sizes only where it says so; elsewhere an operand that holds all that is read is a
+/// precondition, checked in debug builds. Arithmetic follows IEEE 754: a division by 0 gives infinities or NaN, and a
+/// NaN spreads to every element computed from it. Nothing but Eigenspace knows a tolerance.
+///
+/// Exhausted memory surfaces as the allocator's exception. The matrix that was to be resized then has the new sizes and
+/// no elements; it may be destroyed, and be given other sizes, but not read.
 template <class T>
 class CORVEX_API TMatrixMxN
 {
@@ -20,128 +25,169 @@ public:
 
     /// The empty matrix: 0 by 0, nothing allocated.
     TMatrixMxN() = default;
-    /// A matrix of undefined elements; see ToNull and ToIdentity.
+    /// A matrix of rowCount rows and columnCount columns with undefined elements; ToNull and ToIdentity give it
+    /// content. Either count may be 0. Sizes beyond the address space fail in the allocator.
     TMatrixMxN(unsigned int rowCount, unsigned int columnCount);
-    /// A copy with a block of its own.
+    /// A copy of sizes and elements, with a block of its own.
     TMatrixMxN(const TMatrixMxN& other);
     /// Releases the block and the row pointers.
     ~TMatrixMxN() { ReleaseMemory(); }
 
-    /// Takes sizes and elements of another matrix; the block is kept when the sizes are equal.
+    /// Takes sizes and elements of another matrix, which may be this one. The block is kept when the sizes are equal;
+    /// otherwise it is replaced, and row addresses taken before are dangling.
     TMatrixMxN& operator=(const TMatrixMxN& other);
 
-    /// Sets the sizes. With the present ones it returns at once and the elements stay; otherwise they are gone and the
-    /// new ones are undefined. Row pointers taken before are then dangling.
+    /// Sets the sizes. With the present ones it returns at once, and the elements and the block stay. Otherwise the
+    /// elements are gone, the new ones are undefined, and row addresses taken before are dangling.
     void AssignMemory(unsigned int rowCount, unsigned int columnCount);
 
-    /// The address of a row; the index is a precondition, not checked.
-    T* operator[](unsigned int row) { return rows[row]; }
-    /// The address of a row that is only read.
-    const T* operator[](unsigned int row) const { return rows[row]; }
+    /// @{
+    /// The address of the n elements of a row, counted from 0, so that `matrix[r][c]` is the element in row r and
+    /// column c. The rows follow one another in one block. The indices must be below m and n; the row is a precondition
+    /// checked in debug builds, the column is not checked.
+    T* operator[](unsigned int row)
+    {
+        CORVEX_PRECONDITION("TMatrixMxN::operator[]", row < m, row, m);
+        return rows[row];
+    }
+    const T* operator[](unsigned int row) const
+    {
+        CORVEX_PRECONDITION("TMatrixMxN::operator[]", row < m, row, m);
+        return rows[row];
+    }
+    /// @}
 
-    /// The number of rows.
+    /// The number of rows, m.
     unsigned int GetM() const { return m; }
-    /// The number of columns.
+    /// The number of columns, n.
     unsigned int GetN() const { return n; }
 
-    /// Sets every element to 0.
+    /// Sets every element to +0.
     void ToNull();
-    /// Sets 1 where row and column index agree and 0 elsewhere, whatever the shape.
+    /// Sets 1 where row and column index agree and +0 elsewhere, whatever the shape.
     void ToIdentity();
-    /// Mirrors the elements about the diagonal: in place for a square matrix; otherwise the block and the row pointers
-    /// are replaced and row pointers taken before are dangling.
+    /// Mirrors the elements about the diagonal. A square matrix does so in place. Otherwise the sizes change places,
+    /// the block and the row pointers are replaced, and row addresses taken before are dangling; where memory runs out
+    /// the matrix is as it was.
     void Transpose();
 
     // Comparison.
 
-    /// Exact equality of sizes and elements: a NaN gives false, 0 equals -0. It stops at the first pair that differs.
+    /// Exact equality of sizes and elements, without a tolerance: a NaN anywhere gives false, even against the matrix
+    /// itself, and 0 equals -0. It stops at the first pair that differs. Two matrices without elements are equal if
+    /// their sizes are.
     bool operator==(const TMatrixMxN& other) const;
-    /// The opposite of ==.
+    /// Whether sizes or any element differ, a NaN always doing so: the opposite of `==`.
     bool operator!=(const TMatrixMxN& other) const { return !(*this == other); }
 
-    // Arithmetic by element. The argument must have at least the sizes of this matrix; it may be this matrix.
+    // Arithmetic by element.
 
-    /// The sum, of this matrix's sizes.
+    /// The sum, element by element, of this matrix's sizes. The argument may be larger, its further rows and columns
+    /// then taking no part, but not smaller; it may be this matrix.
     TMatrixMxN operator+(TMatrixMxN& other) const;
-    /// The difference, of this matrix's sizes.
+    /// This matrix less the argument, element by element, of this matrix's sizes. The argument may be larger, its
+    /// further rows and columns then taking no part, but not smaller; it may be this matrix.
     TMatrixMxN operator-(TMatrixMxN& other) const;
-    /// Adds another matrix.
+    /// Adds another matrix, element by element. The argument may be larger, its further rows and columns then taking no
+    /// part, but not smaller; it may be this matrix. Answers this matrix.
     TMatrixMxN& operator+=(TMatrixMxN& other);
-    /// Subtracts another matrix.
+    /// Subtracts another matrix, element by element. The argument may be larger, its further rows and columns then
+    /// taking no part, but not smaller; it may be this matrix. Answers this matrix.
     TMatrixMxN& operator-=(TMatrixMxN& other);
-    /// The matrix with the sign of every element flipped: 0 becomes -0.
+    /// A copy with the sign of every element flipped, that of zeros and NaNs too: 0 becomes -0.
     TMatrixMxN operator-() const;
 
-    /// The matrix with every element times a scalar.
+    /// A copy with every element times a scalar.
     TMatrixMxN operator*(const T& scalar) const;
-    /// The matrix with every element divided by a scalar: true divisions, no test for 0.
+    /// A copy with every element divided by a scalar: true divisions, never products with the reciprocal. A scalar of 0
+    /// gives infinities, and NaN for elements of 0 or NaN.
     TMatrixMxN operator/(const T& scalar) const;
-    /// Multiplies every element by a scalar, which may be one of the elements.
+    /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Answers
+    /// this matrix.
     TMatrixMxN& operator*=(const T& scalar);
-    /// Divides every element by a scalar, which may be one of the elements; true divisions, no test for 0.
+    /// Divides every element by a scalar, which may be one of the elements: its value at the start counts. These are
+    /// true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Answers this matrix.
     TMatrixMxN& operator/=(const T& scalar);
 
-    // Arithmetic with fixed matrices: only the upper-left block of their order takes part, and it must be there.
+    // Arithmetic with fixed matrices.
 
     /// @{
-    /// The upper-left block plus the argument, as a fixed matrix.
+    /// The upper-left block of the argument's order plus the argument, as a fixed matrix. The rest of this matrix takes
+    /// no part; it must have at least as many rows and columns as the argument.
     TMatrix2x2<T> operator+(TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() += other; }
     TMatrix3x3<T> operator+(TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() += other; }
     TMatrix4x4<T> operator+(TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() += other; }
     /// @}
     /// @{
-    /// The upper-left block minus the argument, as a fixed matrix.
+    /// The upper-left block of the argument's order less the argument, as a fixed matrix. The rest of this matrix takes
+    /// no part; it must have at least as many rows and columns as the argument.
     TMatrix2x2<T> operator-(TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() -= other; }
     TMatrix3x3<T> operator-(TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() -= other; }
     TMatrix4x4<T> operator-(TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() -= other; }
     /// @}
     /// @{
-    /// Adds the argument to the upper-left block; the rest of the matrix stays.
+    /// Adds the argument to the upper-left block of its order; the rest of this matrix stays. This matrix must have at
+    /// least as many rows and columns as the argument. Answers this matrix.
     TMatrixMxN& operator+=(TMatrix2x2<T>& other) { return SetBlock(*this + other); }
     TMatrixMxN& operator+=(TMatrix3x3<T>& other) { return SetBlock(*this + other); }
     TMatrixMxN& operator+=(TMatrix4x4<T>& other) { return SetBlock(*this + other); }
     /// @}
     /// @{
-    /// Subtracts the argument from the upper-left block; the rest of the matrix stays.
+    /// Subtracts the argument from the upper-left block of its order; the rest of this matrix stays. This matrix must
+    /// have at least as many rows and columns as the argument. Answers this matrix.
     TMatrixMxN& operator-=(TMatrix2x2<T>& other) { return SetBlock(*this - other); }
     TMatrixMxN& operator-=(TMatrix3x3<T>& other) { return SetBlock(*this - other); }
     TMatrixMxN& operator-=(TMatrix4x4<T>& other) { return SetBlock(*this - other); }
     /// @}
 
-    // Products. Every sum takes its terms in ascending order of the inner index.
+    // Products.
 
     /// @{
-    /// The upper-left block of the vector's size times the vector as a column. Sizes are not checked.
+    /// The upper-left block of the vector's size times the vector as a column: component r is the sum over c, ascending
+    /// from +0, of element (r, c) times vector[c]. This matrix must have at least as many rows and columns as the
+    /// vector has components; the rest of it takes no part.
     TVector2<T> operator*(const TVector2<T>& vector) const { return Block<TMatrix2x2<T>>().TimesColumn(vector); }
     TVector3<T> operator*(const TVector3<T>& vector) const { return Block<TMatrix3x3<T>>().TimesColumn(vector); }
     TVector4<T> operator*(const TVector4<T>& vector) const { return Block<TMatrix4x4<T>>().TimesColumn(vector); }
     /// @}
 
     /// @{
-    /// The product with a fixed matrix, m rows by its order. The column count must be that order; not checked.
+    /// The product with a fixed matrix, this matrix on the left: m rows by the argument's order. Every sum ascends from
+    /// +0 over the rows of the argument. Each row of this matrix must have as many elements at least; further columns
+    /// take no part.
     TMatrixMxN operator*(TMatrix2x2<T>& other) const { return TimesFixed(other); }
     TMatrixMxN operator*(TMatrix3x3<T>& other) const { return TimesFixed(other); }
     TMatrixMxN operator*(TMatrix4x4<T>& other) const { return TimesFixed(other); }
     /// @}
 
-    /// The matrix product, or the empty matrix where the column count differs from the argument's row count.
+    /// The matrix product, this matrix on the left: m rows by the argument's columns, every sum ascending from +0. The
+    /// empty matrix, 0 by 0, where n differs from the argument's row count. The argument may be this matrix. The cost
+    /// is in proportion to m, n and the argument's columns multiplied.
     TMatrixMxN operator*(TMatrixMxN& other) const;
 
     /// @{
-    /// The product with a fixed matrix replaces this matrix. The column count must be that matrix's order; not checked.
+    /// The product with a fixed matrix replaces this matrix, which becomes m rows by the argument's order; where the
+    /// sizes change, row addresses taken before are dangling. Every sum ascends from +0 over the rows of the argument.
+    /// Each row of this matrix must have as many elements at least; further columns take no part. Answers this matrix.
     TMatrixMxN& operator*=(TMatrix2x2<T>& other) { return *this = TimesFixed(other); }
     TMatrixMxN& operator*=(TMatrix3x3<T>& other) { return *this = TimesFixed(other); }
     TMatrixMxN& operator*=(TMatrix4x4<T>& other) { return *this = TimesFixed(other); }
     /// @}
 
-    /// The product replaces this matrix. Unlike `*` it does not check the sizes. This matrix is emptied before the
-    /// argument is read, so `a *= a` of finite elements gives the zero matrix.
+    /// The product replaces this matrix, which becomes m rows by the argument's columns; where the sizes change, row
+    /// addresses taken before are dangling. Unlike `*` it knows no empty answer: every sum ascends from +0 over the
+    /// rows of the argument, and each row of this matrix must have as many elements at least; further columns take no
+    /// part.
+    ///
+    /// This matrix is zeroed before the argument is read, so `a *= a` of finite elements gives the zero matrix, and
+    /// reads back what it has just written where an element is not finite. Answers this matrix.
     TMatrixMxN& operator*=(TMatrixMxN& other);
 
     // Conversions.
 
     /// @{
-    /// The identity with the overlap of the two shapes copied over it.
+    /// The identity with the overlap of the two shapes copied over it: of a larger matrix its upper-left block; a
+    /// smaller one leaves ones on the diagonal beyond its rows or columns, and the empty matrix gives the identity.
     operator TMatrix2x2<T>() const { return Overlap<TMatrix2x2<T>>(); }
     operator TMatrix3x3<T>() const { return Overlap<TMatrix3x3<T>>(); }
     operator TMatrix4x4<T>() const { return Overlap<TMatrix4x4<T>>(); }
@@ -149,48 +195,82 @@ public:
 
     // Decomposition and solving.
 
-    /// Decomposes a copy of this matrix into triangular factors; see SquareMatrixOperations::LUD for their form. `lu`
-    /// is resized if its sizes differ and may be this matrix; `pivots` has room for m values. False, with nothing
-    /// changed, where the matrix is not square; false where a row is all zeros, `lu` then holding the copy.
+    /// Decomposes a copy of this matrix into triangular factors by Crout's method (P. D. Crout, 1941) with partial
+    /// pivoting on implicitly scaled rows. `lu`, resized if its sizes differ, takes the factors of the row-permuted
+    /// matrix: the upper one on and above the diagonal, below it the lower one, whose diagonal of ones is not stored.
+    /// `pivots`, with room for m values, takes the row swapped with row j at step j, or j itself; `parity` takes +1 or
+    /// -1, the sign of the permutation. `lu` may be this matrix; no pointer may be null.
+    ///
+    /// Ties, NaNs and zero pivots go as in SquareMatrixOperations::LUD: the last of equal rows is the pivot, a NaN
+    /// never wins, and the pivot guard stands for a pivot of exactly 0, so that a singular matrix passes. False, with
+    /// nothing changed, where the matrix is not square; false where a row holds nothing but zeros and NaNs, `lu` then
+    /// holding the copy, `pivots` zeros and `parity` 1. The empty matrix passes, with parity 1. Cost in proportion to
+    /// the cube of m.
     bool LUD(TMatrixMxN* lu, int* pivots, T* parity) const;
 
-    /// The same with an array of pivots allocated for the caller, who releases it with delete[]; null after a failure.
+    /// Decomposes as the form with a caller's array does, and allocates the m pivots. After true the caller releases
+    /// `*pivots` with delete[]; after false it is null, also where the matrix is not square. No pointer may be null.
     bool LUD(TMatrixMxN* lu, int** pivots, T* parity) const;
 
-    /// Solves for one right-hand side of n values with the factors of LUD; x has room for n values and may be b.
+    /// Solves for one right-hand side with the factors and pivots of LUD, in two sweeps of ascending sums (forward,
+    /// then backward). Reads n values of b and writes n values of x; the two may be the same array but must not overlap
+    /// otherwise. `lu` is square and only read; every pivot is below n; no pointer may be null unless n is 0. Leading
+    /// zeros of the permuted right-hand side are skipped, so that a factor which is not finite does not meet them.
+    /// There is no test for a small pivot: where the guard stood in for a 0, the values are huge. Cost in proportion to
+    /// n^2.
     static void BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x);
 
-    /// The same with the solution allocated for the caller, who releases it with delete[].
+    /// Solves as the form with a caller's array does, and allocates the n values of the solution at `*x`, which the
+    /// caller releases with delete[]. `x` must not be null.
     static void BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T** x);
 
-    /// Inverts in place. False, with nothing changed, where the matrix is not square, is empty, or has a row of zeros.
-    /// There is no test of the determinant: where elimination leaves a pivot of exactly 0 the pivot guard stands for
-    /// it and the values are huge. Cost in proportion to the cube of the order.
+    /// Inverts in place, by LUD and a solve for every column. False, with nothing changed, where the matrix is not
+    /// square, is empty, or has a row of nothing but zeros and NaNs. There is no test of the determinant and no
+    /// tolerance, unlike at the fixed orders: where elimination leaves a pivot of exactly 0 the pivot guard stands for
+    /// it, the values are huge and the result is true. Cost in proportion to the cube of the order.
     bool Invert();
 
-    /// Copies this matrix into `out`, resized if need be, and inverts that; `out` holds the copy if the result is
-    /// false.
+    /// Writes the inverse of this matrix to `out`, which is resized if its sizes differ, must not be null and may be
+    /// this matrix. False where this matrix is not square, is empty, or has a row of nothing but zeros and NaNs; `out`
+    /// then holds a copy of it. There is no test of the determinant; see the form in place.
     bool Invert(TMatrixMxN* out) const;
 
     /// The determinant: 0 where the matrix is not square or LUD fails, else the parity times the diagonal of the
-    /// factors, ascending. Where a pivot comes out exactly 0 the pivot guard stands for it. That of the empty matrix is
-    /// 1.
+    /// factors, ascending. Where a pivot comes out exactly 0 the pivot guard stands for it, so that a singular matrix
+    /// need not give exactly 0. That of the empty matrix is 1. Cost in proportion to the cube of the order.
     T Determinant() const;
 
-    /// Decomposes this m by n matrix as u w v-transposed; see SquareMatrixOperations::SVD for the form of the result
-    /// and the meaning of iterationLimit. u is m by n, w and v are n by n; each keeps its storage if its sizes fit
-    /// already. Any shape will do; with fewer rows than columns the columns of u past the m-th are not orthonormal. The
-    /// outputs must be distinct; any of them may be this matrix, which is otherwise left alone. Cost in proportion to
-    /// m n^2 + n^3.
+    /// Decomposes this m by n matrix as u w v-transposed, by Householder reduction and implicitly shifted QR iteration
+    /// (G. H. Golub, C. Reinsch, 1970). u becomes m by n, w and v n by n; each keeps its storage if its sizes fit
+    /// already. The singular values stand on the diagonal of w, none negative and in no order, with zeros elsewhere;
+    /// column j of u and of v (v itself, not its transpose) goes with w[j][j]. Any shape will do; with fewer rows than
+    /// columns the columns of u past the m-th are not orthonormal. Without columns the result is true.
+    ///
+    /// With an iterationLimit of 1 to 30 the result is false when a value has not converged after iterationLimit - 1 QR
+    /// transformations, and the outputs then hold an unfinished state; with 0 or above 30 a value is left as it is
+    /// after 30 of them, which may be negative, and the result is true. NaNs and infinities are not detected: they give NaN outputs or a false
+    /// result.
+    ///
+    /// The outputs must not be null and must be distinct; any of them may be this matrix, which is otherwise left
+    /// alone. Cost in proportion to m n^2 + n^3, and up to 100 KiB of stack.
     bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit);
 
-    /// Writes the m eigenvalues of this matrix and, side by side with them, its unit eigenvectors, m rows of m values;
-    /// see TMatrix3x3::Eigenspace. False, with nothing written, where the matrix is not square or is empty.
+    /// Writes the m eigenvalues of this matrix and, as the m rows of `vectors`, m values each, its unit eigenvectors,
+    /// by cyclic rotations of index pairs (C. G. J. Jacobi, 1846). The matrix is taken as symmetric: what stands below
+    /// the diagonal is not read. Nothing is sorted. No two of the arrays may overlap; no pointer may be null unless m
+    /// is 0.
+    ///
+    /// A sweep rotates the pairs of the leading block of order 3 and no others, whatever the order. The result is true
+    /// only where the further columns hold exact zeros above the diagonal, the block's elements above its diagonal
+    /// became exactly 0 within 49 sweeps, and at least one eigenvalue is above the common tolerance in absolute value
+    /// (strict). Otherwise, and with a NaN above the diagonal, it is false and the outputs hold what the rotations
+    /// left. False, with nothing written, where the matrix is not square or is empty.
     bool Eigenspace(T* values, T** vectors) const;
 
-    /// The same with the outputs allocated for the caller, who releases `*values`, each row of `*vectors` and
-    /// `*vectors` itself with delete[]. After a failure both are null, but for a matrix that is not square, with which
-    /// they are not touched.
+    /// Finds eigenvalues and eigenvectors as the form with the caller's arrays does, and allocates these. After true
+    /// the caller releases `*values`, each of the m rows of `*vectors` and `*vectors` itself with delete[]. After false
+    /// both are null, but for a matrix that is not square, with which they are not touched. Neither pointer may be
+    /// null.
     bool Eigenspace(T** values, T*** vectors) const;
 
 private:
@@ -209,11 +289,14 @@ private:
         delete[] rows;
     }
 
-    /// The upper-left block as a fixed matrix; it must be there.
+    /// The upper-left block as a fixed matrix; it must be there. Sums, differences and products with vectors come by
+    /// here.
     template <class M>
     M Block() const
     {
         M block;
+        CORVEX_PRECONDITION("TMatrixMxN::operator+, - or *", m >= block.GetM() && n >= block.GetN(), m, n,
+                            block.GetM());
         for (unsigned int r = 0; r < block.GetM(); ++r)
             for (unsigned int c = 0; c < block.GetN(); ++c) block[r][c] = rows[r][c];
         return block;

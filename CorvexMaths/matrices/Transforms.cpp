@@ -55,6 +55,7 @@ void MultiplyAbout(const TVector3<T>& point, TMatrix4x4<T>& matrix, TMatrix4x4<T
 template <class T>
 void TMatrix3x3<T>::Multiply(TMatrix3x3* m, bool onRight, bool asRows)
 {
+    CORVEX_PRECONDITION("TMatrix3x3::Multiply", m != nullptr, m);
     MultiplyInto(*this, *m, onRight, asRows);
 }
 

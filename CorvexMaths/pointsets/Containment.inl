@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/primitives/TEdge.h>
@@ -128,8 +129,10 @@ int OutlineScore(const T* values, unsigned int pointCount, T x, T y)
 template <class T, template <class> class V>
 void TPointSet<T, V>::ExamineSegment(unsigned int from, unsigned int to, const TVector2<T>& point, int* crossings) const
 {
-    const V<T>& start = (*this)[from];
-    const V<T>& end = (*this)[to];
+    CORVEX_PRECONDITION("TPointSet::ExamineSegment", from < this->count && to < this->count, from, to, this->count);
+    CORVEX_PRECONDITION("TPointSet::ExamineSegment", crossings != nullptr, crossings);
+    const V<T>& start = this->storage[from];
+    const V<T>& end = this->storage[to];
     const T fromHeight = start.y - point.y;
     const T toHeight = end.y - point.y;
     if (CrossesLevel(fromHeight, toHeight)) *crossings += CrossingScore(start.x, end.x, fromHeight, toHeight, point.x);
@@ -138,6 +141,9 @@ void TPointSet<T, V>::ExamineSegment(unsigned int from, unsigned int to, const T
 template <class T, template <class> class V>
 bool TPointSet<T, V>::IsWithin(const TVector2<T>& point, unsigned int first, unsigned int pointCount) const
 {
+    CORVEX_PRECONDITION("TPointSet::IsWithin",
+                        pointCount == 0 || (first < this->count && pointCount <= this->count - first), first,
+                        pointCount, this->count);
     if (!boundingBox.IsWithin(point, T(0)) || pointCount == 0) return false;
     const T* values = this->storage[first];
     return OutlineScore<T, componentsOf<T, V>>(values, pointCount, point.x, point.y) != 0;
@@ -164,6 +170,7 @@ bool TPointSet<T, V>::IsWithin(const T& x, const T& y) const
 template <class T, template <class> class V>
 bool TPointSet<T, V>::IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const
 {
+    CORVEX_PRECONDITION("TPointSet::IntersectWith", points != nullptr && points != this, points, this);
     const TLine2<T> edgeLine = edge.GetLine();
     for (unsigned int i = 0; i < this->count; ++i) {
         const V<T>& start = this->storage[i];

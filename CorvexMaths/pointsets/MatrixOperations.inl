@@ -2,6 +2,7 @@
 
 /// Products of point sets with matrices, and point sets as matrices.
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 #include <CorvexMaths/pointsets/BoxExtension.inl>
 #include <CorvexMaths/pointsets/PointValues.inl>
@@ -141,6 +142,7 @@ TPointSet<T, V>& TPointSet<T, V>::operator*=(const TMatrixMxN<T>& matrix)
 template <class T, template <class> class V>
 void TPointSet<T, V>::ToMatrix(TMatrixMxN<T>* out) const
 {
+    CORVEX_PRECONDITION("TPointSet::ToMatrix", out != nullptr, out);
     out->AssignMemory(this->count, dimension);
     for (unsigned int i = 0; i < this->count; ++i) StorePoint(this->storage[i], (*out)[i]);
 }
@@ -148,6 +150,7 @@ void TPointSet<T, V>::ToMatrix(TMatrixMxN<T>* out) const
 template <class T, template <class> class V>
 V<T> TPointSet<T, V>::ToTransToCentMatrix(TMatrixMxN<T>* out) const
 {
+    CORVEX_PRECONDITION("TPointSet::ToTransToCentMatrix", out != nullptr, out);
     out->AssignMemory(this->count, dimension);
     const V<T> centre = GetCentre();
     for (unsigned int i = 0; i < this->count; ++i) StorePoint(this->storage[i] - centre, (*out)[i]);

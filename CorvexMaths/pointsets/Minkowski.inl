@@ -2,6 +2,7 @@
 
 /// Minkowski sums and differences of point sets.
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
@@ -44,7 +45,7 @@ void CombineInPlace(TPointSet<T, V>& set, const V<T>* other, unsigned int otherC
     for (unsigned int j = 0; j < otherCount; ++j) {
         if (j == 1) correction = other[0];
         for (unsigned int i = 0; i < oldCount; ++i)
-            set.Add(Combine<combination>(Combine<inverse>(set[i], correction), other[j]));
+            set.Add(Combine<combination>(Combine<inverse>(set.GetStream()[i], correction), other[j]));
     }
 }
 
@@ -64,6 +65,10 @@ void CombineOperands(TPointSet<T, V>& set, const V<T>* a, unsigned int aCount, c
 template <class T, template <class> class V>
 void TPointSet<T, V>::MinkowskiSum(const V<T>* other, unsigned int otherCount)
 {
+    CORVEX_PRECONDITION("TPointSet::MinkowskiSum", IsApart(other, otherCount, this->storage, this->capacity), other,
+                        otherCount, this->storage, this->capacity);
+    CORVEX_PRECONDITION("TPointSet::MinkowskiSum", otherCount == 0 || this->count <= ~0u / otherCount, this->count,
+                        otherCount);
     CombineInPlace<Combination::Sum>(*this, other, otherCount);
 }
 
@@ -76,6 +81,11 @@ void TPointSet<T, V>::MinkowskiSum(const TList<V<T>>& other)
 template <class T, template <class> class V>
 void TPointSet<T, V>::MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount)
 {
+    CORVEX_PRECONDITION("TPointSet::MinkowskiSum", IsApart(a, aCount, this->storage, this->capacity), a, aCount,
+                        this->storage, this->capacity);
+    CORVEX_PRECONDITION("TPointSet::MinkowskiSum", IsApart(b, bCount, this->storage, this->capacity), b, bCount,
+                        this->storage, this->capacity);
+    CORVEX_PRECONDITION("TPointSet::MinkowskiSum", bCount == 0 || aCount <= ~0u / bCount, aCount, bCount);
     CombineOperands<Combination::Sum>(*this, a, aCount, b, bCount);
 }
 
@@ -88,6 +98,10 @@ void TPointSet<T, V>::MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b)
 template <class T, template <class> class V>
 void TPointSet<T, V>::MinkowskiDifference(const V<T>* other, unsigned int otherCount)
 {
+    CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", IsApart(other, otherCount, this->storage, this->capacity),
+                        other, otherCount, this->storage, this->capacity);
+    CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", otherCount == 0 || this->count <= ~0u / otherCount,
+                        this->count, otherCount);
     CombineInPlace<Combination::Difference>(*this, other, otherCount);
 }
 
@@ -100,6 +114,11 @@ void TPointSet<T, V>::MinkowskiDifference(const TList<V<T>>& other)
 template <class T, template <class> class V>
 void TPointSet<T, V>::MinkowskiDifference(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount)
 {
+    CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", IsApart(a, aCount, this->storage, this->capacity), a, aCount,
+                        this->storage, this->capacity);
+    CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", IsApart(b, bCount, this->storage, this->capacity), b, bCount,
+                        this->storage, this->capacity);
+    CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", bCount == 0 || aCount <= ~0u / bCount, aCount, bCount);
     CombineOperands<Combination::Difference>(*this, a, aCount, b, bCount);
 }
 

@@ -4,6 +4,8 @@
 
 #include <CorvexMaths/containers/TList.h>
 
+#include <functional>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 namespace
@@ -29,6 +31,16 @@ T* ValuesOf(const TList<V<T>>& points)
 {
     if (points.GetStream() == nullptr) return nullptr;
     return *points.GetStream();
+}
+
+/// Whether an operand exists and shares nothing with a block of slots; one without vectors needs neither.
+template <class Vector>
+bool IsApart(const Vector* operand, unsigned int vectorCount, const Vector* block, unsigned int slotCount)
+{
+    if (vectorCount == 0) return true;
+    const std::less_equal<const Vector*> isUpTo;
+    return operand != nullptr &&
+           (slotCount == 0 || isUpTo(operand + vectorCount, block) || isUpTo(block + slotCount, operand));
 }
 
 } // namespace

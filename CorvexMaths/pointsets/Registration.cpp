@@ -1,4 +1,5 @@
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
@@ -56,6 +57,12 @@ void NegateLastColumn(TMatrixMxN<T>* matrix)
 template <class T, template <class> class V>
 bool TPointSet<T, V>::Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther)
 {
+    CORVEX_PRECONDITION("TPointSet::Register", other != nullptr && other != this, other, this);
+    CORVEX_PRECONDITION("TPointSet::Register", rotation != nullptr, rotation);
+    CORVEX_PRECONDITION("TPointSet::Register",
+                        IsApart(translation, 1, this->storage, this->count) &&
+                            IsApart(translation, 1, other->storage, other->count),
+                        translation, this->storage, other->storage);
     constexpr unsigned int iterationLimit = 30;
     if (this->count != other->count) return false;
     rotation->AssignMemory(dimension, dimension);

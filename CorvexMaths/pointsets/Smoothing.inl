@@ -2,6 +2,7 @@
 
 /// Point sets as polylines: smoothing by averages, and points added to long segments.
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
 #include <cmath>
@@ -45,6 +46,7 @@ void TPointSet<T, V>::Smooth(unsigned int passes, bool closed)
 template <class T, template <class> class V>
 void TPointSet<T, V>::Infill(const T& maxSpacing, bool closed)
 {
+    CORVEX_PRECONDITION("TPointSet::Infill", maxSpacing > T(0), maxSpacing);
     if (this->count == 0) return;
 
     // The spacing may be a component of a point, which the insertions move.
@@ -55,7 +57,9 @@ void TPointSet<T, V>::Infill(const T& maxSpacing, bool closed)
         const T length = diff.GetLength();
         if (!(length > spacing)) continue;
 
-        const unsigned int pieces = static_cast<unsigned int>(std::ceil(static_cast<double>(length / spacing)));
+        const double quotient = std::ceil(static_cast<double>(length / spacing));
+        CORVEX_PRECONDITION("TPointSet::Infill", quotient < 4294967296.0, quotient, length, spacing);
+        const unsigned int pieces = static_cast<unsigned int>(quotient);
         const V<T> step = (diff / length) * (length / static_cast<T>(pieces));
         segmentCount += pieces - 1;
         for (unsigned int piece = 1; piece < pieces; ++piece) {

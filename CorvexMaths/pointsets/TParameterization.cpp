@@ -1,5 +1,6 @@
 #include <CorvexMaths/pointsets/TParameterization.h>
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 
 #include <limits>
@@ -87,6 +88,8 @@ template <class T, template <class> class V>
 T TParameterization<T, V>::GetLength(T from, T to) const
 {
     if (from == to || parameters.GetCount() < 2 || this->count < 2) return T(0);
+    CORVEX_PRECONDITION("TParameterization::GetLength", from >= T(0) && from <= T(1) && to >= T(0) && to <= T(1), from,
+                        to);
     if (from > to) {
         const T larger = from;
         from = to;

@@ -17,8 +17,8 @@ namespace Halmont::Orrin::CorvexMaths
 ///
 /// The positions are those of the last `Parameterize`: a new set, be it a copy of points, has none, and a change of the
 /// points leaves them as they are, which nothing detects. Points may move in between; each is then found at its old
-/// position. Points beyond the parameters are not reached, and positions of points that have gone since lead
-/// to the last one.
+/// position. Points beyond the parameters are not reached, and positions of points that have gone since lead to the
+/// last one.
 template <class T, template <class> class V>
 class CORVEX_API TParameterization : public TPointSet<T, V>
 {
@@ -30,12 +30,13 @@ protected:
     T length;
 
 public:
-    /// An empty set with an empty box. Arguments are those of the list, and count for the parameters too: slots to
-    /// allocate, and the least step of growth.
+    /// An empty set with an empty box, without parameters and of length 0. Arguments are those of the list, and count
+    /// for the parameters too: slots to allocate, and the least step of growth.
     explicit TParameterization(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
 
-    /// Copies `pointCount` points from an array; the grow size is 1000. There are no parameters yet. Takes part only
-    /// for pointers to points, so that two numbers are always sizes.
+    /// Copies `pointCount` points from an array; the grow size is 1000, and the box is calculated. There are no
+    /// parameters yet, and the length is 0. Takes part only for pointers to points, so that two numbers are always
+    /// sizes.
     template <class Pointer,
               std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
     TParameterization(Pointer points, unsigned int pointCount)
@@ -43,18 +44,19 @@ public:
     {}
 
     /// Copies a set of points of any dimension, each converted to V; the box is calculated anew, the grow size and the
-    /// keep box flag are the other's. There are no parameters yet.
+    /// keep box flag are the other's. There are no parameters yet, and the length is 0.
+    /// @{
     TParameterization(const TPointSet<T, TVector2>& other);
-    /// As above.
     TParameterization(const TPointSet<T, TVector3>& other);
-    /// As above.
     TParameterization(const TPointSet<T, TVector4>& other);
+    /// @}
 
     /// A copy of the points, the box calculated anew, and of the parameters and the length as they stand.
     TParameterization(const TParameterization& other);
 
-    /// Assigns the point set, its box as it stands, the parameters and the length. A set assigned to itself ends
-    /// without points and parameters, as every list does.
+    /// Assigns the point set, its box as it stands, the parameters and the length, all as the source holds them, stale
+    /// or not. The hooks fire as in the assignment of a point set. A set assigned to itself ends without points and
+    /// parameters, as every list does, but keeps its length.
     TParameterization& operator=(const TParameterization& other);
 
     /// Frees the parameters and the points; no hook fires.
@@ -64,7 +66,8 @@ public:
     /// sum. The last position is 1 whatever rounding made of it, on a set of one point too. Without points there are no
     /// positions, and the length is 0.
     ///
-    /// Where all points coincide the length is 0, and all positions but the first and the last are NaN.
+    /// Where all points coincide the length is 0, and all positions but the first and the last are NaN. Points and box
+    /// stay as they are. Linear time.
     void Parameterize();
 
     /// The point at a position, linear between the two points around it; at the position of a point that point as it
@@ -73,13 +76,15 @@ public:
     /// and gives some point. Costs one binary search.
     V<T> Evaluate(const T& position) const;
 
-    /// The length of the whole line at the last `Parameterize`.
+    /// The length of the whole line at the last `Parameterize`, whatever became of the points since; 0 before the
+    /// first.
     T GetLength() const { return length; }
 
     /// The length of the line between two positions, in either order: that of the points as they stand now, with whole
     /// segments in between and shares of those at the ends by the positions of the last `Parameterize`. 0 for equal
-    /// positions, and with fewer than two parameters. Positions must be from 0 to 1; others give no promised result.
-    /// Costs two binary searches and a pass over the segments between.
+    /// positions, and with fewer than two points or parameters. Positions that differ must be from 0 to 1. NaN where
+    /// positions of points are NaN, as those of coinciding points, and where both lie behind the last point that is
+    /// left of more. Costs two binary searches and a pass over the segments between.
     T GetLength(T from, T to) const;
 
 private:

@@ -27,7 +27,9 @@ namespace Halmont::Orrin::CorvexMaths
 /// `GetCount()` slots as they lie at that moment: after the removal of an inner point it may still hold that point and
 /// miss the last one. `RecalculateBoundingBox` makes it exact.
 ///
-/// Lengths are in the caller's unit. Nothing is checked and nothing is reported, but by the bool results.
+/// Lengths and tolerances are in the caller's unit, and absolute. Nothing is reported but by the bool results;
+/// preconditions are checked in debug builds alone, see Precondition.h. One set must not be changed by two threads, nor
+/// read while it is changed.
 template <class T, template <class> class V>
 class TPointSet : public TList<V<T>>
 {
@@ -37,7 +39,7 @@ class TPointSet : public TList<V<T>>
     friend class TPointSet;
 
 protected:
-    /// The box of the points, with the default limit unless one was assigned.
+    /// The box of the points, with the default limit unless one was assigned; exact only as the class comment tells.
     TBox<T> boundingBox;
 
     /// When false, the five hooks do nothing, for bulk rewriting of the points; whoever clears it puts the old value
@@ -48,11 +50,12 @@ protected:
     unsigned int dimension;
 
 public:
-    /// An empty set with an empty box. Arguments are those of the list: slots to allocate, and the least step of
-    /// growth.
+    /// An empty set with an empty box and the keep box flag set. Arguments are those of the list: slots to allocate,
+    /// and the least step of growth.
     explicit TPointSet(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
 
-    /// Copies `pointCount` points from an array; the grow size is 1000. Takes part only for pointers to points, so that
+    /// Copies `pointCount` points from an array, which may be null for none; the grow size is 1000, the keep box flag
+    /// set, and the box calculated from the points. No hook fires. Takes part only for pointers to points, so that
     /// `TPointSet(0, 5)` means sizes.
     template <class Pointer,
               std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
@@ -67,15 +70,17 @@ public:
     /// Copies a set of points of any dimension, each point by the conversion between vectors; a plane set becomes a
     /// spatial one with z of 0, and a four-dimensional one with w of 1. The capacity is the count, the grow size and
     /// the keep box flag are the other's, growth is not exponential, and the box is calculated from the new points,
-    /// whatever the flag says. The form of this set's own dimension is its copy constructor.
+    /// whatever the flag says. No hook fires. The form of this set's own dimension is its copy constructor.
+    /// @{
     TPointSet(const TPointSet<T, TVector2>& other);
-    /// As above.
     TPointSet(const TPointSet<T, TVector3>& other);
-    /// As above.
     TPointSet(const TPointSet<T, TVector4>& other);
+    /// @}
 
-    /// Assigns the list, with the hooks of this set running under its old flag and box, then copies the box as the
-    /// source has it, stale or not, its limit, the flag and the dimension. A set assigned to itself ends empty.
+    /// Assigns the list, points and grow size, with the hooks of this set running under its old flag and box, then
+    /// copies the box as the source has it, stale or not, its limit, the flag and the dimension. `ElementsRemoved` (if
+    /// a block exists), `Cleared` and `ElementsAdded` fire. A set assigned to itself ends empty, its box empty too
+    /// unless the flag is off.
     TPointSet& operator=(const TPointSet& other);
 
     /// Frees the points; no hook fires.
@@ -85,24 +90,27 @@ public:
     const TBox<T>& GetBoundingBox() const { return boundingBox; }
 
     /// The mean of the points: the sum in list order, in T, each component divided by the count. All components are 0
-    /// for an empty set, w included.
+    /// for an empty set, w included. Linear time.
     V<T> GetCentre() const;
 
     /// Empties the box, with its own limit, and extends it by every point, whatever the keep box flag says. A NaN
-    /// coordinate changes nothing.
+    /// coordinate changes nothing. Linear time.
     void RecalculateBoundingBox();
 
     /// Whether any point lies in a rectangle of the x-y plane: the dot products of the two axes with the point minus
     /// the corner, x and y alone, are from 0 to `uLength` and from 0 to `vLength`, inclusive at both ends. The axes are
-    /// used as given, so that the lengths are in units of projection on them. NaN lies nowhere.
+    /// used as given, so that the lengths are in units of projection on them. NaN lies nowhere; an empty set has no
+    /// such point. Stops at the first one. The box is not consulted.
     bool WithinRectangle(const TVector2<T>& corner, const TVector2<T>& uAxis, const V<T>& vAxis, const T& uLength,
                          const T& vLength) const;
 
-    /// Moves every point, all components, and both corners of the box, by the offset; the box is not recalculated and
-    /// an empty one moves too. No hook fires. The offset may be one of the points.
+    /// Adds the offset to every point, all components, and to both corners of the box, whatever the keep box flag says;
+    /// the box is not recalculated and an empty one moves too. No hook fires. The offset may be one of the points.
     TPointSet& operator+=(const V<T>& offset);
 
-    /// Moves back by the offset; as above.
+    /// Subtracts the offset from every point, all components, and from both corners of the box, whatever the keep box
+    /// flag says; the box is not recalculated and an empty one moves too. No hook fires. The offset may be one of the
+    /// points.
     TPointSet& operator-=(const V<T>& offset);
 
     /// Multiplies every component of every point, w included, and recalculates the box, whatever the keep box flag
@@ -118,33 +126,36 @@ public:
     /// is dropped, without division by the last coordinate. So a TMatrix3x3 holds a rigid motion of the plane for
     /// TVector2 and a linear map for TVector3. Every sum takes all its terms, those of zeros too, so infinite elements
     /// make NaN as they do in the product of the vector.
+    /// @{
     TPointSet& operator*=(const TMatrix2x2<T>& matrix);
-    /// As above.
     TPointSet& operator*=(const TMatrix3x3<T>& matrix);
-    /// As above.
     TPointSet& operator*=(const TMatrix4x4<T>& matrix);
-    /// As above, but linear whatever the size: the upper left block of the points' dimension serves, padded with the
-    /// identity where the matrix is smaller.
+    /// @}
+    /// Multiplies every point by a matrix of any size, as a row vector on the left, and recalculates the box, whatever
+    /// the keep box flag says. No hook fires. The map is linear whatever the size: the upper left block of the points'
+    /// dimension serves, padded with the identity where the matrix is smaller.
     TPointSet& operator*=(const TMatrixMxN<T>& matrix);
 
     /// Writes the points as the rows of a matrix of `GetCount()` rows and as many columns as a point has components.
-    /// The matrix is resized if its sizes differ; an empty set gives one of 0 rows.
+    /// The matrix is resized if its sizes differ; an empty set gives one of 0 rows. `out` must not be null.
     void ToMatrix(TMatrixMxN<T>* out) const;
 
-    /// As ToMatrix, with the centre subtracted from every point. Returns the centre.
+    /// Writes the points less their centre, that of GetCentre, as the rows of a matrix of `GetCount()` rows and as many
+    /// columns as a point has components, and returns the centre. The matrix is resized if its sizes differ; an empty
+    /// set gives one of 0 rows and a centre of zeros. `out` must not be null.
     V<T> ToTransToCentMatrix(TMatrixMxN<T>* out) const;
 
     /// Finds the rigid motion that carries another set onto this one with the least sum of squared distances, point i
-    /// to point i, by the singular value decomposition of the cross-covariance of the two (K. S. Arun, T. S. Huang, S.
-    /// D. Blostein, "Least-squares fitting of two 3-D point sets", 1987). Four-dimensional points are taken as such, w
-    /// included.
+    /// to point i, by the singular value decomposition of the cross-covariance of the two (Arun, Huang and Blostein,
+    /// "Least-squares fitting of two 3-D point sets", 1987). Four-dimensional points are taken as such, w included.
     ///
     /// `rotation` is resized and takes the matrix for column vectors: a point b of the other set goes to rotation times
     /// b, plus `translation`. To multiply a vector from the left, transpose it. With `applyToOther` the other set is
     /// moved so, its box recalculated and then moved along.
     ///
-    /// Both sets are centred in place for the work and moved back, without hooks and with their boxes: points that are
-    /// not moved on purpose return up to rounding. `other` must not be this set.
+    /// Both sets are centred in place for the work and moved back, without hooks and with their boxes, whatever their
+    /// keep box flags say: points that are not moved on purpose return up to rounding. `other` must not be this set. No
+    /// pointer may be null, nor `translation` a point of either set.
     ///
     /// False where the counts differ, with nothing touched; where the decomposition does not converge in 29
     /// transformations for a value, `rotation` then holding the cross-covariance; and where the best orthogonal matrix
@@ -156,7 +167,8 @@ public:
     /// The repair negates the last column of v, which need not belong to the value that is zero: values are not sorted.
     /// Where it does not, the result can be another rotation than the best.
     ///
-    /// Time grows with the count; nothing is allocated for each point.
+    /// Two empty sets give the identity and a translation of zeros. Time grows with the count; nothing is allocated for
+    /// each point.
     bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
 
     /// Smooths the points as a polyline: in each pass every point becomes the mean of itself and its two neighbours as
@@ -172,73 +184,109 @@ public:
     /// one before. All components count in a length. The old points stay as they are; the closing segment's new points
     /// come at the end of the list. Segments whose length is NaN are left alone, and so is an empty set.
     ///
-    /// `maxSpacing` must be above 0 and go into every segment fewer than 2^32 times. Each new point is inserted by
-    /// itself and fires `ElementAdded`, at the cost of a move of all points behind it.
+    /// `maxSpacing` must be above 0 and go into every segment fewer than 2^32 times; it may be a component of a point.
+    /// Each new point is inserted by itself and fires `ElementAdded`, at the cost of a move of all points behind it.
     void Infill(const T& maxSpacing, bool closed);
 
     /// The Minkowski sum in place: every old point plus every element of the other operand, all old points with its
     /// first element first. The old points are replaced; an empty operand leaves the set empty. The set's own block is
     /// the only buffer, so that a result beyond the first run is ((p + other[0]) - other[0]) + other[j], rounded at
-    /// each step. `ElementsRemoved` (if a block exists) and `Cleared` fire once, `ElementAdded` for each result. The
-    /// operand must not be this set's own storage.
+    /// each step. All components are added, w included. `ElementsRemoved` (if a block exists) and `Cleared` fire once,
+    /// `ElementAdded` for each result, so that the box is exact unless the keep box flag is off. The operand must not
+    /// lie in this set's own storage, and the product of the counts must be below 2^32. The block is sized once.
+    /// @{
     void MinkowskiSum(const V<T>* other, unsigned int otherCount);
-    /// As above.
     void MinkowskiSum(const TList<V<T>>& other);
+    /// @}
 
-    /// The Minkowski sum of two operands: a[i] + b[j], all of b with a[0] first. The old points are dropped; hooks fire
-    /// as above. The operands must not be this set's own storage, which is reused.
+    /// The Minkowski sum of two operands: a[i] + b[j], all of b with a[0] first, over all components, w included. The
+    /// old points are dropped; an empty operand leaves the set empty. `ElementsRemoved` (if a block exists) and
+    /// `Cleared` fire once, `ElementAdded` for each result, so that the box is exact unless the keep box flag is off.
+    /// The operands may be the same, but must not lie in this set's own storage, which is reused; the product of their
+    /// counts must be below 2^32. The block is sized once.
+    /// @{
     void MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
-    /// As above.
     void MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b);
+    /// @}
 
-    /// As the sum in place, with each element of the other operand subtracted; a result beyond the first run is
-    /// ((p - other[0]) + other[0]) - other[j].
+    /// The Minkowski difference in place: every old point minus every element of the other operand, all old points with
+    /// its first element first. The old points are replaced; an empty operand leaves the set empty. The set's own block
+    /// is the only buffer, so that a result beyond the first run is ((p - other[0]) + other[0]) - other[j], rounded at
+    /// each step. All components are subtracted, w included. `ElementsRemoved` (if a block exists) and `Cleared` fire
+    /// once, `ElementAdded` for each result, so that the box is exact unless the keep box flag is off. The operand must
+    /// not lie in this set's own storage, and the product of the counts must be below 2^32. The block is sized once.
+    /// @{
     void MinkowskiDifference(const V<T>* other, unsigned int otherCount);
-    /// As above.
     void MinkowskiDifference(const TList<V<T>>& other);
+    /// @}
 
-    /// As the sum of two operands, with a[i] - b[j].
+    /// The Minkowski difference of two operands: a[i] - b[j], all of b with a[0] first, over all components, w
+    /// included. The old points are dropped; an empty operand leaves the set empty. `ElementsRemoved` (if a block
+    /// exists) and `Cleared` fire once, `ElementAdded` for each result, so that the box is exact unless the keep box
+    /// flag is off. The operands may be the same, but must not lie in this set's own storage, which is reused; the
+    /// product of their counts must be below 2^32. The block is sized once.
+    /// @{
     void MinkowskiDifference(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
-    /// As above.
     void MinkowskiDifference(const TList<V<T>>& a, const TList<V<T>>& b);
+    /// @}
 
     /// Whether a point of the plane lies in the closed outline of `pointCount` points from `first` on, by the sum of
     /// the scores of `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the
     /// outline the rule of the crossings answers, so that some sides belong to the outline and some do not.
     ///
     /// A point outside the bounding box of the whole set, inclusive and with no tolerance, is outside before any side
-    /// is looked at; a stale box answers as it stands. A range of 0 points holds nothing.
+    /// is looked at; a stale box answers as it stands. A range of 0 points holds nothing; any other must lie within the
+    /// set. Only x and y count. A point of NaN is outside. Linear time.
+    /// @{
     bool IsWithin(const TVector2<T>& point, unsigned int first, unsigned int pointCount) const;
-    /// As above.
     bool IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const;
-    /// As above, over all points.
+    /// @}
+    /// Whether a point of the plane lies in the closed outline of all points, by the sum of the scores of
+    /// `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the outline the rule
+    /// of the crossings answers, so that some sides belong to the outline and some do not.
+    ///
+    /// A point outside the bounding box, inclusive and with no tolerance, is outside before any side is looked at; a
+    /// stale box answers as it stands. An empty set holds nothing. Only x and y count. A point of NaN is outside.
+    /// Linear time.
+    /// @{
     bool IsWithin(const TVector2<T>& point) const;
-    /// As above, over all points.
     bool IsWithin(const T& x, const T& y) const;
+    /// @}
 
     /// Adds to `crossings` what the segment between two points of the set contributes to the crossing count of a point:
     /// 0 when the segment does not cross the point's level, else 1 or -1 by its direction and the side on which it
-    /// passes. A start exactly on the level counts and an end on it does not, whether the segment rises or falls.
+    /// passes. A start exactly on the level counts and an end on it does not, whether the segment rises or falls. A
+    /// falling segment scores 1 when it passes at the point's x or beyond, a rising one when it passes at that x or
+    /// short of it; otherwise, or where the place is no number, the score is -1. Both indices must be below the count,
+    /// and `crossings` must not be null.
     void ExamineSegment(unsigned int from, unsigned int to, const TVector2<T>& point, int* crossings) const;
 
     /// Appends to `points` where an edge of the plane meets the closed outline, in the order of the outline; a hit on a
     /// vertex may come twice, once of each side. Components beyond x and y are interpolated along the side, by its y
     /// unless its x grows by more; on a side straight down, or level towards falling x, they are not finite. Lines
-    /// whose direction has an x within the common tolerance count as vertical.
+    /// whose direction has an x within the common tolerance, inclusively, count as vertical.
     ///
-    /// Returns whether `points` holds anything at the end: it is not emptied first. It must not be this set.
+    /// A hit is where `TLine2::IntersectWith`, at the common tolerance, crosses the line of a side with that of the
+    /// edge, if it is within both by `TEdge2::IsWithin`. Parallel sides, coincident ones too, have none.
+    ///
+    /// Returns whether `points` holds anything at the end: it is not emptied first. It must be neither null nor this
+    /// set. Each hit is added by itself and fires the list's `ElementAdded`. Linear time.
     bool IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const;
 
 protected:
-    /// Extends the box by the point.
+    /// Extends the box by the point, by strict comparisons, w not looked at; a plane point has a z of 0. Nothing when
+    /// the keep box flag is off.
     void ElementAdded(V<T>& point) override;
-    /// Extends the box by `pointCount` points.
+    /// Extends the box by `pointCount` points in order, as the addition of each by itself would. Nothing when the keep
+    /// box flag is off or there are none.
     void ElementsAdded(V<T>* points, unsigned int pointCount) override;
-    /// Recalculates the box over the slots in use at this moment.
+    /// Recalculates the box over the slots in use at this moment, in which the tail has not yet moved. Nothing when the
+    /// keep box flag is off.
     void ElementRemoved(V<T>& point) override;
-    /// Recalculates the box over the slots in use at this moment.
+    /// Recalculates the box over the slots in use at this moment, in which the tail has not yet moved. Nothing when the
+    /// keep box flag is off.
     void ElementsRemoved(V<T>* points, unsigned int pointCount) override;
-    /// Empties the box, with its own limit.
+    /// Empties the box, with its own limit. Nothing when the keep box flag is off.
     void Cleared() override;
 
 private:

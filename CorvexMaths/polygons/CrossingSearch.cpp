@@ -174,7 +174,7 @@ template <class T>
 bool CrossingSearch<T>::FindFirst(unsigned int i, unsigned int* index, TVector2<T>* point) const
 {
 #ifdef CORVEX_WIDE_LANES
-    if (HasWideLanes()) return FindFirstWide(edges, i, index, point);
+    if (hasWideLanes) return FindFirstWide(edges, i, index, point);
 #endif
     return FindFirstCrossing<baselineBytes>(edges, i, index, point);
 }

@@ -54,6 +54,8 @@ void TPolygon<T, V>::SimplifyDPM(T tolerance)
 template <class T, template <class> class V>
 void TPolygon<T, V>::SimplifySection(unsigned int first, unsigned int last, bool* keep, T tolerance) const
 {
+    CORVEX_PRECONDITION("TPolygon::SimplifySection", first <= last && last < this->count, first, last, this->count);
+    CORVEX_PRECONDITION("TPolygon::SimplifySection", keep != nullptr, keep);
     if (first + 1 == last) return;
 
     T distance;

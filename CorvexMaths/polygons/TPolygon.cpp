@@ -1,6 +1,7 @@
 #include <CorvexMaths/polygons/TPolygon.h>
 
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/polygons/CrossingSearch.h>
 #include <CorvexMaths/polygons/DistanceKernels.h>
 #include <CorvexMaths/polygons/DuplicateSearch.h>
@@ -70,6 +71,8 @@ TPolygon<T, V>::~TPolygon() = default;
 template <class T, template <class> class V>
 T TPolygon<T, V>::GetSignedSimpleArea(unsigned int first, unsigned int last) const
 {
+    CORVEX_PRECONDITION("TPolygon::GetSignedSimpleArea", first < this->count && last < this->count, first, last,
+                        this->count);
     T sum = T(0);
     if (first < last) {
         for (unsigned int i = first; i < last; ++i) sum += GetSignedTriangleAreaWithOrigin(i, i + 1);
@@ -104,6 +107,8 @@ T TPolygon<T, V>::GetSimpleArea() const
 template <class T, template <class> class V>
 T TPolygon<T, V>::GetSignedTriangleAreaWithOrigin(unsigned int a, unsigned int b) const
 {
+    CORVEX_PRECONDITION("TPolygon::GetSignedTriangleAreaWithOrigin", a < this->count && b < this->count, a, b,
+                        this->count);
     return ShoelaceTerm(this->storage[a], this->storage[b]);
 }
 
@@ -122,6 +127,7 @@ unsigned int TPolygon<T, V>::GetBottomLeft() const
 template <class T, template <class> class V>
 void TPolygon<T, V>::GetEdges(TList<TEdge2<T>>* edges) const
 {
+    CORVEX_PRECONDITION("TPolygon::GetEdges", edges != nullptr, edges);
     edges->Clear(false);
     if (this->count == 0) return;
     for (unsigned int i = 0; i + 1 < this->count; ++i)

@@ -25,8 +25,8 @@ namespace Halmont::Orrin::CorvexMaths
 /// vertices from edges (Offset, TrimCrossings) set z to 0 and w to 1, and say so. A polygon is counter-clockwise when
 /// its signed area is positive. Lengths and tolerances are in the caller's unit, and absolute.
 ///
-/// Queries trust their indices. A polygon without vertices has area 0 and no edges, and the operations leave it
-/// untouched.
+/// A polygon without vertices has area 0 and no edges, and the operations leave it untouched. Operations that rebuild
+/// the vertices with the keep box flag off put it back at the end; of them Offset alone recalculates the box.
 template <class T, template <class> class V>
 class CORVEX_API TPolygon : public TPointSet<T, V>
 {
@@ -37,47 +37,53 @@ protected:
 
 public:
     /// An empty polygon with room for `initialCapacity` vertices, growing by at least `stepSize`, as does its sorted
-    /// list.
+    /// list, which starts without room.
     explicit TPolygon(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
 
-    /// The polygon of `vertexCount` vertices from an array, which is copied. Only real pointers take part, so that two
-    /// numbers are always sizes.
+    /// The polygon of `vertexCount` vertices from an array, which is copied and may be null for none; the grow size is
+    /// 1000, the box calculated and the sorted list empty. Only real pointers take part, so that two numbers are always
+    /// sizes.
     template <class Pointer,
               std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
     TPolygon(Pointer points, unsigned int vertexCount) : TPointSet<T, V>(points, vertexCount), sortedList(0u, 1000u)
     {}
 
-    /// The polygon of the points of a set, each converted to V; the box is calculated anew, the keep box flag copied.
+    /// The polygon of the points of a set of any dimension, each converted to V; the box is calculated anew, the grow
+    /// size and the keep box flag are the set's, the sorted list is empty.
+    /// @{
     TPolygon(const TPointSet<T, TVector2>& other);
-    /// The same, from a set in space.
     TPolygon(const TPointSet<T, TVector3>& other);
-    /// The same, from a set of four components.
     TPolygon(const TPointSet<T, TVector4>& other);
+    /// @}
 
-    /// A copy of the point set, its box calculated anew, and of the sorted list.
+    /// A copy of the point set, its box calculated anew and its keep box flag copied, and of the sorted list.
     TPolygon(const TPolygon& other);
 
-    /// Assigns the vertices, box, flag and sorted list. The box ends as a copy of the source's, stale or not.
-    /// A polygon assigned to itself ends empty, as every list does.
+    /// Assigns the vertices, box, flag and sorted list. The box ends as a copy of the source's, stale or not; the hooks
+    /// fire as in the assignment of a point set. A polygon assigned to itself ends empty, as every list does.
     TPolygon& operator=(const TPolygon& other);
 
-    /// Releases the sorted list and then the vertices.
+    /// Releases the sorted list and then the vertices; no hook fires.
     ~TPolygon() override;
 
     // Queries.
 
-    /// The area by the shoelace formula, positive for a counter-clockwise outline. Loops of the outline count with
-    /// their sense.
+    /// The area by the shoelace formula, positive for a counter-clockwise outline: half the sum of p.x q.y - q.x p.y
+    /// over the sides in order, the closing one last. Loops of the outline count with their sense. 0 without vertices.
+    /// Coordinates far from the origin cost accuracy. Linear time.
     T GetSignedSimpleArea() const;
-    /// The absolute value of the signed area.
+    /// The absolute value of the signed area by the shoelace formula: loops of opposite senses cancel. 0 without
+    /// vertices. Linear time.
     T GetSimpleArea() const;
 
     /// The index of the lowest vertex, of equally low ones that of the smallest x, of equal ones the first; exact
-    /// comparisons. 0 for a polygon of no or one vertex.
+    /// comparisons. 0 for a polygon of no or one vertex. Comparisons with NaN are false: such a vertex is not chosen,
+    /// but as vertex 0. Linear time.
     unsigned int GetBottomLeft() const;
 
     /// Replaces the contents of `edges` by the sides in order: edge i starts at vertex i, and the last one closes the
-    /// cycle. The list is emptied with its hooks and keeps its block. One vertex gives one edge without length.
+    /// cycle. The list is emptied with its hooks and keeps its block. One vertex gives one edge without length, none
+    /// leaves the list empty. `edges` must not be null.
     void GetEdges(TList<TEdge2<T>>* edges) const;
 
     /// The sum of the angles, in radians, by which the outline turns from each side into the next: about a full turn
@@ -99,17 +105,18 @@ public:
 
     // Operations.
 
-    /// Reverses the order of the vertices if the signed area is strictly negative. No hook fires.
+    /// Reverses the order of the vertices if the signed area is strictly negative; at an area of 0 or NaN they stay. No
+    /// hook fires, and the box stays.
     void MakeCCW();
 
     /// Replaces the vertices by their convex hull, counter-clockwise from the vertex of GetBottomLeft: a polar sort
-    /// around that vertex and one scan with backtracking, after R. L. Graham (1972).
+    /// around that vertex and one scan with backtracking, after Graham (1972).
     ///
     /// All comparisons are exact. Repeated vertices and those inside a side of the hull are dropped; collinear vertices
-    /// leave the two ends. Whole vertices are kept, of those that differ in z or w alone the first that the scan meets.
-    /// Vertices in one direction from the bottom left one come in the order that the standard `qsort` leaves; where
-    /// there are three or more of them, but in the first direction, that order can cost the result a corner of the hull
-    /// or its convexity.
+    /// leave the two ends, and one vertex or none stays as it is. Whole vertices are kept, of those that differ in z or
+    /// w alone the first that the scan meets. Vertices in one direction from the bottom left one come in the order that
+    /// the standard `qsort` leaves; where there are three or more of them, but in the first direction, that order can
+    /// cost the result a corner of the hull or its convexity.
     ///
     /// The sorted list ends with a pair for each vertex but the bottom left one, dropped or not; its angles are in
     /// radians. The old vertices are cleared with their hooks, and each addition fires its own; what the scan takes
@@ -122,9 +129,10 @@ public:
     ///
     /// On a tie of distances, compared exactly, the earlier vertex goes first, and into the earlier side. A vertex
     /// whose nearest place is a corner of the outline goes on that side of it which the bisector of its two sides
-    /// tells. Duplicate vertices are removed first; the others are kept whole, the bottom left one in front. The old
-    /// vertices are cleared with their hooks and the new order is added as one range, with the keep box flag off: the
-    /// box stays as it was, and so does the sorted list.
+    /// tells. Duplicate vertices are removed first; the others are kept whole, the bottom left one in front. A vertex
+    /// that is not a number equals nothing: if it stands on the hull, it comes twice. The old vertices are cleared with
+    /// their hooks and the new order is added as one range, with the keep box flag off: the box stays as it was, and so
+    /// does the sorted list.
     ///
     /// Cost: quadratic as a rule. MakeSimplePolygon has no limit on its passes; on nearly collinear vertices it may not
     /// come to an end.
@@ -135,72 +143,101 @@ public:
     /// or, where the corner opens, through their ends (on a counter-clockwise polygon with one more vertex between
     /// them, at the full distance along the bisector); the loops that the joins leave are trimmed.
     ///
-    /// A strictly positive `spacing` thins the result with Simplify. The vertices come back with z of 0 and w of 1.
-    /// Duplicate vertices are removed first. Which side is outside is asked of IsWithin, with the box as it stands;
-    /// after success the box is recalculated, whatever the keep box flag says. A distance of exactly 0 is success at
-    /// once, with nothing touched.
+    /// A strictly positive `spacing` thins the result with Simplify; at 0, below and NaN it is not thinned. The
+    /// vertices come back with z of 0 and w of 1. Duplicate vertices are removed first. Which side is outside is asked
+    /// of IsWithin, with the box as it stands; after success the box is recalculated, whatever the keep box flag says.
+    /// A distance of exactly 0 is success at once, with nothing touched. The hooks fire for every removal and addition
+    /// on the way, with the keep box flag off; afterwards it is as before.
     ///
     /// False means one of two things. No side has exactly one of its two shifted midpoints inside (the distance is too
-    /// large, or the polygon has no area): the vertices, less duplicates, are in their old order, all
-    /// flattened to z of 0 and w of 1. Or no vertex of the raw outline lies at `distance` from the old outline (every
-    /// corner may have vanished): the polygon holds that raw outline. The box is then out of date. A polygon without
-    /// vertices gives false too, unless the distance is 0. Cost: quadratic in the number of vertices.
+    /// large or NaN, or the polygon has no area): the vertices, less duplicates, are in their old order, all flattened
+    /// to z of 0 and w of 1. Or no vertex of the raw outline lies at `distance` from the old outline (every corner may
+    /// have vanished): the polygon holds that raw outline. The box is then out of date. A polygon without vertices
+    /// gives false too, unless the distance is 0. Cost: quadratic in the number of vertices.
     bool Offset(T distance, T spacing);
 
     /// Thins the vertices by spacing: keeps vertex 0 and each vertex not nearer than `spacing` to the one kept before
-    /// it, then drops kept vertices from the end that are strictly nearer than `spacing` to the first. The sign of
-    /// `spacing` is of no account; 0 keeps everything. Works behind the list: no hook fires, the box stays as it is,
-    /// and the capacity becomes the old count. Whole vertices are kept; distances are in the plane. Cost: linear.
+    /// it, then drops kept vertices from the end that are strictly nearer than `spacing` to the first, but vertex 0
+    /// never. Squared distances are compared with the squared spacing, whose sign is so of no account; 0 keeps
+    /// everything. Works behind the list: no hook fires, the box stays as it is, and the capacity becomes the old
+    /// count. Whole vertices are kept; distances are in the plane. Cost: linear.
     void Simplify(T spacing);
 
     /// Thins the vertices by deviation, after Douglas and Peucker (1973): removes those that lie within `tolerance`,
     /// inclusive, of the chord of their run, where the first run leads from the first vertex to the last as an open
     /// chain.
     ///
-    /// Duplicate vertices are removed first, and three vertices or fewer are then left as they are. If the last vertex
-    /// equalled the first exactly in all components, the polygon is closed again with a copy of the first at the end,
-    /// unless it was left with three or fewer. Removals and the closing fire their hooks under the caller's keep box
-    /// flag.
+    /// Duplicate vertices are removed first, and three vertices or fewer are then left as they are. Vertex 0 and the
+    /// last one always stay; the closing side is not looked at. If the last vertex equalled the first exactly in all
+    /// components, the polygon is closed again with a copy of the first at the end, unless it was left with three or
+    /// fewer. Removals and the closing fire their hooks under the caller's keep box flag; those of duplicates with it
+    /// off. Whole vertices are kept; distances are in the plane, by TEdge2::DistanceToPoint. A split goes to the
+    /// farthest vertex, the first on a tie. Cost: at worst quadratic.
     void SimplifyDPM(T tolerance);
 
     /// Removes each vertex whose x and y are both within the common tolerance, inclusive, of those of an earlier vertex
-    /// that stays. z and w are not looked at. The removals keep the order and fire their hooks, with the keep box flag
-    /// off: the box stays as it was. The search costs linear time on average, each removal the move of the tail.
+    /// that stays, be they neighbours or not. z and w are not looked at, and NaN is near nothing. The removals keep the
+    /// order and fire their hooks, with the keep box flag off: the box stays as it was. The search costs linear time on
+    /// average, each removal the move of the tail.
     void RemoveDuplicateVertices();
 
     /// Removes duplicates and then exchanges vertices, two at a time, until no two sides cross, without adding any.
-    /// Vertex 0 stays first. Sides that share an end do not count as crossing; an end of one inside another does. The
-    /// box stays as it was. Quadratic for each pass, and the number of passes has no limit: on nearly collinear
-    /// vertices it may not come to an end.
+    /// Vertex 0 stays first. Sides cross by TEdge2::Intersects with the common tolerance: an end of one inside another
+    /// counts, a side within a collinear other does not. Sides that share an end, exactly, are never tested. The end of
+    /// the earlier side and the start of the later one are exchanged.
+    ///
+    /// Whole vertices are moved, by plain writes. The hooks fire for duplicates and for a closing vertex that is added
+    /// and removed again, with the keep box flag off: the box stays as it was. Quadratic for each pass, and the number
+    /// of passes has no limit: on nearly collinear vertices it may not come to an end.
     void MakeSimplePolygon();
 
     /// Cuts the outline at its self-crossings: walks the sides from vertex 0 and at the first crossing along a side
     /// jumps to the side that crosses it, so that the loop in between is gone. The vertices are rebuilt, with z of 0
-    /// and w of 1, also where nothing crosses, and the hooks run under the caller's keep box flag. Quadratic in the
+    /// and w of 1, also where nothing crosses.
+    ///
+    /// Sides cross where TLine2::IntersectWith, at the common tolerance, finds a point of their lines that is within
+    /// both by TEdge2::IsWithin, ends included; neighbours are not tested. The crossing nearest to the start of a side
+    /// is the first, the earlier side on a tie; it is measured from that start also after a jump. The walk's last
+    /// vertex goes if its squared distance from the first is strictly below 1e-8, as a `double` in both forms. The
+    /// hooks for clearing, each addition and that removal fire under the caller's keep box flag. Quadratic in the
     /// number of sides.
     void TrimCrossings();
 
 protected:
     /// Half the sum of the shoelace terms over the run of vertices from `first` to `last`, closed by the chord back to
-    /// `first`. If `first` is not below `last` the run passes over the end of the list.
+    /// `first`; positive when counter-clockwise. If `first` is not below `last` the run passes over the end of the
+    /// list; where the two are equal it is the whole cycle. Both indices must be below the count.
     T GetSignedSimpleArea(unsigned int first, unsigned int last) const;
-    /// The absolute value of the signed area of the same run.
+    /// The absolute value of the signed area of the run of vertices from `first` to `last`, closed by the chord back to
+    /// `first`. If `first` is not below `last` the run passes over the end of the list. Both indices must be below the
+    /// count.
     T GetSimpleArea(unsigned int first, unsigned int last) const;
 
     /// The shoelace term of the vertices a and b, not halved: twice the signed area of their triangle with the origin.
+    /// Both indices must be below the count.
     T GetSignedTriangleAreaWithOrigin(unsigned int a, unsigned int b) const;
 
-    /// The edge shifted by `distance` to its right, seen from start to end. An edge without length stays where it is.
+    /// The edge shifted by `distance` to its right, seen from start to end; a negative distance shifts it to the left.
+    /// An edge without length stays where it is.
     TEdge2<T> OffsetEdge(const TEdge2<T>& edge, const T& distance) const;
 
     /// Appends the vertices of the offset outline at the corner where edge `first` runs into edge `second`: none, the
     /// crossing of the shifted edges, or their two ends, bridged by a vertex between them where the corner opens.
     /// `distance` is the shift of OffsetEdge, `negative` whether the caller asked for an inward offset.
+    ///
+    /// None where the end of the shifted first and the start of the shifted second are at a squared distance of 1e-8 or
+    /// less, or where their lines do not cross by TEdge2::IntersectWith at the common tolerance. The crossing where it
+    /// is within both. Else the two ends; and between them, where the turn (the cross product of `first` with the way
+    /// from its start to the end of `second`) is above 0.0001, or with `negative` below -0.0001, strictly, the corner
+    /// moved by |distance| along the bisector. These limits are true `double`s in both forms. Each vertex has z of 0
+    /// and w of 1 and is added by itself, with its hook.
     void AddOffsetPoints(const TEdge2<T>& first, const TEdge2<T>& second, const T& distance, bool negative);
 
     /// Clears the flags of the vertices strictly between `first` and `last` that lie within `tolerance` of the chord,
-    /// splitting the run at its farthest vertex where that lies beyond. `keep` holds a flag for each vertex. Recursive,
-    /// at worst as deep as there are vertices.
+    /// splitting the run at its farthest vertex where that lies beyond; at the tolerance counts as within. `keep` holds
+    /// a flag for each vertex of the polygon and must not be null; flags are only ever cleared. A distance of NaN
+    /// counts as -1. `first` must not be above `last`, nor `last` beyond the last vertex. Recursive, at worst as deep
+    /// as there are vertices.
     void SimplifySection(unsigned int first, unsigned int last, bool* keep, T tolerance) const;
 
 private:

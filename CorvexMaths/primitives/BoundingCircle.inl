@@ -152,6 +152,7 @@ bool TCircle2<T>::Contains(const TVector2<T>& p, T tolerance) const
 template <class T>
 bool TCircle2<T>::Contains(const TList<TVector2<T>>& points, unsigned int count, T tolerance) const
 {
+    CORVEX_PRECONDITION("TCircle2::Contains", count <= points.GetCount(), count, points.GetCount());
     return FindOutsider(*this, points, 0, count, tolerance) == count;
 }
 

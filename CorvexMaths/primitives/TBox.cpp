@@ -1,5 +1,6 @@
 #include <CorvexMaths/primitives/TBox.h>
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrix4x4.h>
 #include <CorvexMaths/primitives/TLine.h>
 
@@ -33,6 +34,13 @@ bool IntervalsOverlap(T lowest, T highest, T otherLowest, T otherHighest)
         if (least > difference) least = difference;
     }
     return IsInRange(T(0), least, greatest, T(0));
+}
+
+/// Whether a vector is a corner of a box or part of a line.
+template <class T>
+bool IsPart(const TVector3<T>* vector, const TBox<T>& box, const TLine3<T>& line)
+{
+    return vector == &box.minimum || vector == &box.maximum || vector == &line.origin || vector == &line.direction;
 }
 
 } // namespace
@@ -90,6 +98,7 @@ T TBox<T>::GetMinDim() const
 template <class T>
 void TBox<T>::GetCorners(TVector3<T>* out) const
 {
+    CORVEX_PRECONDITION("TBox::GetCorners", out != nullptr && out != &minimum && out != &maximum, out);
     out[0] = minimum;
     out[1] = TVector3<T>(minimum.x, maximum.y, minimum.z);
     out[2] = TVector3<T>(maximum.x, maximum.y, minimum.z);
@@ -103,6 +112,7 @@ void TBox<T>::GetCorners(TVector3<T>* out) const
 template <class T>
 void TBox<T>::GetDiagonals(TVector3<T>* out) const
 {
+    CORVEX_PRECONDITION("TBox::GetDiagonals", out != nullptr, out);
     const TVector3<T> extent = maximum - minimum;
     out[0] = extent;
     out[1] = TVector3<T>(-extent.x, extent.y, extent.z);
@@ -148,6 +158,9 @@ bool TBox<T>::IsWithin(const TLine3<T>& line, T tolerance) const
 template <class T>
 bool TBox<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* first, TVector3<T>* second, T tolerance) const
 {
+    CORVEX_PRECONDITION("TBox::IntersectWith", first != nullptr && second != nullptr && first != second, first, second);
+    CORVEX_PRECONDITION("TBox::IntersectWith", !IsPart(first, *this, line) && !IsPart(second, *this, line), first,
+                        second);
     TVector3<T>* const slots[2] = {first, second};
     unsigned int hits = 0;
     for (unsigned int plane = 0; plane < 6 && hits < 2; ++plane) {
@@ -171,6 +184,7 @@ bool TBox<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* first, TVector3<
 template <class T>
 bool TBox<T>::IntersectWith(const TLine2<T>& line, TVector2<T>* first, TVector2<T>* second, T tolerance) const
 {
+    CORVEX_PRECONDITION("TBox::IntersectWith", first != nullptr && second != nullptr, first, second);
     if (minimum.z > T(0) || maximum.z < T(0)) return false;
 
     const TLine3<T> lineInSpace(TVector3<T>(line.origin.x, line.origin.y, T(0)),

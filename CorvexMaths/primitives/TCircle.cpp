@@ -2,6 +2,7 @@
 
 #include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/primitives/PlanePoint.h>
 #include <CorvexMaths/primitives/TEdge.h>
@@ -29,6 +30,9 @@ bool TCircle2<T>::Fit(const TVector2<T>& a, const TVector2<T>& b, const TVector2
 template <class T>
 bool TCircle2<T>::IntersectWith(const TLine2<T>& line, TVector2<T>* p1, TVector2<T>* p2) const
 {
+    CORVEX_PRECONDITION("TCircle2::IntersectWith", p1 != nullptr && p2 != nullptr, p1, p2);
+    CORVEX_PRECONDITION("TCircle2::IntersectWith", p1 != &line.origin && p1 != &line.direction, p1);
+
     // |o + d t - centre|^2 = radius^2 is a t^2 + b t + c = 0.
     const TVector2<T> m = line.origin - centre;
     const T a = line.direction % line.direction;
@@ -56,6 +60,8 @@ template <class T>
 bool TCircle2<T>::IntersectWith(const TEdge2<T>& edge, TVector2<T>* p1, TVector2<T>* p2, bool* within1,
                                 bool* within2) const
 {
+    CORVEX_PRECONDITION("TCircle2::IntersectWith", p1 != &edge.Vertex[0] && p1 != &edge.Vertex[1], p1);
+    CORVEX_PRECONDITION("TCircle2::IntersectWith", p2 != &edge.Vertex[0] && p2 != &edge.Vertex[1], p2);
     if (!IntersectWith(edge.GetLine(), p1, p2)) return false;
     if (within1 != nullptr) *within1 = edge.IsWithin(*p1);
     if (within2 != nullptr) *within2 = edge.IsWithin(*p2);
@@ -108,6 +114,7 @@ bool TCircle3<T>::Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3
 template <class T>
 bool TCircle3<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* point) const
 {
+    CORVEX_PRECONDITION("TCircle3::IntersectWith", point != nullptr && point != &centre, point);
     TVector3<T> n = normal;
     n.Normalise();
     const T cosine = n % line.direction;

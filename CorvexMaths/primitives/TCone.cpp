@@ -1,6 +1,7 @@
 #include <CorvexMaths/primitives/TCone.h>
 
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/primitives/Revolution.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TLine.h>
@@ -59,6 +60,7 @@ bool DropDuplicate(TVector3<T> (&hits)[3])
 template <class T>
 bool TCone<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const
 {
+    CORVEX_PRECONDITION("TCone::IntersectWith", p1 != nullptr && p2 != nullptr, p1, p2);
     const TVector3<T> base = apex + axis * height;
     const TLine3<T> moved = Kernels::StartNear(line, base);
 

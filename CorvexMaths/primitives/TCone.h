@@ -32,7 +32,8 @@ struct TCone
     {
         axis.Normalise();
     }
-    /// The same from the eight scalars: radius, height, the tip, the axis.
+    /// The cone of a base radius and a height from the tip (x, y, z) along (ax, ay, az), which is normalised; the zero
+    /// vector stays.
     TCone(const T& baseRadius, const T& length, const T& x, const T& y, const T& z, const T& ax, const T& ay,
           const T& az)
         : TCone(baseRadius, length, TVector3<T>(x, y, z), TVector3<T>(ax, ay, az))
@@ -48,8 +49,9 @@ struct TCone
     /// the tip too, and is NaN where the line is a generator itself. Of three hits one that coincides with an earlier
     /// one, in each component to within the tolerance, is dropped; two hits stay as they are, at the rim equal ones.
     ///
-    /// False, and nothing written, with one hit or none, as on a tangent of the side, and with three distinct ones. A
-    /// height of 0 is not guarded against. Neither pointer may be null; what they point to may be part of this cone.
+    /// False, and nothing written, with one hit or none, as on a tangent of the side, and with three distinct ones.
+    /// That the direction is of unit length is not checked, and a height of 0 not guarded against. Neither pointer may
+    /// be null; what they point to may be part of this cone or of the line.
     bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const;
 };
 

@@ -1,5 +1,6 @@
 #include <CorvexMaths/primitives/TCylinder.h>
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/primitives/Revolution.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TLine.h>
@@ -36,6 +37,7 @@ unsigned int AddSideHits(const TCylinder<T>& cylinder, const Kernels::LineInFram
 template <class T>
 bool TCylinder<T>::IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const
 {
+    CORVEX_PRECONDITION("TCylinder::IntersectWith", p1 != nullptr && p2 != nullptr, p1, p2);
     line = Kernels::StartNear(line, centre);
     const TCircle3<T> first(radius, centre - axis * height * T(0.5), -axis);
     const TCircle3<T> second(radius, centre + axis * height * T(0.5), axis);

@@ -34,7 +34,8 @@ public:
     {
         axis.Normalise();
     }
-    /// The same from the eight scalars: radius, height, the centre, the axis.
+    /// The cylinder of a radius and a height about (x, y, z), its axis along (ax, ay, az), which is normalised; the
+    /// zero vector stays.
     TCylinder(const T& capRadius, const T& length, const T& x, const T& y, const T& z, const T& ax, const T& ay,
               const T& az)
         : TCylinder(capRadius, length, TVector3<T>(x, y, z), TVector3<T>(ax, ay, az))
@@ -56,8 +57,8 @@ public:
     ///
     /// Of three hits, `p1` is that of the cap, and `p2` the one of the others that is further from it, by squared
     /// distance; the first on a tie. A tangent of the side gives two equal points and true, unlike that of a cone.
-    /// False, and nothing written, with fewer than two hits. Neither pointer may be null; what they point to may be
-    /// part of this cylinder.
+    /// False, and nothing written, with fewer than two hits. That the direction is of unit length is not checked.
+    /// Neither pointer may be null; what they point to may be part of this cylinder or of the line.
     bool IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const;
 };
 

@@ -1,5 +1,6 @@
 #include <CorvexMaths/primitives/TEdge.h>
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrix2x2.h>
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 
@@ -151,6 +152,10 @@ bool TEdge2<T>::Intersects(const TEdge2<T>& other, [[maybe_unused]] T ignoredTol
 template <class T>
 bool TEdge2<T>::IntersectWith(const TEdge2<T>& other, TVector2<T>* point, bool* within, T tolerance) const
 {
+    CORVEX_PRECONDITION("TEdge2::IntersectWith", point != nullptr, point);
+    CORVEX_PRECONDITION(
+        "TEdge2::IntersectWith",
+        point != &Vertex[0] && point != &Vertex[1] && point != &other.Vertex[0] && point != &other.Vertex[1], point);
     if (!GetLine().IntersectWith(other.GetLine(), point, tolerance)) return false;
     if (within != nullptr) *within = IsWithin(*point) && other.IsWithin(*point);
     return true;
@@ -197,6 +202,7 @@ template <class T>
 int TEdge3<T>::IntersectWith(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, TVector3<T>* point,
                              T tolerance) const
 {
+    CORVEX_PRECONDITION("TEdge3::IntersectWith", point != nullptr && point != &a && point != &b && point != &c, point);
     constexpr int inside = 0, none = 1, inPlane = 2, onSide = 3, atCorner = 4;
     if (IsBeyond(*this, a, b, c)) return none;
 

@@ -1,5 +1,6 @@
 #include <CorvexMaths/primitives/TLine.h>
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrix2x2.h>
 #include <CorvexMaths/primitives/TBox.h>
 
@@ -110,6 +111,8 @@ bool TLine2<T>::Fit(const TVector2<T>& a, const TVector2<T>& b)
 template <class T>
 bool TLine2<T>::IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tolerance) const
 {
+    CORVEX_PRECONDITION("TLine2::IntersectWith", point != nullptr, point);
+
     // 1. A vertical line has no slope; the other one, if it has, is evaluated there.
     const bool isVertical = Numbers::IsZero(direction.x, tolerance);
     const bool otherIsVertical = Numbers::IsZero(other.direction.x, tolerance);
@@ -158,6 +161,8 @@ T TLine3<T>::DistanceToPoint(const TVector3<T>& p, T tolerance) const
 template <class T>
 bool TLine3<T>::ClosestPoints(const TLine3<T>& other, TVector3<T>* onThis, TVector3<T>* onOther, T tolerance) const
 {
+    CORVEX_PRECONDITION("TLine3::ClosestPoints", onThis != nullptr && onOther != nullptr, onThis, onOther);
+    CORVEX_PRECONDITION("TLine3::ClosestPoints", onThis != &other.origin && onThis != &other.direction, onThis);
     const TVector3<T> w = origin - other.origin;
     const T a = other.direction % direction;
     const T b = direction % w;
@@ -179,6 +184,7 @@ template <class T>
 bool TLine3<T>::IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                               TVector3<T>* point, T* distance, T tolerance) const
 {
+    CORVEX_PRECONDITION("TLine3::IntersectWith", point != nullptr, point);
     const auto isParallel = [](T determinant) {
         return determinant > -Numbers::commonTolerance<T> && determinant < Numbers::commonTolerance<T>;
     };
@@ -189,6 +195,7 @@ template <class T>
 bool TLine3<T>::IntersectWithBFC(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                                  TVector3<T>* point, T* distance, T tolerance) const
 {
+    CORVEX_PRECONDITION("TLine3::IntersectWithBFC", point != nullptr, point);
     const auto isParallelOrBack = [](T determinant) { return determinant < Numbers::commonTolerance<T>; };
     return MeetTriangle(*this, corner0, corner1, corner2, point, distance, tolerance, isParallelOrBack);
 }
@@ -197,6 +204,7 @@ template <class T>
 bool TLine3<T>::IntersectWithFFC(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                                  TVector3<T>* point, T* distance, T tolerance) const
 {
+    CORVEX_PRECONDITION("TLine3::IntersectWithFFC", point != nullptr, point);
     const auto isParallelOrFront = [](T determinant) { return determinant > -Numbers::commonTolerance<T>; };
     return MeetTriangle(*this, corner0, corner1, corner2, point, distance, tolerance, isParallelOrFront);
 }

@@ -10,7 +10,8 @@
 namespace Halmont::Orrin::CorvexMaths
 {
 
-/// A line in the plane, for T of `float` and `double`: a plain value of four scalars.
+/// A line in the plane, for T of `float` and `double`: a plain value of four scalars. It has no ends. Tolerances are
+/// absolute. The operations take the direction to be of unit length or zero, as the constructors leave it.
 template <class T>
 struct TLine2
 {
@@ -26,45 +27,59 @@ struct TLine2
     {
         direction.Normalise();
     }
-    /// The same from the four scalars.
+    /// The line through (x, y) along (dx, dy), which is normalised; the zero vector stays zero.
     TLine2(const T& x, const T& y, const T& dx, const T& dy) : TLine2(TVector2<T>(x, y), TVector2<T>(dx, dy)) {}
 
     /// Makes this the line from a through b, with a as its origin. False, and the line as it was, only when the two are
-    /// exactly equal; there is no tolerance.
+    /// exactly equal; there is no tolerance, so points one rounding step apart make a line. The points may be parts of
+    /// this line.
     bool Fit(const TVector2<T>& a, const TVector2<T>& b);
 
-    /// The point at a parameter: a signed distance from the origin, as the direction is a unit vector.
+    /// The point origin + direction * t: t is a signed distance from the origin, as the direction is a unit vector. The
+    /// origin for every finite t when there is no direction.
     TVector2<T> Evaluate(const T& t) const { return origin + direction * t; }
-    /// The y of the line at x, from slope and intercept; infinite or NaN on a vertical line.
+    /// The y of the line at x, (origin.y - origin.x * slope) + x * slope; infinite or NaN on a vertical line and
+    /// without a direction.
     T EvaluateCart(const T& x) const
     {
         const T slope = GetGrad();
         return GetIntercept(slope) + x * slope;
     }
-    /// The slope, unguarded: a vertical line gives an infinity or NaN.
+    /// The slope, direction.y / direction.x, unguarded: a vertical line gives an infinity, one without a direction NaN.
     T GetGrad() const { return direction.y / direction.x; }
-    /// The y at x = 0, unguarded like the slope.
+    /// The y at x = 0, origin.y - origin.x * slope, unguarded like the slope: infinite or NaN on a vertical line and
+    /// without a direction.
     T GetIntercept() const { return GetIntercept(GetGrad()); }
-    /// The y at x = 0 for a slope that the caller already has.
+    /// The y at x = 0 for a slope that the caller already has, origin.y - origin.x * grad. The line's own direction is
+    /// not looked at.
     T GetIntercept(const T& grad) const { return origin.y - origin.x * grad; }
-    /// The perpendicular distance of a point, never negative; 0 when there is no direction.
+    /// The perpendicular distance of a point, |cross(p - origin, direction)|: never negative, and 0 when there is no
+    /// direction.
     T DistanceToPoint(const TVector2<T>& p) const
     {
         const TVector2<T> a = p - origin;
         return Numbers::Absolute(a.x * direction.y - a.y * direction.x);
     }
 
-    /// Where two lines cross. A line is vertical when the x of its direction is zero within the tolerance, inclusively.
-    /// Two vertical lines never cross, and with one of them the point has its x and the other line's y there. Else the
-    /// lines are solved in slope and intercept form by pivoted LU decomposition, unless their slopes differ by no more
-    /// than the common tolerance, whatever tolerance is passed. A false result leaves the point untouched.
+    /// Where two lines cross. A line is vertical when the x of its direction is zero within the tolerance, inclusively,
+    /// as that of a line without a direction is. Two vertical lines never cross, coincident ones neither, and with one
+    /// of them the point has its x and the other line's y there. Else the lines are solved in slope and intercept form
+    /// by pivoted LU decomposition. False when their slopes differ by no more than the common tolerance, whatever
+    /// tolerance is passed, or when the decomposition fails, which only slopes of NaN or infinity can make it do.
+    ///
+    /// A false result leaves the point untouched. `point` must not be null; it may be part of either line.
     bool IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tolerance) const;
 
-    /// Where the line meets a circle; see `TCircle2::IntersectWith`.
+    /// Where the line meets a circle: `p1` lies further along the line's direction than `p2`, and a tangent gives two
+    /// equal points. False, and nothing written, when the roots of the quadratic are complex and the imaginary part
+    /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN. Neither
+    /// pointer may be null, nor `p1` part of the line. The same as `TCircle2::IntersectWith`.
     bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* p1, TVector2<T>* p2) const;
 };
 
-/// A line in space, for T of `float` and `double`: a plain value of six scalars.
+/// A line in space, for T of `float` and `double`: a plain value of six scalars. It has no ends: hits behind the origin
+/// count. Tolerances are absolute. The operations take the direction to be of unit length or zero, as the constructors
+/// leave it.
 template <class T>
 struct TLine3
 {
@@ -80,66 +95,113 @@ struct TLine3
     {
         direction.Normalise();
     }
-    /// The same from the six scalars.
+    /// The line through (x, y, z) along (dx, dy, dz), which is normalised; the zero vector stays zero.
     TLine3(const T& x, const T& y, const T& z, const T& dx, const T& dy, const T& dz)
         : TLine3(TVector3<T>(x, y, z), TVector3<T>(dx, dy, dz))
     {}
 
     /// Makes this the line from a through b, with a as its origin. False, and the line as it was, only when the two are
-    /// exactly equal; there is no tolerance.
+    /// exactly equal; there is no tolerance, so points one rounding step apart make a line. The points may be parts of
+    /// this line.
     bool Fit(const TVector3<T>& a, const TVector3<T>& b);
     /// Makes this the line of least squared distance from the points: through their centroid, along the right singular
-    /// vector of the largest singular value of the centred points, of the lowest index on a tie (K. Pearson, 1901).
+    /// vector of the largest singular value of the centred points, of the lowest index on a tie (Pearson, 1901).
     /// `spread` receives the diameter of the smallest cylinder about the line that holds all points, and to `squares`
     /// the squared distances are added: it is not set to 0 first. Either may be null. Distances are those of
-    /// `DistanceToPoint` within the common tolerance.
+    /// `DistanceToPoint` within the common tolerance, which makes very small ones 0.
     ///
-    /// Exactly 2 points set both to 0 and are fitted as by the form above. False for fewer than 2 points, with nothing
-    /// written. Of more, false when the decomposition does not converge within its limit of 30 or all points coincide;
-    /// the origin is then the centroid and nothing else is written. Time and memory in proportion to the number of
-    /// points.
+    /// Exactly 2 points set both to 0 and give the line from the first through the second, or false, with the line as
+    /// it was, when they are exactly equal. False for fewer than 2 points, with nothing written. Of more, false when
+    /// the decomposition does not converge within the limit of 30 that `TMatrixMxN::SVD` is given or no singular value
+    /// is above 0, as of points that all coincide; the origin is then the centroid and nothing else is written. The
+    /// points stay as they are. Time and memory in proportion to their number.
     bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares);
 
-    /// The point at a parameter: a signed distance from the origin, as the direction is a unit vector.
+    /// The point origin + direction * t: t is a signed distance from the origin, as the direction is a unit vector. The
+    /// origin for every finite t when there is no direction.
     TVector3<T> Evaluate(const T& t) const { return origin + direction * t; }
     /// The perpendicular distance of a point, by projection on the perpendicular through it rather than by the length
     /// of one cross product. 0 when every component of the unnormalised perpendicular is zero within the tolerance,
-    /// inclusively: a point on the line, or a line without a direction.
+    /// inclusively: a point on the line or nearer to it than the tolerance, or a line without a direction.
     T DistanceToPoint(const TVector3<T>& p, T tolerance) const;
 
     /// The points where two lines come nearest, each on its own line; both directions are taken to be unit. Lines whose
     /// squared sine is zero within the tolerance, inclusively, are parallel and give this origin and its foot on the
-    /// other. Always true. Neither output may be null.
+    /// other. Always true. Neither output may be null, nor `onThis` part of the other line.
     bool ClosestPoints(const TLine3<T>& other, TVector3<T>* onThis, TVector3<T>* onOther, T tolerance) const;
 
-    /// Where the line meets a triangle, from either side (T. Möller, B. Trumbore, 1997). False when the determinant
-    /// lies strictly within the common tolerance of 0, whatever tolerance is passed, or when a barycentric coordinate
-    /// lies outside by more than the tolerance; a hit exactly at the tolerance is kept. The point is rebuilt from the
-    /// barycentric coordinates, so it lies in the triangle's plane; `distance`, which may be null, receives the signed
-    /// parameter along the line. Hits behind the origin count. A false result leaves both outputs untouched.
+    /// Where the line meets a triangle, from either side; the test is that of Möller and Trumbore (1997). False when
+    /// the determinant, minus the direction's dot product with (corner1 - corner0) x (corner2 - corner0), lies strictly
+    /// within the common tolerance of 0, whatever tolerance is passed, as of a parallel line or a triangle without
+    /// area; or when a barycentric coordinate lies outside by more than the tolerance, which is one on these
+    /// coordinates and no length. A hit exactly at a bound is kept.
+    ///
+    /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
+    /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
+    /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
     bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                        TVector3<T>* point, T* distance, T tolerance) const;
-    /// The same with the back face culled: only a line that runs against the normal, (corner1 - corner0) x
-    /// (corner2 - corner0), hits. A determinant exactly at the common tolerance still does.
+    /// Where the line meets a triangle with the back face culled: only a line that runs against the normal (corner1 -
+    /// corner0) x (corner2 - corner0) hits. False when the determinant, minus the direction's dot product with that
+    /// normal, lies strictly below the common tolerance, whatever tolerance is passed; or when a barycentric coordinate
+    /// lies outside by more than the tolerance, which is one on these coordinates and no length. A hit exactly at a
+    /// bound is kept.
+    ///
+    /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
+    /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
+    /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
     bool IntersectWithBFC(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                           TVector3<T>* point, T* distance, T tolerance) const;
-    /// The same with the front face culled: only a line that runs along the normal hits. A determinant exactly at minus
-    /// the common tolerance still does.
+    /// Where the line meets a triangle with the front face culled: only a line that runs along the normal (corner1 -
+    /// corner0) x (corner2 - corner0) hits. False when the determinant, minus the direction's dot product with that
+    /// normal, lies strictly above minus the common tolerance, whatever tolerance is passed; or when a barycentric
+    /// coordinate lies outside by more than the tolerance, which is one on these coordinates and no length. A hit
+    /// exactly at a bound is kept.
+    ///
+    /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
+    /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
+    /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
     bool IntersectWithFFC(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                           TVector3<T>* point, T* distance, T tolerance) const;
 
-    /// Where the line meets a box; see `TBox::IntersectWith`.
+    /// Where the line meets the faces of a box: true when it does so at a point in the box widened by the tolerance,
+    /// inclusively. The face planes are tried through the minimum (x, y, z), then through the maximum, until two hits
+    /// are held, which come in this order; one whose axis has a direction component strictly between -tolerance and
+    /// tolerance is skipped, and a second hit equal to the first within the common tolerance does not count.
+    ///
+    /// The slots are written during the search: after false `p1`, and after a single hit `p2`, may hold a rejected
+    /// point or be unwritten, and the result does not tell how many hits there are. Neither pointer may be null; they
+    /// must differ, and point into neither the line nor the box. The same as `TBox::IntersectWith`.
     bool IntersectWith(const TBox<T>& box, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
 
-    /// Where the line meets a sphere; see `TSphere::IntersectWith`.
+    /// Where the line meets a sphere: `p1` lies earlier along the line than `p2`. The tolerance is the least
+    /// discriminant (four times the squared half chord) that counts as a hit, inclusively: above 0 it rejects lines
+    /// near a tangent, and below 0 it lets misses through with NaN in both points. False writes nothing. The direction
+    /// must be of unit length, which is not checked. Neither pointer may be null, nor `p1` part of the line. The same
+    /// as `TSphere::IntersectWith`.
     bool IntersectWith(const TSphere<T>& sphere, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
-    /// Where the line meets a triangle, from either side: the form above with the triangle's corners.
+    /// Where the line meets a triangle, from either side, as the form with three corners finds it: false when the
+    /// determinant lies strictly within the common tolerance of 0 or a barycentric coordinate outside by more than the
+    /// tolerance. `distance`, which may be null, receives the signed parameter along the line; hits behind the origin
+    /// count. A false result leaves both outputs untouched. The triangle's stored normal plays no part. `point` must
+    /// not be null.
     bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
-    /// The same with the back face culled.
+    /// Where the line meets a triangle with the back face culled, as the form with three corners finds it: only a line
+    /// that runs against the normal of the corners, as they stand, hits. False when the determinant lies strictly below
+    /// the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may be
+    /// null, receives the signed parameter along the line; hits behind the origin count. A false result leaves both
+    /// outputs untouched. `point` must not be null.
     bool IntersectWithBFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
-    /// The same with the front face culled.
+    /// Where the line meets a triangle with the front face culled, as the form with three corners finds it: only a line
+    /// that runs along the normal of the corners, as they stand, hits. False when the determinant lies strictly above
+    /// minus the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may
+    /// be null, receives the signed parameter along the line; hits behind the origin count. A false result leaves both
+    /// outputs untouched. `point` must not be null.
     bool IntersectWithFFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
-    /// Where the line meets a plane; see `TPlane::IntersectWith`.
+    /// Where the line meets a plane. False, with `point` untouched, when the dot product of normal and direction lies
+    /// strictly within the tolerance of 0. A tolerance of 0 rejects nothing: a parallel line then gives true and a
+    /// point that is not finite. `point` must not be null; it may be part of the line. The same as
+    /// `TPlane::IntersectWith`.
     bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
 };
 

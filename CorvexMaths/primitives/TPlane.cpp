@@ -1,5 +1,6 @@
 #include <CorvexMaths/primitives/TPlane.h>
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
@@ -37,6 +38,7 @@ bool CrossEdge(const TVector3<T>& a, T da, const TVector3<T>& b, T db, TVector3<
 template <class T>
 bool TPlane<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* where, T tolerance) const
 {
+    CORVEX_PRECONDITION("TPlane::IntersectWith", where != nullptr, where);
     const T k = normal % line.direction;
     if (-tolerance < k && k < tolerance) return false;
     const T t = ((point - line.origin) % normal) / k;
@@ -47,6 +49,7 @@ bool TPlane<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* where, T toler
 template <class T>
 bool TPlane<T>::IntersectWith(const TEdge3<T>& edge, TVector3<T>* where, T tolerance) const
 {
+    CORVEX_PRECONDITION("TPlane::IntersectWith", where != nullptr, where);
     const TVector3<T>& a = edge.Vertex[0];
     const TVector3<T>& b = edge.Vertex[1];
     return CrossEdge(a, SnappedDistance(*this, a, tolerance), b, SnappedDistance(*this, b, tolerance), where);
@@ -55,6 +58,7 @@ bool TPlane<T>::IntersectWith(const TEdge3<T>& edge, TVector3<T>* where, T toler
 template <class T>
 bool TPlane<T>::IntersectWith(const TPlane& other, TLine3<T>* line, T tolerance) const
 {
+    CORVEX_PRECONDITION("TPlane::IntersectWith", line != nullptr, line);
     const T cosine = other.normal % normal;
     if (Numbers::IsNear(cosine, T(1), tolerance) || Numbers::IsNear(cosine, T(-1), tolerance)) return false;
 
@@ -79,6 +83,9 @@ bool TPlane<T>::IntersectWith(const TVector3<T>& corner0, const TVector3<T>& cor
                               TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1, unsigned int* edge2,
                               T tolerance) const
 {
+    CORVEX_PRECONDITION("TPlane::IntersectWith", p1 != nullptr && p2 != nullptr, p1, p2);
+    CORVEX_PRECONDITION("TPlane::IntersectWith", edge1 != nullptr && edge2 != nullptr, edge1, edge2);
+
     // Each corner ends two edges; its distance is the same from both.
     const TVector3<T> corners[3] = {corner0, corner1, corner2};
     T distances[3];

@@ -1,6 +1,7 @@
 #include <CorvexMaths/primitives/TSphere.h>
 
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/primitives/TLine.h>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -9,6 +10,9 @@ namespace Halmont::Orrin::CorvexMaths
 template <class T>
 bool TSphere<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const
 {
+    CORVEX_PRECONDITION("TSphere::IntersectWith", p1 != nullptr && p2 != nullptr, p1, p2);
+    CORVEX_PRECONDITION("TSphere::IntersectWith", p1 != &line.origin && p1 != &line.direction, p1);
+
     // |o + d t - centre|^2 = radius^2 is t^2 + b t + c = 0, as |d| = 1.
     const TVector3<T> m = line.origin - TVector3<T>(sphere);
     const T b = T(2) * (line.direction % m);

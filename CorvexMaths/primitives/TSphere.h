@@ -19,7 +19,7 @@ public:
 
     /// Radius 0 at the origin.
     TSphere() : TSphere(T(0)) {}
-    /// The sphere of a radius about the origin.
+    /// The sphere of a radius about the origin. Not explicit: a number converts to a sphere.
     TSphere(const T& radius) : TSphere(radius, T(0), T(0), T(0)) {}
     /// The sphere of a radius about a point: the radius comes first.
     TSphere(const T& radius, const TVector3<T>& centre) : TSphere(radius, centre.x, centre.y, centre.z) {}
@@ -35,7 +35,8 @@ public:
     /// Where a line of unit direction meets the sphere: `p1` lies earlier along the line than `p2`, unlike the hits of
     /// `TCircle2::IntersectWith`. The tolerance is the least discriminant (four times the squared half chord) that
     /// counts as a hit, inclusively: above 0 it rejects lines near a tangent, and below 0 it lets misses through with
-    /// NaN in both points. False writes nothing. That the direction is of unit length is not checked.
+    /// NaN in both points; a NaN discriminant passes. False writes nothing. That the direction is of unit length is not
+    /// checked. Neither pointer may be null, nor `p1` part of the line; they may be parts of this sphere.
     bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
 
     /// Fits a sphere to points.
@@ -47,13 +48,12 @@ public:
     /// on the distances to the surface follow. A component of the algebraic centre that is zero within the common
     /// tolerance becomes exactly 0. The steps end when the squared step of the centre is not above 1e-16 (that step is
     /// not taken) or has not become less than the one before; to run out of iterations is no failure. False when a
-    /// system could not be solved, as for fewer than four points (unless
-    /// rounding at large coordinates hides that): the sphere then holds what it had reached, which
-    /// after the first system is the centroid with the old radius. Each step decomposes a matrix of as many rows as
-    /// points and 4 columns.
+    /// system could not be solved, as for fewer than four points (unless rounding at large coordinates hides that): the
+    /// sphere then holds what it had reached, which after the first system is the centroid with the old radius. Each
+    /// step decomposes a matrix of as many rows as points and 4 columns.
     ///
-    /// `spread`, which may be null, receives the width of the shell about the centre that holds all points; nothing
-    /// after a false result.
+    /// `spread`, which may be null, receives the width of the shell about the centre that holds all points: the
+    /// greatest less the least signed distance to the surface, never negative. It is untouched after a false result.
     bool Fit(TPointSet<T, TVector3>& points, T* spread, unsigned int iterations);
 };
 

@@ -27,9 +27,9 @@ struct TSpiral3
     /// that errors do not add up. A radius of 0 makes all points after the first NaN; an axis of zero puts all of them
     /// at the centre. Time in proportion to the number of points.
     TSpiral3(TVector3<T> centre, TVector3<T> axis, T radius, int count, T angleStep, T growth);
-    /// A copy of the points, as `TList` makes it.
+    /// A copy of the points and the grow size, as `TList` makes it.
     TSpiral3(const TSpiral3& other) = default;
-    /// Assigns the points as `TList` does: a spiral assigned to itself ends empty.
+    /// Assigns the points and the grow size as `TList` does: a spiral assigned to itself ends empty.
     TSpiral3& operator=(const TSpiral3& other) = default;
 };
 

@@ -149,6 +149,8 @@ void GatherChunks(int extent, int capacity, int rowCount, TCRSMatrixMxN<T>* resu
 template <class T>
 void TCRSMatrixMxN<T>::Multiply(T* x, T* y) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", columnCount == 0 || x != nullptr, columnCount, x);
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", rowCount == 0 || (y != nullptr && x != y), rowCount, x, y);
     for (int r = 0; r < rowCount; ++r) {
         const Kernels::RowRange range = Kernels::RangeOfRow(*this, r);
         T sum = T(0);
@@ -162,6 +164,7 @@ void TCRSMatrixMxN<T>::Multiply(T* x, T* y) const
 template <class T>
 void TCRSMatrixMxN<T>::Multiply(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", result != nullptr, result);
     Kernels::GatherChunks(
         static_cast<int>(b.GetN()), capacity, rowCount, result,
         [this, &b](int first, int last, TMatrixFragment<T>* fragment) { Multiply(b, first, last, fragment); });
@@ -170,6 +173,8 @@ void TCRSMatrixMxN<T>::Multiply(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) c
 template <class T>
 void TCRSMatrixMxN<T>::Multiply(const TMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", columnCount <= static_cast<int>(b.GetM()), columnCount, b.GetM());
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", first >= 0 && fragment != nullptr, first, fragment);
     Kernels::FragmentWriter<T> writer(fragment);
     const int end = last < rowCount ? last : rowCount;
     for (int r = first; r < end; ++r)
@@ -181,6 +186,7 @@ void TCRSMatrixMxN<T>::Multiply(const TMatrixMxN<T>& b, int first, int last, TMa
 template <class T>
 void TCRSMatrixMxN<T>::Normalise(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Normalise", result != nullptr, result);
     result->matrixType = Kernels::symmetricType;
     const int extent = static_cast<int>(b.GetN());
     Kernels::GatherChunks(extent, capacity, extent, result,
@@ -193,6 +199,9 @@ template <class T>
 void TCRSMatrixMxN<T>::MultiplyUpperTriangle(const TMatrixMxN<T>& b, int first, int last,
                                              TMatrixFragment<T>* fragment) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::MultiplyUpperTriangle", columnCount <= static_cast<int>(b.GetM()), columnCount,
+                        b.GetM());
+    CORVEX_PRECONDITION("TCRSMatrixMxN::MultiplyUpperTriangle", first >= 0 && fragment != nullptr, first, fragment);
     Kernels::FragmentWriter<T> writer(fragment);
     for (int r = first; r < last; ++r) Kernels::AppendDenseRow(writer, *this, r, b, r, r);
     writer.Flush();
@@ -203,6 +212,8 @@ void TCRSMatrixMxN<T>::MultiplyUpperTriangle(const TMatrixMxN<T>& b, int first, 
 template <class T>
 void TCRSMatrixMxN<T>::Multiply(const TCRSMatrixMxN& b, TCRSMatrixMxN* result) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", result != nullptr && result != this && result != &b, result, this,
+                        &b);
     Kernels::SparseSums<T> sums;
     const auto formRow = [this, &b, &sums](int row, const auto& take) {
         Kernels::FormSparseRow(sums, *this, Kernels::RangeOfRow(*this, row), b, 0, false, [&take](T sum, int column) {
@@ -219,6 +230,7 @@ void TCRSMatrixMxN<T>::Multiply(const TCRSMatrixMxN& b, TCRSMatrixMxN* result) c
 template <class T>
 void TCRSMatrixMxN<T>::Normalise(const TCCSMatrixMxN<T>& b, TCRSMatrixMxN* result) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Normalise", result != nullptr, result);
     result->matrixType = Kernels::symmetricType;
     const Kernels::RowForm<T> bRows(b);
     Kernels::GatherChunks(b.columnCount, capacity, b.columnCount, result,
@@ -231,6 +243,7 @@ template <class T>
 void TCRSMatrixMxN<T>::MultiplyUpperTriangle(const TCCSMatrixMxN<T>& b, int first, int last,
                                              TMatrixFragment<T>* fragment) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::MultiplyUpperTriangle", first >= 0 && fragment != nullptr, first, fragment);
     Kernels::AppendUpperTriangle(*this, b, Kernels::RowForm<T>(b), first, last, fragment);
 }
 

@@ -42,6 +42,7 @@ TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(const TCCSMatrixMxN& other)
 template <class T>
 void TCCSMatrixMxN<T>::Redefine(int columns, unsigned int growSize)
 {
+    CORVEX_PRECONDITION("TCCSMatrixMxN::Redefine", columns >= 0, columns);
     Release();
     // Should the allocator give up, the destructor finds nothing to release twice.
     owners = nullptr;

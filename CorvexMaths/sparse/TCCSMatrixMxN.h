@@ -2,6 +2,7 @@
 
 /// TCCSMatrixMxN: a sparse matrix that grows a column at a time.
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/TList.h>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -10,12 +11,15 @@ namespace Halmont::Orrin::CorvexMaths
 /// A sparse matrix stored by columns in lists that grow, for T of `float` and `double`. The number of columns is fixed
 /// by Redefine; the number of rows follows the elements added. Indices count from 0.
 ///
-/// Nothing is checked and nothing is sorted: indices in range are preconditions, and within a column the elements stand
-/// in the order in which they were added.
+/// Nothing is sorted: within a column the elements stand in the order in which they were added, and an element added
+/// twice is there twice. Indices in range are preconditions.
 ///
 /// Copies share their lists, and the last of the sharers to go releases them. What one sharer adds therefore stands in
 /// the lists of all, but raises the counts of that one alone. Redefine gives a matrix lists of its own. The sharers are
 /// counted without locks: to several threads they are one object.
+///
+/// Exhausted memory surfaces as the allocator's exception. The matrix that was being redefined may then be destroyed,
+/// redefined or assigned to, but not read.
 template <class T>
 class CORVEX_API TCCSMatrixMxN
 {
@@ -33,23 +37,29 @@ public:
 
     /// The empty matrix: no columns, nothing allocated.
     TCCSMatrixMxN() = default;
-    /// A matrix without elements; see Redefine.
+    /// A matrix without rows and elements, of a number of columns that is not negative. Each list gets the grow size;
+    /// one of 0 leaves the 1000 of a new list.
     TCCSMatrixMxN(int columns, unsigned int growSize);
-    /// Copies the fields, so that both matrices share the lists.
+    /// Copies the counts and shares the lists with the other matrix. Allocates nothing.
     TCCSMatrixMxN(const TCCSMatrixMxN& other);
     /// Releases the lists unless another matrix shares them.
     ~TCCSMatrixMxN();
 
-    /// Copies the fields, so that both matrices share the lists; those held before are let go. May be given itself.
+    /// Copies the counts and shares the lists with the other matrix; those held before are let go. May be given itself.
+    /// Allocates nothing. Answers this matrix.
     TCCSMatrixMxN& operator=(const TCCSMatrixMxN& other);
 
-    /// Lets go of all content and begins anew with a number of columns and no rows. Each list gets the grow size; one
-    /// of 0 leaves the 1000 of a new list.
+    /// Lets go of all content, which stays with other sharers, and begins anew with lists of its own: `columns` of each
+    /// kind, which is not negative, and no rows. Each list gets the grow size; one of 0 leaves the 1000 of a new list.
     void Redefine(int columns, unsigned int growSize);
 
-    /// Appends an element to its column and raises the number of rows to hold it if need be.
+    /// Appends an element to its column, and raises the number of rows to row + 1 where it is less. The column is from
+    /// 0 to columnCount - 1, the row at least 0 and below 0x7fffffff. Any value is taken, 0 and NaN too, and an element
+    /// added before at the same place stays.
     void AddElement(T value, int row, int column)
     {
+        CORVEX_PRECONDITION("TCCSMatrixMxN::AddElement", 0 <= column && column < columnCount, column, columnCount);
+        CORVEX_PRECONDITION("TCCSMatrixMxN::AddElement", 0 <= row && row < 0x7fffffff, row);
         columnValues[column].Add(value);
         columnRows[column].Add(row);
         ++elementCount;

@@ -48,6 +48,7 @@ TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(const TCRSMatrixMxN& other)
 template <class T>
 void TCRSMatrixMxN<T>::Redefine(int rows, int columns, int elements)
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Redefine", rows >= 0 && columns >= 0 && elements >= 0, rows, columns, elements);
     Release();
     // Should the allocator give up, the destructor finds nothing to release twice.
     owners = nullptr;
@@ -86,13 +87,14 @@ void TCRSMatrixMxN<T>::TransposeFrom(const TCCSMatrixMxN<T>& source)
     for (int c = 0; c < source.columnCount; ++c) {
         const TList<T>& column = source.columnValues[c];
         for (unsigned int k = 0; k < column.GetCount() && elementCount < capacity; ++k)
-            AddElement(column[k], c, source.columnRows[c][k]);
+            Append(column[k], c, source.columnRows[c][k]);
     }
 }
 
 template <class T>
 void TCRSMatrixMxN<T>::Transpose(TCRSMatrixMxN* result) const
 {
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Transpose", result != nullptr && result != this, result, this);
     result->Redefine(columnCount, rowCount, capacity);
     for (int c = 0; c < columnCount; ++c) {
         for (int r = 0; r < rowCount; ++r) {

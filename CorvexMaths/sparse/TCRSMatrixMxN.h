@@ -3,6 +3,7 @@
 /// TCRSMatrixMxN: a sparse matrix in compressed row storage, and its products.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Precondition.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -15,16 +16,20 @@ namespace Halmont::Orrin::CorvexMaths
 /// and is read as if it went on to the end of the arrays; and before `elementCount` reaches `capacity` the last row
 /// reaches into elements of undefined value, in column 0. Only a well-formed matrix should be read.
 ///
-/// Nothing is checked and nothing is sorted: capacity, indices in range, ascending rows, and inner sizes of products
-/// that agree are preconditions. Rows keep the order in which their elements were added.
+/// Nothing is sorted: rows keep the order in which their elements were added. Capacity, indices in range, ascending
+/// rows, and operands of products large enough for what is read are preconditions.
 ///
 /// Copies share their arrays, and the last of the sharers to go releases them. What one sharer adds therefore stands in
 /// the arrays of all, but raises the count of that one alone. Redefine gives a matrix arrays of its own. The sharers
 /// are counted without locks: to several threads they are one object.
 ///
-/// Products keep a computed element only if its absolute value is greater than the common tolerance (absolute, strict;
-/// NaN is dropped), and every sum takes its terms in ascending position in the row. A result must be another matrix
-/// than the operands, except that it may be this matrix where the other operand is dense or stored by columns.
+/// Exhausted memory surfaces as the allocator's exception. The matrix that was being redefined may then be destroyed,
+/// redefined or assigned to, but not read.
+///
+/// Products with matrices keep a computed element only if its absolute value is greater than the common tolerance
+/// (absolute, strict; NaN is dropped), and every sum takes its terms in ascending position in the row. A result must be
+/// another matrix than the operands, except that it may be this matrix where the other operand is dense or stored by
+/// columns.
 template <class T>
 class CORVEX_API TCRSMatrixMxN
 {
@@ -52,76 +57,105 @@ public:
 
     /// The empty general matrix: nothing allocated.
     TCRSMatrixMxN() = default;
-    /// A general matrix without elements; see Redefine.
+    /// A general matrix of type 11 with room for a number of elements and every row empty, as Redefine makes it. No
+    /// argument is negative.
     TCRSMatrixMxN(int rows, int columns, int elements);
-    /// Copies the fields, so that both matrices share the arrays.
+    /// Copies type and counts and shares the arrays with the other matrix. Allocates nothing.
     TCRSMatrixMxN(const TCRSMatrixMxN& other);
     /// Releases the arrays unless another matrix shares them.
     ~TCRSMatrixMxN();
 
-    /// Copies the fields, so that both matrices share the arrays; those held before are let go. May be given itself.
+    /// Copies type and counts and shares the arrays with the other matrix; those held before are let go. May be given
+    /// itself. Allocates nothing. Answers this matrix.
     TCRSMatrixMxN& operator=(const TCRSMatrixMxN& other);
 
-    /// Lets go of all content and makes room for a number of elements, with every row empty. The new values are
-    /// undefined until added, the column indices 0.
+    /// Lets go of all content, which stays with other sharers, and makes arrays of its own for `elements` elements,
+    /// with every row empty. No argument is negative. The new values are undefined until added, the column indices 0.
+    /// The matrix type stays.
     void Redefine(int rows, int columns, int elements);
 
-    /// Adds an element behind those added before; rows must come in ascending order.
+    /// Adds an element behind those added before, as the last of its row so far. Preconditions: fewer elements so far
+    /// than the capacity, row and column in range, and rows in ascending order (columns within a row may come in any).
+    /// Debug builds check that the next row has not begun, and not the rows behind it. Any value is taken, 0 and NaN
+    /// too.
     void AddElement(T value, int row, int column)
     {
-        values[elementCount] = value;
-        columnIndices[elementCount] = column;
-        if (rowStarts[row] == emptyRow) rowStarts[row] = elementCount;
-        ++elementCount;
+        CORVEX_PRECONDITION("TCRSMatrixMxN::AddElement", elementCount < capacity, elementCount, capacity);
+        CORVEX_PRECONDITION("TCRSMatrixMxN::AddElement", 0 <= row && row < rowCount, row, rowCount);
+        CORVEX_PRECONDITION("TCRSMatrixMxN::AddElement", 0 <= column && column < columnCount, column, columnCount);
+        CORVEX_PRECONDITION("TCRSMatrixMxN::AddElement", elementCount < rowStarts[row + 1], elementCount, row,
+                            rowStarts[row + 1]);
+        Append(value, row, column);
     }
 
     /// Becomes the transpose of a matrix stored by columns: each column becomes the row of its index, in the order of
     /// its list. An empty column leaves an empty row. The matrix type stays. Of a source whose lists hold more than its
-    /// element count, as a sharer may have it, only that many elements are taken.
+    /// element count, as a sharer may have it, only that many elements are taken. The cost is in proportion to the
+    /// number of columns and elements.
     void TransposeFrom(const TCCSMatrixMxN<T>& source);
 
-    /// Makes `result` the transpose, with ascending columns in every row whatever the order here; of equal columns in a
-    /// row the first alone is taken. The result is made for as many elements as this matrix, and of a matrix
-    /// with empty rows no more are taken than that; its matrix type stays. Each row is searched once for each column.
+    /// Makes `result`, another matrix and not null, the transpose, with ascending columns in every row whatever the
+    /// order here; of equal columns in a row the first alone is taken. The result is made for as many elements as this
+    /// matrix, and of a matrix with empty rows no more are taken than that; its matrix type stays. Each row is searched
+    /// once for each column, so that the cost is in proportion to the number of columns times that of elements.
     void Transpose(TCRSMatrixMxN* result) const;
 
-    /// y = this matrix times x; an empty row gives 0. x has `columnCount` values, y has room for `rowCount`, and the
-    /// two must be separate arrays.
+    /// y = this matrix times x; an empty row gives +0. Every sum ascends from +0 in the order of its row, and no
+    /// product is dropped for being small or skipped for a factor of 0. x has `columnCount` values, y has room for
+    /// `rowCount`; the two must be separate arrays, and not null where they have any. Without rows nothing is touched.
     void Multiply(T* x, T* y) const;
 
     /// result = this matrix times b. Rows are computed up to the column count of b, so that of a matrix with more rows
-    /// than that the rest stays empty. Elements of b that are exactly 0 are skipped, so that an infinite value here
-    /// times such a zero gives no NaN. A row of which no element is kept stays empty. The result is `rowCount` by the
-    /// column count of b; its matrix type stays.
+    /// than that the rest stays empty. b has `columnCount` rows at least. Elements of b that are exactly 0 are skipped,
+    /// so that an infinite value here times such a zero gives no NaN. A sum is kept only if its absolute value is
+    /// greater than the common tolerance; a row of which none is kept stays empty. The result is `rowCount` by the
+    /// column count of b, columns ascending; its matrix type stays. It must not be null and may be this matrix.
     void Multiply(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const;
 
     /// result = this matrix times b. The rows of b must ascend in their columns: for each column c a row of b is
-    /// searched from its start up to the first element of a column not below c, and no further. A row of which no
-    /// element is kept stays empty. The product is formed twice, first to count its elements. The result is `rowCount`
-    /// by the column count of b; its matrix type stays.
+    /// searched from its start up to the first element of a column not below c, and no further. Rows that b does not
+    /// have count as empty. A sum is kept only if its absolute value is greater than the common tolerance; a row of
+    /// which none is kept stays empty. The product is formed twice, first to count its elements. The result is
+    /// `rowCount` by the column count of b, columns ascending; its matrix type stays. It must not be null, nor this
+    /// matrix, nor b.
     void Multiply(const TCRSMatrixMxN& b, TCRSMatrixMxN* result) const;
 
     /// result = the upper triangle of this matrix times b, for a product that is square and symmetric by construction:
-    /// with this matrix the transpose of b, the matrix of the normal equations. The matrix type of the result becomes
-    /// -2. Every diagonal element is kept, even one of 0, so that no row of the result is empty. Zeros of b are skipped
-    /// as in Multiply.
+    /// with this matrix the transpose of b, the matrix of the normal equations. The result gets the matrix type -2, and
+    /// for its order the column count of b. b has `columnCount` rows at least. Every diagonal element is kept, even one
+    /// of 0 or NaN or in a row that this matrix does not have, so that no row of the result is empty; any other sum
+    /// only if its absolute value is greater than the common tolerance. Elements of b that are exactly 0 are skipped,
+    /// so that an infinite value here times such a zero gives no NaN. The result must not be null and may be this
+    /// matrix.
     void Normalise(const TMatrixMxN<T>& b, TCRSMatrixMxN* result) const;
 
-    /// The same with a b stored by columns. The rows here and the columns of b must ascend in their indices: they are
-    /// walked side by side, and neither turns back. A column of b without elements gives none, not even on the
-    /// diagonal, and may so leave a row of the result empty.
+    /// result = the upper triangle of this matrix times a b stored by columns, for a product that is square and
+    /// symmetric by construction. The result gets the matrix type -2, and for its order the column count of b. The rows
+    /// here and the columns of b should ascend in their indices: they are walked side by side, and neither turns back,
+    /// so that an index out of order is missed.
+    ///
+    /// Every diagonal element is kept, even one of 0 or NaN, and any other sum only if its absolute value is greater
+    /// than the common tolerance. But a column of b without elements gives none, not even on the diagonal, and may so
+    /// leave a row of the result empty. Elements of value 0 take part like any other. The result must not be null and
+    /// may be this matrix.
     void Normalise(const TCCSMatrixMxN<T>& b, TCRSMatrixMxN* result) const;
 
 protected:
-    /// Appends rows `first` to `last` - 1 of this matrix times b to a fragment, columns ascending in each. Rows that
-    /// this matrix does not have count as empty.
+    /// Appends rows `first` to `last` - 1 of this matrix times b to a fragment, columns ascending in each; the elements
+    /// that the public form keeps. Rows that this matrix does not have count as empty. `first` is not negative, b has
+    /// `columnCount` rows at least, and the fragment is not null.
     void Multiply(const TMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
-    /// Appends rows `first` to `last` - 1 of the upper triangle to a fragment, each with its diagonal element. Rows
-    /// that this matrix does not have count as empty.
+    /// Appends rows `first` to `last` - 1 of the upper triangle of this matrix times b to a fragment, columns ascending
+    /// in each; the elements that Normalise keeps, the diagonal one always. Rows from the column count of b on give
+    /// nothing. Rows that this matrix does not have count as empty. `first` is not negative, b has `columnCount` rows
+    /// at least, and the fragment is not null.
     void MultiplyUpperTriangle(const TMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
-    /// The same with a b stored by columns; no diagonal element for a column of b without elements.
+    /// Appends rows `first` to `last` - 1 of the upper triangle of this matrix times a b stored by columns to a
+    /// fragment, columns ascending in each; the elements that Normalise keeps, so no diagonal one for a column of b
+    /// without elements. Rows that this matrix does not have count as empty. `first` is not negative and the fragment
+    /// is not null.
     void MultiplyUpperTriangle(const TCCSMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
 private:
@@ -129,6 +163,16 @@ private:
     unsigned int* owners = nullptr;
 
     void Release();
+
+    /// Adds an element, in range or not: from lists that a sharer made longer a column may come that this matrix does
+    /// not have.
+    void Append(T value, int row, int column)
+    {
+        values[elementCount] = value;
+        columnIndices[elementCount] = column;
+        if (rowStarts[row] == emptyRow) rowStarts[row] = elementCount;
+        ++elementCount;
+    }
 };
 
 extern template class TCRSMatrixMxN<float>;

@@ -7,8 +7,9 @@
 namespace Halmont::Orrin::CorvexMaths
 {
 
-/// A list of elements as (value, row, column), for T of `float` and `double`. The three lists grow in step: entry i of
-/// each belongs to one element. Order and range of the entries are the caller's affair.
+/// A list of elements as (value, row, column), for T of `float` and `double`. Entry i of each of the three lists
+/// belongs to one element; to keep them of one length is the caller's affair, as are order and range of the entries.
+/// Nothing is checked.
 template <class T>
 struct TMatrixFragment
 {
@@ -21,15 +22,17 @@ struct TMatrixFragment
 
     /// Three empty lists of grow size 1000, without blocks.
     TMatrixFragment() = default;
-    /// A copy of the three lists, as their copy constructor makes it.
+    /// A copy of the three lists with blocks of their own, as the copy constructor of TList makes it.
     TMatrixFragment(const TMatrixFragment& other) = default;
     /// Releases the lists.
     ~TMatrixFragment() = default;
 
-    /// Replaces the three lists, as their assignment does: a fragment assigned to itself ends empty.
+    /// Replaces the elements and grow sizes of the three lists, as the assignment of TList does: a fragment assigned to
+    /// itself ends empty.
     TMatrixFragment& operator=(const TMatrixFragment& other) = default;
 
-    /// Makes room in each list for n more elements and sets its grow size to n / 2, rounded down, but at least 1.
+    /// Makes room in each list for n elements more than it has and then sets its grow size to n / 2, rounded down, but
+    /// at least 1. While it makes room the old grow size counts. The elements stay.
     void SetDimensions(unsigned int n);
 };
 

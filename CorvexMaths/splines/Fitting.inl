@@ -2,6 +2,7 @@
 
 /// The least-squares fit of a B-spline.
 
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/SingularValues.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 #include <CorvexMaths/splines/Knots.inl>
@@ -82,6 +83,9 @@ template <class T, template <class> class V>
 void TBSpline<T, V>::Fit(TPointSet<T, V>& points, unsigned int controlCount, bool endConditions)
 {
     const unsigned int dataCount = points.GetCount();
+    CORVEX_PRECONDITION("TBSpline::Fit", order >= 2, order);
+    CORVEX_PRECONDITION("TBSpline::Fit", dataCount >= 1 && controlCount <= dataCount, dataCount, controlCount);
+    CORVEX_PRECONDITION("TBSpline::Fit", &points != this, &points, this);
     this->Clear(false);
     const KnotType typeBefore = type;
     type = Clamped;

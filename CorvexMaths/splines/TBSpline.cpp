@@ -1,6 +1,7 @@
 #include <CorvexMaths/splines/TBSpline.h>
 
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/splines/Basis.inl>
 #include <CorvexMaths/splines/Knots.inl>
 
@@ -17,7 +18,9 @@ TBSpline<T, V>::TBSpline(unsigned int splineOrder, KnotType knotType, unsigned i
       coefficients(stepSize + splineOrder + 1, stepSize),
       type(knotType),
       order(splineOrder)
-{}
+{
+    CORVEX_PRECONDITION("TBSpline::TBSpline", splineOrder >= 1, splineOrder);
+}
 
 template <class T, template <class> class V>
 TBSpline<T, V>::TBSpline(TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType)
@@ -29,6 +32,7 @@ TBSpline<T, V>::TBSpline(TPointSet<T, V>& points, unsigned int splineOrder, Knot
       type(knotType),
       order(splineOrder)
 {
+    CORVEX_PRECONDITION("TBSpline::TBSpline", splineOrder >= 1, splineOrder);
     AssignPersistentMembers();
 }
 
@@ -62,6 +66,7 @@ TBSpline<T, V>::~TBSpline() = default;
 template <class T, template <class> class V>
 void TBSpline<T, V>::SetOrder(unsigned int splineOrder)
 {
+    CORVEX_PRECONDITION("TBSpline::SetOrder", splineOrder >= 1, splineOrder);
     order = splineOrder;
     AssignPersistentMembers();
 }
@@ -146,6 +151,9 @@ void TBSpline<T, V>::CalculateCoefficients(T u, unsigned int levels)
 template <class T, template <class> class V>
 V<T> TBSpline<T, V>::Evaluate(T u)
 {
+    CORVEX_PRECONDITION("TBSpline::Evaluate", this->count >= 1, this->count);
+    CORVEX_PRECONDITION("TBSpline::Evaluate", knots.GetCount() == order + this->count, knots.GetCount(), order,
+                        this->count, type);
     T* basis = coefficients.GetStream();
     const Support support = FillBasis(knots.GetStream(), basis, coefficientCount, MapToKnots(u), order);
     return WeighPoints<T, V>(*this, basis, support);
@@ -154,6 +162,8 @@ V<T> TBSpline<T, V>::Evaluate(T u)
 template <class T, template <class> class V>
 void TBSpline<T, V>::Evaluate(TPointSet<T, V>* out, T step, bool byLength)
 {
+    CORVEX_PRECONDITION("TBSpline::Evaluate", out != nullptr && out != this, out, this);
+    CORVEX_PRECONDITION("TBSpline::Evaluate", step >= T(0), step);
     T increment = step;
     if (byLength) {
         increment = step / GetLength(T(0), T(1), static_cast<T>(0.01f));
@@ -179,6 +189,7 @@ void TBSpline<T, V>::Wrap()
 template <class T, template <class> class V>
 T TBSpline<T, V>::GetLength(T start, T end, T step)
 {
+    CORVEX_PRECONDITION("TBSpline::GetLength", step > T(0), step);
     T total = T(0);
     T b = start + step;
     if (end >= b) {

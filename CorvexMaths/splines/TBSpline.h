@@ -12,8 +12,11 @@ namespace Halmont::Orrin::CorvexMaths
 /// How the knots of a spline are built.
 enum KnotType : unsigned int
 {
-    Uniform = 0, ///< Evenly spaced over 0 to 1, from the first knot to the last.
-    Clamped = 1  ///< The first `order` knots 0, those from the control point count on 1, evenly spaced between.
+    /// Evenly spaced from the first knot, 0, to the last, 1: knot i of k knots is i / (k - 1).
+    Uniform = 0,
+    /// The first `order` knots 0, those from the control point count n on 1, and knot i between them
+    /// (i - order + 1) / (n - order + 1). With n not above the order there are zeros and ones alone.
+    Clamped = 1
 };
 
 /// A non-rational B-spline curve. Its control points are the elements of the point set that it is: they are edited as
@@ -26,28 +29,30 @@ enum KnotType : unsigned int
 ///
 /// A parameter u runs from 0 to 1. With `Uniform` knots it is mapped to the knots from index `order` to the control
 /// point count, so that the curve meets neither its first nor its last control point; with `Clamped` knots it is mapped
-/// to all of them. From the right end on it is taken 1e-6 inside. There is no clamp at the left end.
+/// to all of them. From the right end on it is taken inside by the common tolerance, on the scale of the knots, so that
+/// the curve ends next to its last control point and not at it. There is no clamp at the left end.
 ///
 /// Since each addition builds all knots, appending n points one by one costs in proportion to the square of n; a range
 /// is added at once. What fires no hook or only `Cleared` (`RemoveAt` without order kept, removal of all from an end)
 /// leaves the knots as they were; `Clear` builds them once more for the old points. They stay until the next hook or
 /// setter.
 ///
-/// Preconditions, not checked: an order of at least 1; and for whatever evaluates the curve at least one control point,
-/// knots that are up to date, and a type that is one of the two.
+/// Preconditions, checked in debug builds: an order of at least 1; and for whatever evaluates the curve at least one
+/// control point, knots that are up to date, and a type that is one of the two. A spline of any other type is built and
+/// edited like the rest, but has no knots.
 ///
 /// Evaluation is not const and two threads may not evaluate one spline: the basis functions are left in `coefficients`.
 template <class T, template <class> class V>
 class CORVEX_API TBSpline : public TPointSet<T, V>
 {
 protected:
-    /// The number of knots: the control point count plus the order.
+    /// The number of knots: the order plus the control point count of the last time they were built.
     unsigned int knotCount;
 
-    /// The number of basis functions of order 1: one less than the knots.
+    /// The number of basis functions of order 1, and of `coefficients`: one less than the knots.
     unsigned int coefficientCount;
 
-    /// The knots, not decreasing, from 0 to 1. Empty for a type that is neither of the two.
+    /// The knots, `knotCount` of them, not decreasing, from 0 to 1. Empty for a type that is neither of the two.
     TList<T> knots;
 
     /// The basis functions at the last parameter asked for; the first of them, as many as control points, are of the
@@ -61,14 +66,16 @@ protected:
     unsigned int order;
 
 public:
-    /// An empty spline. The sizes are those of the list of control points; `stepSize` is the grow size of the knots and
-    /// coefficients too, and decides what is allocated for them. There are no knots until the first control point.
+    /// An empty spline of an order of at least 1. The sizes are those of the list of control points; `stepSize` is the
+    /// grow size of the knots and coefficients too, for which stepSize + order + 2 and stepSize + order + 1 slots are
+    /// allocated. There are no knots until the first control point, and both counts are 0.
     TBSpline(unsigned int splineOrder, KnotType knotType, unsigned int initialCapacity, unsigned int stepSize);
 
-    /// The spline with the points of a set for control points.
+    /// A spline of an order of at least 1 with copies of the points of a set for control points; its knots are built.
+    /// Knots and coefficients get the grow size of the set. An empty set gives a spline without control points.
     TBSpline(TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
 
-    /// A copy, knots and coefficients as they stand; the box is calculated anew.
+    /// A copy, knots and coefficients as they stand, up to date or not; the box is calculated anew.
     TBSpline(const TBSpline& other);
 
     /// Assigns the point set, under the hooks of this spline, then all else as it stands in the other. A spline
@@ -79,16 +86,27 @@ public:
     ~TBSpline() override;
 
     /// The point of the curve at u: the sum over the control points, in their order, of the basis function times the
-    /// point, from zeros in all components, w included. Allocates nothing. Every knot and control point is looked at,
-    /// so that the cost grows with their number, but only `order` of them as a rule take part in the arithmetic.
+    /// point, from zeros in all components, w included. With w of 1 in all control points it comes out as the sum of
+    /// the functions, about 1.
+    ///
+    /// A u of 1 or more gives the point just inside the right end. A u below 0 is not clamped: with `Clamped` knots no
+    /// function reaches there and all components are 0; with `Uniform` knots the functions run out by and by. A NaN
+    /// gives NaN (zeros at an order of 1). A control point that is not finite enters every sum, by a factor of 0 too.
+    ///
+    /// At least one control point, knots that are up to date and a type that is one of the two are preconditions.
+    /// Allocates nothing, and overwrites `coefficients`. Every knot and control point is looked at, so that the cost
+    /// grows with their number, but only `order` of them as a rule take part in the arithmetic.
     V<T> Evaluate(T u);
 
     /// Replaces the contents of `out` by points of the curve, at u of 0 and on in steps as long as u is below 1, and
-    /// then at 1. `step` is a difference of parameters, or, by length, a distance along the curve, turned into a
-    /// parameter by the share that it has of the chord length in steps of 0.01, at most 1. A step of 0 leaves `out`
-    /// empty. `out` is cleared and appended to with its hooks, and must not be this spline.
+    /// then at 1, however near the last of the steps came. `step` is a difference of parameters, or, where `byLength`,
+    /// a distance along the curve, turned into a parameter by the share that it has of GetLength in steps of 0.01, at
+    /// most 1. A step of 1 or more, or by length one of at least that length, gives the two ends alone. A step of 0
+    /// leaves `out` empty, but by length not on a curve whose length is exactly 0: that gives its ends. `out` is
+    /// cleared, keeping its block, and appended to, with its hooks; it must not be null, nor this spline.
     ///
-    /// The step must not be negative: the loop would not end.
+    /// The step must be 0 or above: with a negative one the loop would not end, as with one so small that adding it to
+    /// a parameter below 1 changes nothing.
     void Evaluate(TPointSet<T, V>* out, T step, bool byLength);
 
     /// The polynomial degree plus 1.
@@ -96,9 +114,10 @@ public:
     /// How the knots are built.
     KnotType GetType() const { return type; }
 
-    /// Sets the order and builds the knots anew.
+    /// Sets the order, which is at least 1, and builds the knots anew for the control points there are.
     void SetOrder(unsigned int splineOrder);
-    /// Sets the type and builds the knots anew.
+    /// Sets the type and builds the knots anew for the control points there are; for a type that is neither of the two
+    /// they are emptied.
     void SetType(KnotType knotType);
 
     /// Replaces the control points by the `controlCount` that fit a sequence of data best by least squares, by singular
@@ -108,7 +127,9 @@ public:
     /// the start.
     ///
     /// With `endConditions` two equations ask for second derivatives of 0 at both ends, and of 1 in a fourth component:
-    /// their right sides are default vectors, which are appended to `points`, with its hooks, and stay there.
+    /// their right sides are default vectors, which are appended to `points`, with its hooks, and stay there; a second
+    /// fit would take them for data. The second derivatives are those of the formula one order lower, 0 throughout for
+    /// an order of 3 or less, where the two equations change nothing.
     ///
     /// After success the type is what it was. A `Uniform` spline is closed by `Wrap`, which builds its knots anew;
     /// where that does nothing, and on a `Clamped` spline, the averaged knots stay until the next hook or setter puts
@@ -120,31 +141,37 @@ public:
     /// untouched.
     ///
     /// Preconditions: an order of at least 2, one data point at least, no more control points than data, `points` not
-    /// this spline. Costs rise with the number of data times the square of that of control points.
+    /// this spline. With a controlCount of 0 the spline ends empty. Costs rise with the number of data times the square
+    /// of that of control points.
     void Fit(TPointSet<T, V>& points, unsigned int controlCount, bool endConditions);
 
-    /// Appends copies of the first `order` control points, one by one, with hooks; does nothing unless there are more
-    /// control points than the order. It closes a curve with `Uniform` knots, and only such. A second call appends
-    /// again.
+    /// Appends copies of the first `order` control points, one by one, with hooks, so that the knots are built `order`
+    /// times; does nothing unless there are more control points than the order. It closes a curve with `Uniform` knots,
+    /// and only such: one with `Clamped` knots gets the points and stays open. A second call appends again.
     void Wrap();
 
     /// The length of the chords over the curve from one parameter to another in steps of `step`, with a shorter chord
-    /// at the end where the steps do not meet it. All components count. It lies below the length of the arc. With `end`
-    /// before `start`, or nearer than a step, it is the one chord between the two.
+    /// at the end where the steps do not meet it. All components count, w too. But for rounding it is not above the
+    /// length of the arc, and comes nearer to it with smaller steps. With `end` before `start`, or nearer than a step,
+    /// it is the one chord between the two; with both the same it is 0 but for rounding. Overwrites `coefficients`.
     ///
-    /// The step must be above 0: the loop would not end.
+    /// The step must be above 0: with any other the loop would not end, as with one so small that adding it to a
+    /// parameter changes nothing. What Evaluate asks of the spline is asked here too.
     T GetLength(T start, T end, T step);
-    /// The length of the chords over the whole curve.
+    /// The length of the chords over the whole curve, from 0 to 1 in steps of `step`, which is above 0. All components
+    /// count, w too. What Evaluate asks of the spline is asked here too.
     T GetLength(T step) { return GetLength(T(0), T(1), step); }
 
 protected:
-    /// Extends the box and builds the knots anew.
+    /// Extends the box by the point, as long as the point set keeps one, and builds the knots anew.
     void ElementAdded(V<T>& point) override;
-    /// As above.
+    /// Extends the box by `pointCount` points, as long as the point set keeps one, and builds the knots anew, once.
     void ElementsAdded(V<T>* points, unsigned int pointCount) override;
-    /// Recalculates the box as the point set does and builds the knots anew.
+    /// Recalculates the box over the slots in use at this moment, as long as the point set keeps one, and builds the
+    /// knots anew.
     void ElementRemoved(V<T>& point) override;
-    /// As above.
+    /// Recalculates the box over the slots in use at this moment, as long as the point set keeps one, and builds the
+    /// knots anew, once.
     void ElementsRemoved(V<T>* points, unsigned int pointCount) override;
 
 private:

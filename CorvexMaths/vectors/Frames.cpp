@@ -85,6 +85,7 @@ TVector4<T> OrthogonalTo(const TVector4<T>* given, const bool (&unknown)[4])
 template <class T>
 void TVector2<T>::Orthonormal(TVector2* out) const
 {
+    CORVEX_PRECONDITION("TVector2::Orthonormal", out != nullptr, out);
     *out = TVector2(y, -x);
     out->Normalise();
 }
@@ -92,6 +93,7 @@ void TVector2<T>::Orthonormal(TVector2* out) const
 template <class T>
 void TVector3<T>::OrthonormalX(TVector3* xAxis) const
 {
+    CORVEX_PRECONDITION("TVector3::OrthonormalX", xAxis != nullptr, xAxis);
     *xAxis = *this * SmallestAxis(*this);
     xAxis->Normalise();
 }
@@ -99,6 +101,8 @@ void TVector3<T>::OrthonormalX(TVector3* xAxis) const
 template <class T>
 void TVector3<T>::OrthonormalXY(TVector3* xAxis, TVector3* yAxis) const
 {
+    CORVEX_PRECONDITION("TVector3::OrthonormalXY", xAxis != nullptr && yAxis != nullptr, xAxis, yAxis);
+    CORVEX_PRECONDITION("TVector3::OrthonormalXY", xAxis != this, xAxis);
     OrthonormalX(xAxis);
     *yAxis = *this * *xAxis;
     yAxis->Normalise();
@@ -109,6 +113,8 @@ void TVector3<T>::OrthonormalXY(TVector3* xAxis, TVector3* yAxis) const
 template <class T>
 bool TVector4<T>::OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAxis) const
 {
+    CORVEX_PRECONDITION("TVector4::OrthonormalXYZ", xAxis != nullptr && yAxis != nullptr && zAxis != nullptr, xAxis,
+                        yAxis, zAxis);
     // The vectors that each new one is made orthogonal to: this, x, y.
     TVector4 found[3] = {*this};
     bool unknown[4] = {};
@@ -142,6 +148,7 @@ bool TVector4<T>::OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAx
 template <class T>
 void TVector3<T>::Rotate(TVector3* v, const T& cosine, const T& sine) const
 {
+    CORVEX_PRECONDITION("TVector3::Rotate", v != nullptr, v);
     const TVector3 across = *this * *v;
     const T along = (*v % *this) * (T(1) - cosine);
     *v = *v * cosine + *this * along + across * sine;

@@ -3,6 +3,7 @@
 /// What complex numbers and quaternions share: access by index, sums, and arithmetic with a scalar.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Precondition.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -13,22 +14,33 @@ namespace Halmont::Orrin::CorvexMaths
 /// pointer to a component. The first component is the real or scalar part: a scalar is added to it alone, as to a
 /// number whose other parts are 0, but without touching those.
 ///
-/// Nothing is checked and nothing fails: overflow, division by zero and NaN follow IEEE arithmetic. Operands may alias
-/// one another and the result, and a scalar may be a component of the number.
+/// Nothing fails: overflow, division by zero and NaN follow IEEE arithmetic. Operands may alias one another and the
+/// result, and a scalar may be a component of the number.
 template <class C, class T>
 struct CORVEX_API HypercomplexOperations
 {
-    /// A component by its index, which is not checked.
-    T& operator[](unsigned int index) { return static_cast<T*>(Self())[index]; }
+    /// A component by its index, the real or scalar part first. The index is below the number of components, which
+    /// debug builds check.
+    T& operator[](unsigned int index)
+    {
+        CORVEX_PRECONDITION("HypercomplexOperations::operator[]", index < sizeof(C) / sizeof(T), index);
+        return static_cast<T*>(Self())[index];
+    }
 
-    /// A component by its index, to read.
-    const T& operator[](unsigned int index) const { return static_cast<const T*>(Self())[index]; }
+    /// A component by its index, the real or scalar part first, to read. The index is below the number of components,
+    /// which debug builds check.
+    const T& operator[](unsigned int index) const
+    {
+        CORVEX_PRECONDITION("HypercomplexOperations::operator[]", index < sizeof(C) / sizeof(T), index);
+        return static_cast<const T*>(Self())[index];
+    }
 
     /// The address of the first component, from which the others follow. Numbers have no comparison of their own, so
     /// `==` between two of them compares these addresses.
     operator T*() { return reinterpret_cast<T*>(&Self()); }
 
-    /// The address of the first component, to read from.
+    /// The address of the first component, from which the others follow, to read from. Numbers have no comparison of
+    /// their own, so `==` between two of them compares these addresses.
     operator const T*() const { return reinterpret_cast<const T*>(&Self()); }
 
     /// The number with the sign bit of every component flipped: 0 becomes -0.
@@ -43,32 +55,32 @@ struct CORVEX_API HypercomplexOperations
         return C::Each([&](T C::*c) { return Self().*c + other.*c; });
     }
 
-    /// The componentwise difference.
+    /// The componentwise difference, this minus the other.
     C operator-(const C& other) const
     {
         return C::Each([&](T C::*c) { return Self().*c - other.*c; });
     }
 
-    /// Adds a number in place, component by component.
+    /// Adds a number, which may be this one, component by component.
     C& operator+=(const C& other) { return Self() = Self() + other; }
 
-    /// Subtracts a number in place, component by component.
+    /// Subtracts a number, which may be this one, component by component.
     C& operator-=(const C& other) { return Self() = Self() - other; }
 
-    /// The number with a scalar added to its first component.
+    /// The number with a scalar added to its real or scalar part; the other components are kept.
     C operator+(const T& scalar) const { return C(Self()) += scalar; }
 
-    /// The number with a scalar subtracted from its first component.
+    /// The number with a scalar subtracted from its real or scalar part; the other components are kept.
     C operator-(const T& scalar) const { return C(Self()) -= scalar; }
 
-    /// Adds a scalar to the first component.
+    /// Adds a scalar to the real or scalar part; the other components are kept.
     C& operator+=(const T& scalar)
     {
         (*this)[0] += scalar;
         return Self();
     }
 
-    /// Subtracts a scalar from the first component.
+    /// Subtracts a scalar from the real or scalar part; the other components are kept.
     C& operator-=(const T& scalar)
     {
         (*this)[0] -= scalar;
@@ -81,16 +93,17 @@ struct CORVEX_API HypercomplexOperations
         return C::Each([&](T C::*c) { return Self().*c * scalar; });
     }
 
-    /// Every component divided by a scalar: a true division each, with no test for 0.
+    /// Every component divided by a scalar: a true division each, with no test for 0, which gives infinities or NaN.
     C operator/(const T& scalar) const
     {
         return C::Each([&](T C::*c) { return Self().*c / scalar; });
     }
 
-    /// Multiplies every component by a scalar.
+    /// Multiplies every component by a scalar, which may be a component of this number.
     C& operator*=(const T& scalar) { return Self() = *this * scalar; }
 
-    /// Divides every component by a scalar, as `/` does.
+    /// Divides every component by a scalar, which may be a component of this number: a true division each, with no test
+    /// for 0, which gives infinities or NaN.
     C& operator/=(const T& scalar) { return Self() = *this / scalar; }
 
 private:

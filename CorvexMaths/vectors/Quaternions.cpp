@@ -84,6 +84,7 @@ TMatrix3x3<T> TQuaternion<T>::ToMatrix() const
 template <class T>
 void TQuaternion<T>::GetRotation(T* angle, TVector3<T>* axis) const
 {
+    CORVEX_PRECONDITION("TQuaternion::GetRotation", angle != nullptr && axis != nullptr, angle, axis);
     if (Numbers::IsNear(T(1), w, Numbers::commonTolerance<T>) || w > T(1)) {
         *angle = T(0);
         *axis = TVector3<T>(T(1), T(0), T(0));

@@ -20,19 +20,19 @@ struct TComplex : HypercomplexOperations<TComplex<T>, T>
     /// The number of the given parts.
     constexpr TComplex(const T& realPart, const T& imaginaryPart) : real(realPart), imaginary(imaginaryPart) {}
 
-    /// The complex product.
+    /// The complex product, each part a sum of two rounded products. Infinite parts can give NaN, which is not mended.
     TComplex operator*(const TComplex& other) const
     {
         return TComplex(real * other.real - imaginary * other.imaginary,
                         real * other.imaginary + imaginary * other.real);
     }
 
-    /// Replaces the number by its product with another, which may be this number.
+    /// Replaces the number by its complex product with another, which may be this number.
     TComplex& operator*=(const TComplex& other) { return *this = *this * other; }
 
     /// The quotient: this times the conjugate of the divisor, each part divided by the divisor's squared length. There
-    /// is no test for 0, and nothing is scaled against overflow: a divisor whose square leaves the range of T gives
-    /// zeros, infinities or NaN.
+    /// is no test for 0, which gives NaN, and nothing is scaled against overflow: a divisor whose square leaves the
+    /// range of T gives zeros, infinities or NaN.
     TComplex operator/(TComplex other) const
     {
         const T lengthSquared = other.imaginary * other.imaginary + other.real * other.real;
@@ -40,7 +40,9 @@ struct TComplex : HypercomplexOperations<TComplex<T>, T>
         return *this * other / lengthSquared;
     }
 
-    /// Replaces the number by its quotient by another, as `/` forms it.
+    /// Replaces the number by its quotient by another, which may be this number: this times the conjugate of the
+    /// divisor, each part divided by the divisor's squared length. There is no test for 0, which gives NaN, and nothing
+    /// is scaled against overflow: a divisor whose square leaves the range of T gives zeros, infinities or NaN.
     TComplex& operator/=(TComplex other) { return *this = *this / other; }
 
     using HypercomplexOperations<TComplex, T>::operator*;

@@ -30,16 +30,19 @@ struct TQuaternion : HypercomplexOperations<TQuaternion<T>, T>
     {}
 
     /// The rotation by an angle about an axis, counter-clockwise as seen from the tip of the axis. The axis is
-    /// normalised first; one of length 0 stays as it is and leaves a vector part of zeros.
+    /// normalised first and need not be of unit length; one of length 0 stays as it is and leaves a vector part of
+    /// zeros. The angle is in radians. Sine and cosine are evaluated in `double` and narrowed to T.
     TQuaternion(const T& angle, const TVector3<T>& axis);
 
-    /// The rotation of a matrix, which is taken to be proper and orthonormal; that is not checked (S. W. Shepperd,
-    /// "Quaternion from rotation matrix", 1978). It undoes ToMatrix up to the sign of the whole quaternion: a scalar
-    /// part above 0.001 in size comes out positive. Below that the largest diagonal element leads, the last of equal
-    /// ones, and its component of the vector part comes out positive.
+    /// The rotation of a matrix, which is taken to be proper and orthonormal, as no build checks; any other gives what
+    /// the formulas do (S. W. Shepperd, "Quaternion from rotation matrix", 1978). It undoes ToMatrix up to the sign of
+    /// the whole quaternion: a scalar part above 0.001 in size comes out positive. Below that the largest diagonal
+    /// element leads, the last of equal ones, and its component of the vector part comes out positive. The matrix is
+    /// left alone.
     TQuaternion(TMatrix3x3<T>& matrix);
 
-    /// The Hamilton product, this on the left. Of two rotations it is the one that turns by the other first.
+    /// The Hamilton product, this on the left. Of two rotations it is the one that turns by the other first. Nothing is
+    /// normalised.
     TQuaternion operator*(const TQuaternion& other) const
     {
         return TQuaternion(w * other.w - x * other.x - y * other.y - z * other.z,
@@ -48,13 +51,15 @@ struct TQuaternion : HypercomplexOperations<TQuaternion<T>, T>
                            w * other.z + x * other.y - y * other.x + z * other.w);
     }
 
-    /// Replaces the quaternion by its product with another, this on the left. The other may be this quaternion.
+    /// Replaces the quaternion by its Hamilton product with another, this on the left. The other may be this
+    /// quaternion. Nothing is normalised.
     TQuaternion& operator*=(const TQuaternion& other) { return *this = *this * other; }
 
     using HypercomplexOperations<TQuaternion, T>::operator*;
     using HypercomplexOperations<TQuaternion, T>::operator*=;
 
-    /// Flips the sign of the vector part in place.
+    /// Flips the sign bits of the vector part in place; the scalar part stays. Of a unit quaternion that is the inverse
+    /// rotation.
     void Conjugate()
     {
         x = -x;
@@ -67,9 +72,10 @@ struct TQuaternion : HypercomplexOperations<TQuaternion<T>, T>
     TMatrix3x3<T> ToMatrix() const;
 
     /// Writes the angle and the unit axis of the rotation. A scalar part that is 1 within the common tolerance
-    /// (absolute, inclusive) or above 1 is no rotation: the angle is 0 and the axis (1, 0, 0). Otherwise the angle
-    /// is above 0 and at most a full turn, and is not folded into the half turn. The quaternion is not normalised: a
-    /// scalar part below -1 counts as -1, and an axis of length 0 stays zero.
+    /// (absolute, inclusive) or above 1 is no rotation: the angle is 0 and the axis (1, 0, 0). Otherwise the angle is
+    /// above 0 and at most a full turn, and is not folded into the half turn. The quaternion is not normalised: a
+    /// scalar part below -1 counts as -1, and an axis of length 0 stays zero. NaN gives NaN. The outputs are not null
+    /// and lie outside this quaternion.
     void GetRotation(T* angle, TVector3<T>* axis) const;
 
 private:

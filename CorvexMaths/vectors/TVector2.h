@@ -12,7 +12,8 @@ namespace Halmont::Orrin::CorvexMaths
 /// A vector (x, y): exactly its two components, contiguous, trivially copyable and without further state.
 ///
 /// The arithmetic that all vectors share stands in VectorOperations; `%` is the dot product. There is no conversion
-/// between `float` and `double` vectors. Angles are in radians.
+/// between `float` and `double` vectors. Angles are in radians; lengths have the unit of the components. The bodies of
+/// the products with matrices come with the headers of these. Outputs are not null, which debug builds check.
 template <class T>
 struct TVector2 : VectorOperations<TVector2<T>, T>
 {
@@ -25,10 +26,15 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
     /// The vector of the given components.
     constexpr TVector2(T xValue, T yValue) : x(xValue), y(yValue) {}
 
-    /// Copies two components from an array. Only real pointers take part, so that a vector of another size converts.
+    /// Copies two components from an array, which is not null. Only real pointers take part, so that a vector of
+    /// another size converts.
     template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
-    constexpr TVector2(P components) : x(components[0]), y(components[1])
-    {}
+    constexpr TVector2(P components)
+    {
+        CORVEX_PRECONDITION("TVector2::TVector2", components != nullptr, components);
+        x = components[0];
+        y = components[1];
+    }
 
     /// The vector (x, y, 0).
     operator TVector3<T>() const { return TVector3<T>(x, y, T(0)); }
@@ -40,22 +46,29 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
     using VectorOperations<TVector2, T>::operator*=;
 
     /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
-    /// The body comes with the matrix, as do those of all products with matrices.
     inline TVector2 operator*(const TMatrix2x2<T>& matrix) const;
-    /// The row vector times the upper left 2 by 2 block of a matrix.
+    /// The row vector times the upper left 2 by 2 block of a matrix: component j is the sum over i, ascending, of
+    /// this[i] times matrix[i][j]. A translation in the last row is left out.
     inline TVector2 operator*(const TMatrix3x3<T>& matrix) const;
-    /// The row vector times the upper left 2 by 2 block of a matrix.
+    /// The row vector times the upper left 2 by 2 block of a matrix: component j is the sum over i, ascending, of
+    /// this[i] times matrix[i][j]. A translation in the last row is left out.
     inline TVector2 operator*(const TMatrix4x4<T>& matrix) const;
-    /// The row vector times the matrix converted to TMatrix2x2.
+    /// The row vector times the matrix converted to TMatrix2x2: its upper left block, with the identity where it has no
+    /// rows or columns. Component j is the sum over i, ascending, of this[i] times that matrix's element [i][j].
     inline TVector2 operator*(const TMatrixMxN<T>& matrix) const;
 
-    /// Replaces the vector by its product with a matrix, as `*` forms it; computed in full before it is stored.
+    /// Replaces the row vector by its product with a matrix: component j is the sum over i, ascending, of this[i] times
+    /// matrix[i][j]. It is computed in full before it is stored.
     inline TVector2& operator*=(const TMatrix2x2<T>& matrix);
-    /// Replaces the vector by its product with the upper left 2 by 2 block of a matrix.
+    /// Replaces the row vector by its product with the upper left 2 by 2 block of a matrix: component j is the sum over
+    /// i, ascending, of this[i] times matrix[i][j]. A translation in the last row is left out.
     inline TVector2& operator*=(const TMatrix3x3<T>& matrix);
-    /// Replaces the vector by its product with the upper left 2 by 2 block of a matrix.
+    /// Replaces the row vector by its product with the upper left 2 by 2 block of a matrix: component j is the sum over
+    /// i, ascending, of this[i] times matrix[i][j]. A translation in the last row is left out.
     inline TVector2& operator*=(const TMatrix4x4<T>& matrix);
-    /// Replaces the vector by its product with the matrix converted to TMatrix2x2.
+    /// Replaces the row vector by its product with the matrix converted to TMatrix2x2: its upper left block, with the
+    /// identity where it has no rows or columns. Component j is the sum over i, ascending, of this[i] times that
+    /// matrix's element [i][j].
     inline TVector2& operator*=(const TMatrixMxN<T>& matrix);
 
     /// The outer product: element [i][j] is this[i] times other[j].
@@ -65,22 +78,27 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
     /// origin, positive when the other lies counter-clockwise of this.
     T SignedArea(const TVector2& other) const { return x * other.y - y * other.x; }
 
-    /// The direction of the vector, counter-clockwise from the x axis, from 0 up to a full turn; 0 for the zero vector.
+    /// The direction of the vector in radians, counter-clockwise from the x axis, from 0 up to a full turn; a y of 0
+    /// counts as the upper half, so that (-1, 0) gives pi. A length of exactly 0 gives 0; NaN gives NaN.
     T Angle() const;
 
-    /// The angle counter-clockwise from this vector to another, above 0 and up to and including a full turn: vectors of
-    /// one direction give the full turn, unless rounding tells them apart. If either has no length, the result is 0.
+    /// The angle in radians counter-clockwise from this vector to another, above 0 and up to and including a full turn:
+    /// vectors of one direction give the full turn, or 0 or nearly so where rounding tells them apart; opposite ones
+    /// give pi. If either has a length of exactly 0, the result is 0; NaN gives NaN. Neither needs to be of unit
+    /// length.
     T AngleWith(const TVector2& other) const;
 
     /// Whether the two vectors have the same direction: the dot product of their normalised copies is 1 within the
-    /// absolute, inclusive tolerance. Opposite vectors are not parallel here; a zero vector has the product 0.
+    /// absolute, inclusive tolerance. Opposite vectors are not parallel here. A zero vector has the product 0 and is
+    /// parallel to none unless the tolerance reaches 1; NaN gives false.
     bool IsParallelTo(const TVector2& other, T tolerance) const;
 
     /// Whether the dot product of the vectors as they are is 0 within the absolute, inclusive tolerance. Nothing is
-    /// normalised, so the answer depends on the lengths.
+    /// normalised, so the answer depends on the lengths. The zero vector is orthogonal to all; NaN gives false.
     bool IsOrthogonalTo(const TVector2& other, T tolerance) const;
 
-    /// Writes the unit vector a quarter turn clockwise from this, (y, -x) normalised. `out` may be this vector.
+    /// Writes the unit vector a quarter turn clockwise from this, (y, -x) normalised; a length of exactly 0 gives a
+    /// zero vector. `out` may be this vector, and is not null.
     void Orthonormal(TVector2* out) const;
 
 private:

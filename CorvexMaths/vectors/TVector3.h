@@ -12,7 +12,9 @@ namespace Halmont::Orrin::CorvexMaths
 /// A vector (x, y, z): exactly its three components, contiguous, trivially copyable and without further state.
 ///
 /// The arithmetic that all vectors share stands in VectorOperations; `%` is the dot product, `*` between two vectors
-/// the cross product. There is no conversion between `float` and `double` vectors. Angles are in radians.
+/// the cross product. There is no conversion between `float` and `double` vectors. Angles are in radians; lengths have
+/// the unit of the components. The bodies of the products with matrices come with the headers of these. Outputs are not
+/// null, which debug builds check.
 template <class T>
 struct TVector3 : VectorOperations<TVector3<T>, T>
 {
@@ -26,10 +28,16 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     /// The vector of the given components.
     constexpr TVector3(T xValue, T yValue, T zValue) : x(xValue), y(yValue), z(zValue) {}
 
-    /// Copies three components from an array. Only real pointers take part, so that a vector of another size converts.
+    /// Copies three components from an array, which is not null. Only real pointers take part, so that a vector of
+    /// another size converts.
     template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
-    constexpr TVector3(P components) : x(components[0]), y(components[1]), z(components[2])
-    {}
+    constexpr TVector3(P components)
+    {
+        CORVEX_PRECONDITION("TVector3::TVector3", components != nullptr, components);
+        x = components[0];
+        y = components[1];
+        z = components[2];
+    }
 
     /// The vector (x, y); z is dropped.
     operator TVector2<T>() const { return TVector2<T>(x, y); }
@@ -37,7 +45,7 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     /// The homogeneous point (x, y, z, 1).
     operator TVector4<T>() const { return TVector4<T>(x, y, z, T(1)); }
 
-    /// The right-handed cross product.
+    /// The right-handed cross product, this on the left.
     TVector3 operator*(const TVector3& other) const
     {
         return TVector3(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
@@ -50,23 +58,31 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     using VectorOperations<TVector3, T>::operator*=;
 
     /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
-    /// The body comes with the matrix, as do those of all products with matrices.
     inline TVector3 operator*(const TMatrix3x3<T>& matrix) const;
-    /// The row vector times a matrix that is padded with the identity: z is kept.
+    /// The row vector times a matrix that is padded with the identity: component j is the sum over i, ascending, of
+    /// this[i] times that matrix's element [i][j], its zeros included. So z is kept if all components are finite.
     inline TVector3 operator*(const TMatrix2x2<T>& matrix) const;
-    /// The row vector times the upper left 3 by 3 block of a matrix: a translation in its last row is left out. To move
-    /// a point by a full transform, convert it to TVector4, multiply and convert back.
+    /// The row vector times the upper left 3 by 3 block of a matrix: component j is the sum over i, ascending, of
+    /// this[i] times matrix[i][j]. A translation in the last row is left out: to move a point by a full transform,
+    /// convert it to TVector4, multiply and convert back.
     inline TVector3 operator*(const TMatrix4x4<T>& matrix) const;
-    /// The row vector times the matrix converted to TMatrix3x3.
+    /// The row vector times the matrix converted to TMatrix3x3: its upper left block, with the identity where it has no
+    /// rows or columns. Component j is the sum over i, ascending, of this[i] times that matrix's element [i][j].
     inline TVector3 operator*(const TMatrixMxN<T>& matrix) const;
 
-    /// Replaces the vector by its product with a matrix, as `*` forms it; computed in full before it is stored.
+    /// Replaces the row vector by its product with a matrix: component j is the sum over i, ascending, of this[i] times
+    /// matrix[i][j]. It is computed in full before it is stored.
     inline TVector3& operator*=(const TMatrix3x3<T>& matrix);
-    /// Replaces the vector by its product with a matrix that is padded with the identity: z is kept.
+    /// Replaces the row vector by its product with a matrix that is padded with the identity: component j is the sum
+    /// over i, ascending, of this[i] times that matrix's element [i][j], its zeros included. So z is kept if all
+    /// components are finite.
     inline TVector3& operator*=(const TMatrix2x2<T>& matrix);
-    /// Replaces the vector by its product with the upper left 3 by 3 block of a matrix.
+    /// Replaces the row vector by its product with the upper left 3 by 3 block of a matrix: component j is the sum over
+    /// i, ascending, of this[i] times matrix[i][j]. A translation in the last row is left out.
     inline TVector3& operator*=(const TMatrix4x4<T>& matrix);
-    /// Replaces the vector by its product with the matrix converted to TMatrix3x3.
+    /// Replaces the row vector by its product with the matrix converted to TMatrix3x3: its upper left block, with the
+    /// identity where it has no rows or columns. Component j is the sum over i, ascending, of this[i] times that
+    /// matrix's element [i][j].
     inline TVector3& operator*=(const TMatrixMxN<T>& matrix);
 
     /// The outer product: element [i][j] is this[i] times other[j].
@@ -80,33 +96,42 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
         return Numbers::SquareRoot(dx * dx + dy * dy);
     }
 
-    /// The angle from this vector to another, clockwise as seen from the tip of `axis`: above 0 and up to and including
-    /// a full turn. It is below half a turn where the other lies on the side of `this * axis`. Vectors of one direction
-    /// give the full turn, unless rounding tells them apart. A vector without length gives NaN.
+    /// The angle in radians from this vector to another, clockwise as seen from the tip of `axis`: above 0 and up to
+    /// and including a full turn. It is below half a turn where the other lies strictly on the side of `this * axis`.
+    /// Vectors of one direction give the full turn, or 0 or nearly so where rounding tells them apart. A vector without
+    /// length gives NaN; so does any NaN. None needs to be of unit length. With an axis of 0 the result is never below
+    /// half a turn.
     T AngleWith(const TVector3& other, const TVector3& axis) const;
 
     /// Whether the squared length of the cross product is 0 within the absolute, inclusive tolerance. Opposite vectors
     /// are parallel, and the zero vector is parallel to all. Nothing is normalised, so the test scales with the fourth
-    /// power of the lengths.
+    /// power of the lengths. NaN gives false.
     bool IsParallelTo(const TVector3& other, T tolerance) const;
 
     /// Whether the dot product of the vectors as they are is 0 within the absolute, inclusive tolerance. Nothing is
-    /// normalised, so the answer depends on the lengths.
+    /// normalised, so the answer depends on the lengths. The zero vector is orthogonal to all; NaN gives false.
     bool IsOrthogonalTo(const TVector3& other, T tolerance) const;
 
-    /// Writes a unit vector orthogonal to this: this crossed with the axis of its smallest component. Ties that include
-    /// z go to z, a tie of x and y alone to y. This need not be of unit length; the zero vector gives the zero vector.
+    /// Writes a unit vector orthogonal to this: this crossed with the axis of its smallest component in size,
+    /// normalised. Ties that include z go to z, a tie of x and y alone to y. This need not be of unit length; a length
+    /// of exactly 0 gives the zero vector. The output may be this vector, and is not null.
     void OrthonormalX(TVector3* xAxis) const;
 
     /// Writes two unit vectors that make a right-handed triple with this, in the order this, x, y: what OrthonormalX
-    /// gives, and this crossed with it. The zero vector gives zero vectors. The outputs may not be this vector.
+    /// gives, and this crossed with it, normalised. This need not be of unit length; a length of exactly 0 gives zero
+    /// vectors. `yAxis` may be this vector, `xAxis` may not, for it is written first; neither is null.
     void OrthonormalXY(TVector3* xAxis, TVector3* yAxis) const;
 
     /// Turns a vector about this one as axis, counter-clockwise as seen from the tip of the axis, by the angle of the
-    /// given cosine and sine (O. Rodrigues, 1840). The axis is taken to be of unit length; that is not checked.
+    /// given cosine and sine (O. Rodrigues, 1840). The axis is taken to be of unit length, which no build checks; any
+    /// other gives what the formula does. The vector is not null; it may be this one, and cosine and sine its
+    /// components.
     void Rotate(TVector3* v, const T& cosine, const T& sine) const;
 
-    /// Turns a vector about this one as axis by an angle in radians.
+    /// Turns a vector about this one as axis by an angle in radians, counter-clockwise as seen from the tip of the axis
+    /// (O. Rodrigues, 1840). Sine and cosine are evaluated in `double` and narrowed to T. The axis is taken to be of
+    /// unit length, which no build checks; any other gives what the formula does. The vector is not null; it may be
+    /// this one, and the angle a component of it.
     void Rotate(TVector3* v, const T& angle) const;
 
 private:

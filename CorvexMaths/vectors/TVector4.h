@@ -13,6 +13,8 @@ namespace Halmont::Orrin::CorvexMaths
 ///
 /// The arithmetic that all vectors share stands in VectorOperations and treats w like the others: scaling, normalising
 /// and measuring include it. `%` is the dot product. There is no conversion between `float` and `double` vectors.
+/// Lengths have the unit of the components. The bodies of the products with matrices come with the headers of these.
+/// Outputs are not null, which debug builds check.
 template <class T>
 struct TVector4 : VectorOperations<TVector4<T>, T>
 {
@@ -27,10 +29,17 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     /// The vector of the given components.
     constexpr TVector4(T xValue, T yValue, T zValue, T wValue) : x(xValue), y(yValue), z(zValue), w(wValue) {}
 
-    /// Copies four components from an array. Only real pointers take part, so that a vector of another size converts.
+    /// Copies four components from an array, which is not null. Only real pointers take part, so that a vector of
+    /// another size converts.
     template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
-    constexpr TVector4(P components) : x(components[0]), y(components[1]), z(components[2]), w(components[3])
-    {}
+    constexpr TVector4(P components)
+    {
+        CORVEX_PRECONDITION("TVector4::TVector4", components != nullptr, components);
+        x = components[0];
+        y = components[1];
+        z = components[2];
+        w = components[3];
+    }
 
     /// The vector (x, y); z and w are dropped.
     operator TVector2<T>() const { return TVector2<T>(x, y); }
@@ -42,33 +51,45 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     using VectorOperations<TVector4, T>::operator*=;
 
     /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
-    /// The body comes with the matrix, as do those of all products with matrices.
     inline TVector4 operator*(const TMatrix4x4<T>& matrix) const;
-    /// The row vector times a matrix that is padded with the identity: z and w are kept.
+    /// The row vector times a matrix that is padded with the identity: component j is the sum over i, ascending, of
+    /// this[i] times that matrix's element [i][j], its zeros included. So z and w are kept if all components are
+    /// finite.
     inline TVector4 operator*(const TMatrix2x2<T>& matrix) const;
-    /// The row vector times a matrix that is padded with the identity: w is kept.
+    /// The row vector times a matrix that is padded with the identity: component j is the sum over i, ascending, of
+    /// this[i] times that matrix's element [i][j], its zeros included. So w is kept if all components are finite.
     inline TVector4 operator*(const TMatrix3x3<T>& matrix) const;
-    /// The row vector times the matrix converted to TMatrix4x4.
+    /// The row vector times the matrix converted to TMatrix4x4: its upper left block, with the identity where it has no
+    /// rows or columns. Component j is the sum over i, ascending, of this[i] times that matrix's element [i][j].
     inline TVector4 operator*(const TMatrixMxN<T>& matrix) const;
 
-    /// Replaces the vector by its product with a matrix, as `*` forms it; computed in full before it is stored.
+    /// Replaces the row vector by its product with a matrix: component j is the sum over i, ascending, of this[i] times
+    /// matrix[i][j]. It is computed in full before it is stored.
     inline TVector4& operator*=(const TMatrix4x4<T>& matrix);
-    /// Replaces the vector by its product with a matrix that is padded with the identity: z and w are kept.
+    /// Replaces the row vector by its product with a matrix that is padded with the identity: component j is the sum
+    /// over i, ascending, of this[i] times that matrix's element [i][j], its zeros included. So z and w are kept if all
+    /// components are finite.
     inline TVector4& operator*=(const TMatrix2x2<T>& matrix);
-    /// Replaces the vector by its product with a matrix that is padded with the identity: w is kept.
+    /// Replaces the row vector by its product with a matrix that is padded with the identity: component j is the sum
+    /// over i, ascending, of this[i] times that matrix's element [i][j], its zeros included. So w is kept if all
+    /// components are finite.
     inline TVector4& operator*=(const TMatrix3x3<T>& matrix);
-    /// Replaces the vector by its product with the matrix converted to TMatrix4x4.
+    /// Replaces the row vector by its product with the matrix converted to TMatrix4x4: its upper left block, with the
+    /// identity where it has no rows or columns. Component j is the sum over i, ascending, of this[i] times that
+    /// matrix's element [i][j].
     inline TVector4& operator*=(const TMatrixMxN<T>& matrix);
 
     /// The outer product: element [i][j] is this[i] times other[j].
     inline TMatrix4x4<T> operator^(const TVector4& other) const;
 
     /// Whether the two vectors have the same direction: the dot product of their normalised copies is 1 within the
-    /// absolute, inclusive tolerance. Opposite vectors are not parallel here; a zero vector has the product 0.
+    /// absolute, inclusive tolerance. Opposite vectors are not parallel here. A zero vector has the product 0 and is
+    /// parallel to none unless the tolerance reaches 1; NaN gives false. w takes part like the others.
     bool IsParallelTo(const TVector4& other, T tolerance) const;
 
     /// Whether the dot product of the vectors as they are is below the tolerance. Unlike the test of the smaller
-    /// vectors it is strict and takes no absolute value: any negative product passes, and 0 fails a tolerance of 0.
+    /// vectors it is strict and takes no absolute value: any negative product passes, and 0 fails a tolerance of 0. w
+    /// takes part like the others; NaN gives false.
     bool IsOrthogonalTo(const TVector4& other, T tolerance) const;
 
     /// Writes three unit vectors that are orthogonal to this and to one another, each found from a small linear system
@@ -76,7 +97,8 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     ///
     /// False only for the zero vector, which leaves the outputs untouched. A system whose determinant is 0 within the
     /// common tolerance is not solved: its unknowns are read as zeros and the result is still true, but the frame is
-    /// not orthogonal, as for (1, 1, -2, 0). The outputs are written last; any of them may be this vector.
+    /// not orthogonal, as for (1, 1, -2, 0). The outputs are written last: any of them may be this vector, but none may
+    /// be another output, and none is null.
     bool OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAxis) const;
 
 private:

@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -14,24 +15,27 @@ namespace Halmont::Orrin::CorvexMaths
 /// a pointer to a component: `Each` makes a vector of the results, `Sum` adds them up from the left, `All` stops at the
 /// first false one. They are unrolled by hand, so that every operation below is straight-line code without a call.
 ///
-/// All components take part in every operation, w included. Nothing is checked and nothing fails: overflow, division by
-/// zero and NaN follow IEEE arithmetic. Operands may alias one another and the result.
+/// All components take part in every operation, w included. Nothing fails: overflow, division by zero and NaN follow
+/// IEEE arithmetic. Operands may alias one another and the result, a scalar may be a component of the vector. Every
+/// step rounds to T. No operation allocates.
 template <class V, class T>
 struct CORVEX_API VectorOperations
 {
-    /// The address of the first component, from which the others follow. It also serves `v[i]`; i is not checked.
+    /// The address of the first component, from which the others follow. It also serves `v[i]`; that i is below the
+    /// number of components is a precondition which no build can check.
     operator T*() { return reinterpret_cast<T*>(&Self()); }
 
-    /// The address of the first component, to read from.
+    /// The address of the first component, from which the others follow, to read from. It also serves `v[i]` of a const
+    /// vector; that i is below the number of components is a precondition which no build can check.
     operator const T*() const { return reinterpret_cast<const T*>(&Self()); }
 
-    /// The componentwise sum.
+    /// The componentwise sum, w included.
     V operator+(const V& other) const
     {
         return V::Each([&](T V::*c) { return Self().*c + other.*c; });
     }
 
-    /// The componentwise difference.
+    /// The componentwise difference, this minus the other, w included.
     V operator-(const V& other) const
     {
         return V::Each([&](T V::*c) { return Self().*c - other.*c; });
@@ -43,34 +47,36 @@ struct CORVEX_API VectorOperations
         return V::Each([&](T V::*c) { return -(Self().*c); });
     }
 
-    /// Every component times a scalar.
+    /// Every component times a scalar, w included.
     V operator*(const T& scalar) const
     {
         return V::Each([&](T V::*c) { return Self().*c * scalar; });
     }
 
-    /// Every component divided by a scalar: a true division each, with no test for 0.
+    /// Every component divided by a scalar, w included: a true division each, with no test for 0, which gives
+    /// infinities or NaN.
     V operator/(T scalar) const
     {
         return V::Each([&](T V::*c) { return Self().*c / scalar; });
     }
 
-    /// The dot product, its terms added in the order x, y, z, w.
+    /// The dot product over all components, its terms added in the order x, y, z, w.
     T operator%(const V& other) const
     {
         return V::Sum([&](T V::*c) { return Self().*c * other.*c; });
     }
 
-    /// Adds a vector in place.
+    /// Adds a vector, which may be this one, to every component, w included.
     V& operator+=(const V& other) { return Self() = Self() + other; }
 
-    /// Subtracts a vector in place.
+    /// Subtracts a vector, which may be this one, from every component, w included.
     V& operator-=(const V& other) { return Self() = Self() - other; }
 
-    /// Multiplies every component by a scalar. The scalar may be a component of this vector.
+    /// Multiplies every component by a scalar, w included. The scalar may be a component of this vector.
     V& operator*=(T scalar) { return Self() = Self() * scalar; }
 
-    /// Divides every component by a scalar, as `/` does. The scalar may be a component of this vector.
+    /// Divides every component by a scalar, w included: a true division each, with no test for 0, which gives
+    /// infinities or NaN. The scalar may be a component of this vector.
     V& operator/=(T scalar) { return Self() = Self() / scalar; }
 
     /// Whether all components are exactly equal. There is no tolerance, and a NaN makes it false.
@@ -79,41 +85,46 @@ struct CORVEX_API VectorOperations
         return V::All([&](T V::*c) { return Self().*c == other.*c; });
     }
 
-    /// The exact opposite of `==`.
+    /// Whether any component differs from the other's, exactly: the opposite of `==`, so that a NaN makes it true.
     bool operator!=(const V& other) const { return !(Self() == other); }
 
-    /// Lexicographic order: the first component that is not exactly equal decides. A NaN there gives false both ways.
+    /// Whether this comes before the other in lexicographic order x, y, z, w: the first component that is not exactly
+    /// equal to the other's is less. False for equal vectors, and where a NaN makes that component differ.
     bool operator<(const V& other) const
     {
         return FirstDifference(other, [](T a, T b) { return a < b; });
     }
 
-    /// The opposite lexicographic order; equal vectors are neither less nor greater.
+    /// Whether this comes after the other in lexicographic order x, y, z, w: the first component that is not exactly
+    /// equal to the other's is greater. False for equal vectors, and where a NaN makes that component differ.
     bool operator>(const V& other) const
     {
         return FirstDifference(other, [](T a, T b) { return a > b; });
     }
 
-    /// The length: the square root of the sum of the squares.
+    /// The length: the square root of the sum of the squares of all components, w included, in the components' unit.
     T GetLength() const { return Numbers::SquareRoot(GetLengthSquared()); }
 
-    /// The squared length: the squares added in the order x, y, z, w.
+    /// The squared length: the squares of all components, added in the order x, y, z, w. No root is taken.
     T GetLengthSquared() const { return Self() % Self(); }
 
-    /// The distance between the tips of this vector and another.
+    /// The distance between the tips of this vector and another: the length of their difference, w included.
     T DiffVectLen(const V& other) const { return (Self() - other).GetLength(); }
 
-    /// The squared distance between the tips of this vector and another.
+    /// The squared distance between the tips of this vector and another: the squared length of their difference, w
+    /// included. No root is taken.
     T DiffVectLenSquared(const V& other) const { return (Self() - other).GetLengthSquared(); }
 
-    /// Whether each component is equal to the other's within an absolute, inclusive tolerance. Exactly equal ones pass
-    /// without a subtraction, so equal infinities do; NaN never passes.
+    /// Whether each component is equal to the other's within an absolute, inclusive tolerance, in the order x, y, z, w.
+    /// Exactly equal ones pass without a subtraction, so equal infinities do, and so they do under a tolerance below 0
+    /// or NaN; a NaN component never passes.
     bool IsEqualTo(const V& other, T tolerance) const
     {
         return V::All([&](T V::*c) { return Numbers::IsNear(Self().*c, other.*c, tolerance); });
     }
 
-    /// Divides the vector by its length, however small that is; a length of exactly 0 leaves the vector as it is.
+    /// Divides every component, w included, by the length, however small that is; a length of exactly 0 leaves the
+    /// vector as it is, and nothing is reported. A square that leaves the range of T makes that length 0 or infinite.
     void Normalise()
     {
         const T length = GetLength();

@@ -1,7 +1,7 @@
 #!/bin/sh
 # A fused multiply-add rounds once where two roundings are promised: the library may hold none.
 #
-#   no_fused_arithmetic.sh LIBRARY
+#   no_fused_arithmetic.sh LIBRARY [OBJDUMP]
 set -eu
 fused='^ *[0-9a-f]+:[[:space:]]+(v?fn?m(add|sub)|fml[as])'
 
@@ -21,7 +21,7 @@ done
 
 listing=$(mktemp)
 trap 'rm -f "$listing"' EXIT
-objdump -d --no-show-raw-insn "$1" >"$listing"
+"${2-objdump}" -d --no-show-raw-insn "$1" >"$listing"
 grep -qE '^ *[0-9a-f]+:[[:space:]]+(v?mul[sp][sd]|fmul)' "$listing" || {
     echo "no multiplication found: the disassembly cannot be trusted"
     exit 1

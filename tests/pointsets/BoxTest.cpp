@@ -93,16 +93,17 @@ TYPED_TEST(PointSetBox, HasTheBitsOfAnExtensionPointByPoint)
     for (int round = 0; round < 600; ++round) {
         const unsigned int count = Below(random, 90), later = Below(random, count + 1);
         OpenSet<F> points(count + 1);
+        T* const values = *points.GetStream();
         for (unsigned int i = 0; i < count * F::dimension; ++i) {
             // One sign alone leaves zeros as the extreme values.
             const T value = AwkwardValue<T>(random, 3);
             const bool turn = (round % 3 == 1 && value < 0) || (round % 3 == 2 && value > 0);
-            points[0][i] = turn ? -value : value;
+            values[i] = turn ? -value : value;
         }
         OpenSet<F> set(points.GetStream(), later);
         set.AddRange(points.GetStream() + later, count - later);
         Maths::TBox<T> plain;
-        for (unsigned int i = 0; i < count; ++i) plain.Extend(static_cast<Maths::TVector3<T>>(points[i]));
+        for (unsigned int i = 0; i < count; ++i) plain.Extend(static_cast<Maths::TVector3<T>>(points.GetStream()[i]));
         ASSERT_EQ(std::memcmp(&set.GetBoundingBox(), &plain, sizeof(plain)), 0) << round;
     }
 }
