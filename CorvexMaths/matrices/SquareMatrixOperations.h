@@ -250,9 +250,10 @@ struct CORVEX_API SquareMatrixOperations
     ///
     /// With an iterationLimit of 1 to 30 the result is false when a value has not converged after iterationLimit - 1 QR
     /// transformations, and the outputs then hold an unfinished state; with 0 or above 30 a value is left as it is
-    /// after 30 of them, which may be negative, and the result is true. NaNs and infinities are not detected: they give NaN outputs or a false
-    /// result. The outputs must not be null and must be distinct; any of them may be this matrix. What they held does
-    /// not matter. Takes up to 100 KiB of stack.
+    /// after 30 of them, which may be negative, and the result is true. NaNs and infinities are not detected: they give
+    /// NaN outputs or a false result. Of a matrix of zeros, u and v have ones on their diagonals and zeros elsewhere.
+    /// The outputs must not be null and must be distinct; any of them may be this matrix. What they held does not
+    /// matter. Takes up to 100 KiB of stack.
     bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
 
 private:

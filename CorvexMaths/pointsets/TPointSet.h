@@ -164,6 +164,9 @@ public:
     /// stay centred, with their boxes, and `translation` is untouched: keep copies, or the centres, where that can
     /// happen.
     ///
+    /// A coordinate that is NaN or infinite spoils that component of its whole set, since the centre does not come off
+    /// again; the decomposition then does not converge.
+    ///
     /// The repair negates the last column of v, which need not belong to the value that is zero: values are not sorted.
     /// Where it does not, the result can be another rotation than the best.
     ///
@@ -267,7 +270,9 @@ public:
     /// whose direction has an x within the common tolerance, inclusively, count as vertical.
     ///
     /// A hit is where `TLine2::IntersectWith`, at the common tolerance, crosses the line of a side with that of the
-    /// edge, if it is within both by `TEdge2::IsWithin`. Parallel sides, coincident ones too, have none.
+    /// edge, if it is within both by `TEdge2::IsWithin`. Parallel sides, coincident ones too, have none. An edge
+    /// without length counts as the vertical line through its point, and so does a side between repeated vertices,
+    /// which thus can give hits that lie on no side: remove them beforehand.
     ///
     /// Returns whether `points` holds anything at the end: it is not emptied first. It must be neither null nor this
     /// set. Each hit is added by itself and fires the list's `ElementAdded`. Linear time.

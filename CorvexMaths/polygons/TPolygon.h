@@ -90,14 +90,15 @@ public:
     /// for a simple counter-clockwise outline, minus a full turn for a clockwise one, and other multiples where it
     /// winds several times. A reversal counts as half a turn to the left. A corner whose cosine is 1 within the common
     /// tolerance, inclusive, is straight and adds nothing: turns below about 0.0014 are dropped one by one, so that an
-    /// outline of many slight turns falls short. 0 for one vertex or none. Cost: linear.
+    /// outline of many slight turns falls short. A side without length, as between repeated vertices, counts as a
+    /// quarter turn to the left at either end: remove duplicates first. 0 for one vertex or none. Cost: linear.
     T GetWindingAngle() const;
 
     /// The convex boundary of the vertices as an open chain in space, which leads from the first to the last: starting
     /// from the vertex kept last, a vertex is kept when no later one lies strictly on the negative side of the step to
     /// it, that is, has a negative dot product with the unit vector of step times `normal`. With a normal of (0, 0, 1)
     /// all later vertices are to the right of each step. There is no tolerance, and NaN rejects nothing; nor does a
-    /// normal of zeros, which keeps all vertices.
+    /// normal of zeros, which keeps all vertices, nor the step to a repeat of the vertex kept last.
     ///
     /// z counts, w does not; whole vertices are kept. The result has room for as many vertices as this polygon, a grow
     /// size of 1, and no closing vertex; without vertices it is empty. Cost: at worst quadratic.
@@ -116,7 +117,8 @@ public:
     /// leave the two ends, and one vertex or none stays as it is. Whole vertices are kept, of those that differ in z or
     /// w alone the first that the scan meets. Vertices in one direction from the bottom left one come in the order that
     /// the standard `qsort` leaves; where there are three or more of them, but in the first direction, that order can
-    /// cost the result a corner of the hull or its convexity.
+    /// cost the result a corner of the hull or its convexity. So can a vertex of NaN, whose angle sorts as equal to
+    /// any.
     ///
     /// The sorted list ends with a pair for each vertex but the bottom left one, dropped or not; its angles are in
     /// radians. The old vertices are cleared with their hooks, and each addition fires its own; what the scan takes
@@ -151,14 +153,19 @@ public:
     ///
     /// False means one of two things. No side has exactly one of its two shifted midpoints inside (the distance is too
     /// large or NaN, or the polygon has no area): the vertices, less duplicates, are in their old order, all flattened
-    /// to z of 0 and w of 1. Or no vertex of the raw outline lies at `distance` from the old outline (every corner may
-    /// have vanished): the polygon holds that raw outline. The box is then out of date. A polygon without vertices
-    /// gives false too, unless the distance is 0. Cost: quadratic in the number of vertices.
+    /// to z of 0 and w of 1. Or no vertex of the raw outline lies at `distance` from the old outline, to within 1e-6,
+    /// strictly (every corner may have vanished): the polygon holds that raw outline. The box is then out of date. A
+    /// polygon without vertices gives false too, unless the distance is 0.
+    ///
+    /// That 1e-6 is a true `double` in both forms, and absolute: in `float`, rounding alone can exceed it at every
+    /// vertex once coordinates reach a hundred or so. True does not mean that anything is left inside: a clockwise
+    /// outline taken inward too far can come back turned into the other sense. Cost: quadratic in the number of
+    /// vertices.
     bool Offset(T distance, T spacing);
 
     /// Thins the vertices by spacing: keeps vertex 0 and each vertex not nearer than `spacing` to the one kept before
     /// it, then drops kept vertices from the end that are strictly nearer than `spacing` to the first, but vertex 0
-    /// never. Squared distances are compared with the squared spacing, whose sign is so of no account; 0 keeps
+    /// never. Squared distances are compared with the squared spacing, whose sign is so of no account; 0 and NaN keep
     /// everything. Works behind the list: no hook fires, the box stays as it is, and the capacity becomes the old
     /// count. Whole vertices are kept; distances are in the plane. Cost: linear.
     void Simplify(T spacing);
@@ -172,7 +179,8 @@ public:
     /// components, the polygon is closed again with a copy of the first at the end, unless it was left with three or
     /// fewer. Removals and the closing fire their hooks under the caller's keep box flag; those of duplicates with it
     /// off. Whole vertices are kept; distances are in the plane, by TEdge2::DistanceToPoint. A split goes to the
-    /// farthest vertex, the first on a tie. Cost: at worst quadratic.
+    /// farthest vertex, the first on a tie. A tolerance below 0 removes duplicates alone, one of NaN all between the
+    /// two ends. Cost: at worst quadratic.
     void SimplifyDPM(T tolerance);
 
     /// Removes each vertex whose x and y are both within the common tolerance, inclusive, of those of an earlier vertex
@@ -199,8 +207,9 @@ public:
     /// both by TEdge2::IsWithin, ends included; neighbours are not tested. The crossing nearest to the start of a side
     /// is the first, the earlier side on a tie; it is measured from that start also after a jump. The walk's last
     /// vertex goes if its squared distance from the first is strictly below 1e-8, as a `double` in both forms. The
-    /// hooks for clearing, each addition and that removal fire under the caller's keep box flag. Quadratic in the
-    /// number of sides.
+    /// hooks for clearing, each addition and that removal fire under the caller's keep box flag. A side without length
+    /// counts as a vertical line that is within everywhere, so that repeated vertices can cost a part of the outline:
+    /// remove duplicates first. Quadratic in the number of sides.
     void TrimCrossings();
 
 protected:

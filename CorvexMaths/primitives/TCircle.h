@@ -28,7 +28,8 @@ struct TCircle2
 
     /// Makes this the circle through three points. False, and the circle as it was, only where the determinant of the
     /// points (four times the signed area of their triangle) is exactly 0, as with two equal points; there is no
-    /// tolerance, so that points nearly on one line give a huge circle. The points may be this circle's centre.
+    /// tolerance, so that points nearly on one line give a huge circle, and NaN gives true and NaN. The points may be
+    /// this circle's centre.
     bool Fit(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c);
 
     /// Whether a point is no further from the centre than the radius plus the tolerance. Squares are compared,
@@ -41,14 +42,15 @@ struct TCircle2
 
     /// Where a line meets the circle: `p1` lies further along the line's direction than `p2`, and a tangent gives two
     /// equal points. False, and nothing written, when the roots of the quadratic are complex and the imaginary part
-    /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN. The direction
-    /// need not be of unit length. Neither pointer may be null, nor `p1` part of the line.
+    /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN, as NaN does.
+    /// The direction need not be of unit length. Neither pointer may be null, nor `p1` part of the line.
     bool IntersectWith(const TLine2<T>& line, TVector2<T>* p1, TVector2<T>* p2) const;
     /// Where the line that carries an edge meets the circle: `p1` lies further along the edge than `p2`, and a tangent
     /// gives two equal points. The result says nothing of the edge itself: `within1` and `within2`, each of which may
     /// be null, receive whether `p1` and `p2` are within the edge, by `TEdge2::IsWithin`. False, and nothing written,
     /// when the roots of the quadratic are complex and the imaginary part does not vanish in rounding; there is no
-    /// tolerance. An edge without length gives true and NaN. `p1` and `p2` must be neither null nor an end of the edge.
+    /// tolerance. An edge without length gives true and NaN, as NaN does. `p1` and `p2` must be neither null nor an end
+    /// of the edge.
     bool IntersectWith(const TEdge2<T>& edge, TVector2<T>* p1, TVector2<T>* p2, bool* within1, bool* within2) const;
 
     /// Grows this circle to the minimum bounding circle of the points, incrementally in their given order (Welzl, 1991,
@@ -62,7 +64,8 @@ struct TCircle2
     /// random order and up to cubic for an adverse one. Nothing is allocated. Where all points so far are exactly
     /// collinear with two that must lie on the circle, and those two do not span them, the search goes on from radius 0
     /// at the origin, and the result may then miss points; remove such points beforehand. The same can come of
-    /// coordinates so large that rounding moves the rim by more than the tolerance, in `float` from some tens on.
+    /// coordinates so large that rounding moves the rim by more than the tolerance, in `float` from some tens on. With
+    /// a point of NaN the result means nothing, NaN or not.
     void MinimumBoundingCircle(const TList<TVector2<T>>& points);
 
 private:
@@ -103,11 +106,12 @@ struct TCircle3
     /// distances to the rim follow, at most `iterations` of them.
     ///
     /// Fewer than three points give false and write nothing. Three points write 0 through `spread` and `squares` and
-    /// give what the form of three points gives, `tolerance` then being that on twice the area. A failed plane fit
-    /// gives false and writes nothing. In every other case the circle and the residuals are written: the steps end when
-    /// a system cannot be solved, when the measure of a step (the dot product of the stepped parameters with the step:
-    /// signed) is below `tolerance`, or when it has not become less than that of the step before. The result is false
-    /// when the last system could not be solved or `iterations` ran out; the circle is then the best so far.
+    /// give what the form of three points gives, `tolerance` then being that on twice the area. A failed plane fit, as
+    /// with a NaN among the points, gives false and writes nothing. In every other case the circle and the residuals
+    /// are written: the steps end when a system cannot be solved, when the measure of a step (the dot product of the
+    /// stepped parameters with the step: signed) is below `tolerance`, or when it has not become less than that of the
+    /// step before. The result is false when the last system could not be solved or `iterations` ran out; the circle is
+    /// then the best so far.
     ///
     /// `squares` receives the sum of the squared distances to the rim and `spread` the greatest less the least signed
     /// one, both from before the last step; either may be null. Where no step began, `squares` is 0 and `spread`

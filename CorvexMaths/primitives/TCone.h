@@ -49,7 +49,8 @@ struct TCone
     /// the tip too, and is NaN where the line is a generator itself. Of three hits one that coincides with an earlier
     /// one, in each component to within the tolerance, is dropped; two hits stay as they are, at the rim equal ones.
     ///
-    /// False, and nothing written, with one hit or none, as on a tangent of the side, and with three distinct ones.
+    /// False, and nothing written, with one hit or none, as on a tangent of the side or with NaN in the line, and with
+    /// three distinct ones.
     /// That the direction is of unit length is not checked, and a height of 0 not guarded against. Neither pointer may
     /// be null; what they point to may be part of this cone or of the line.
     bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const;

@@ -57,7 +57,8 @@ public:
     ///
     /// Of three hits, `p1` is that of the cap, and `p2` the one of the others that is further from it, by squared
     /// distance; the first on a tie. A tangent of the side gives two equal points and true, unlike that of a cone.
-    /// False, and nothing written, with fewer than two hits. That the direction is of unit length is not checked.
+    /// False, and nothing written, with fewer than two hits. NaN in the line gives false, but true and NaN where
+    /// `infinite`. That the direction is of unit length is not checked.
     /// Neither pointer may be null; what they point to may be part of this cylinder or of the line.
     bool IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const;
 };

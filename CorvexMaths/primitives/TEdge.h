@@ -89,7 +89,7 @@ struct TEdge2
     /// dot product without tolerance, has the distance from the start: `within` becomes false and `beforeStart` true.
     /// One strictly past the end has that from the end: both become false. Else the distance is that from the line,
     /// `within` becomes `IsWithin(point)` (true but for NaN) and `beforeStart` keeps what it held: set it beforehand.
-    /// Either pointer may be null. A segment of zero length is at distance 0 from every finite point.
+    /// Either pointer may be null. A segment of zero length is at distance 0 from every finite point; NaN gives NaN.
     T DistanceToPoint(const TVector2<T>& point, bool* within, bool* beforeStart) const;
     /// Whether two segments cross or touch. An end counts as on the other's line when its cross product (the other's
     /// direction, of its own length, with the vector from the other's start) is zero within `crossTolerance`,
@@ -114,7 +114,7 @@ struct TEdge2
     /// and a tangent gives two equal points. `firstWithin` and `secondWithin`, each of which may be null, receive
     /// whether the points are within the segment, by `IsWithin`; the result says nothing of that. False, and nothing
     /// written, when the line misses the circle by `TCircle2::IntersectWith`, without tolerance. A segment without
-    /// length gives true and NaN. `first` and `second` must be neither null nor an end of the segment.
+    /// length gives true and NaN, as NaN does. `first` and `second` must be neither null nor an end of the segment.
     bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVector2<T>* second, bool* firstWithin,
                        bool* secondWithin) const;
 };
@@ -176,7 +176,8 @@ struct TEdge3
     /// false and `beforeStart` true. One strictly past the end has that from the end: both become false. Else the
     /// distance is that of `TLine3::DistanceToPoint` within the common tolerance from the line through both points,
     /// which makes very small distances 0; `within` becomes true and `beforeStart` keeps what it held: set it
-    /// beforehand. Either pointer may be null. A segment of zero length is at distance 0 from every finite point.
+    /// beforehand. Either pointer may be null. A segment of zero length is at distance 0 from every finite point; NaN
+    /// gives NaN, with `within` true.
     T DistanceToPoint(const TVector3<T>& point, bool* within, bool* beforeStart) const;
     /// The point of the segment nearest to a point: the end when the foot lies strictly past the length, the start when
     /// it lies strictly before 0, else start + direction times the foot's place. The start for a segment of zero
@@ -198,7 +199,8 @@ struct TEdge3
     /// at, so a triangle whose plane passes through the origin leaves them meaningless.
     ///
     /// `point` is written as soon as the line is known to cross the plane, before containment is tested, and may hold a
-    /// rejected point after 1; it is untouched after 2. It must be neither null nor a corner.
+    /// rejected point after 1; it is untouched after 2. NaN passes the tests: unless the range on another axis gives 1,
+    /// the result is 0 with NaN in `point`, which must be neither null nor a corner.
     int IntersectWith(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, TVector3<T>* point,
                       T tolerance) const;
     /// Where the segment meets a plane. An end counts as in the plane when its distance is strictly below the

@@ -65,15 +65,15 @@ struct TLine2
     /// as that of a line without a direction is. Two vertical lines never cross, coincident ones neither, and with one
     /// of them the point has its x and the other line's y there. Else the lines are solved in slope and intercept form
     /// by pivoted LU decomposition. False when their slopes differ by no more than the common tolerance, whatever
-    /// tolerance is passed, or when the decomposition fails, which only slopes of NaN or infinity can make it do.
+    /// tolerance is passed. NaN, and a slope that overflows, are not rejected and give true with NaN.
     ///
     /// A false result leaves the point untouched. `point` must not be null; it may be part of either line.
     bool IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tolerance) const;
 
     /// Where the line meets a circle: `p1` lies further along the line's direction than `p2`, and a tangent gives two
     /// equal points. False, and nothing written, when the roots of the quadratic are complex and the imaginary part
-    /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN. Neither
-    /// pointer may be null, nor `p1` part of the line. The same as `TCircle2::IntersectWith`.
+    /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN, as NaN does.
+    /// Neither pointer may be null, nor `p1` part of the line. The same as `TCircle2::IntersectWith`.
     bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* p1, TVector2<T>* p2) const;
 };
 
@@ -113,8 +113,9 @@ struct TLine3
     /// Exactly 2 points set both to 0 and give the line from the first through the second, or false, with the line as
     /// it was, when they are exactly equal. False for fewer than 2 points, with nothing written. Of more, false when
     /// the decomposition does not converge within the limit of 30 that `TMatrixMxN::SVD` is given or no singular value
-    /// is above 0, as of points that all coincide; the origin is then the centroid and nothing else is written. The
-    /// points stay as they are. Time and memory in proportion to their number.
+    /// is above 0, as of points that all coincide; the origin is then the centroid and nothing else is written. With a
+    /// NaN among them it does not converge; of 2 points it gives true and NaN. The points stay as they are. Time and
+    /// memory in proportion to their number.
     bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// The point origin + direction * t: t is a signed distance from the origin, as the direction is a unit vector. The

@@ -52,8 +52,9 @@ struct TPlane
     /// False for fewer than 3 points, with the plane as it was, and when the decomposition does not converge within the
     /// limit of 30 that `TMatrixMxN::SVD` is given, with `point` at the centroid and the normal as it was. Exactly 3
     /// points are fitted as corners, and the result is true even when they are collinear and leave no normal. More
-    /// points that span no plane give some normal and true. The points stay as they are. Time and memory in proportion
-    /// to their number.
+    /// points that span no plane give some normal and true. With a NaN among the points the decomposition does not
+    /// converge; exactly 3 give true and NaN. The points stay as they are. Time and memory in proportion to their
+    /// number.
     bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// Whether point and normal are exactly equal; the same plane held by another point or the opposite normal is not.
@@ -81,7 +82,8 @@ struct TPlane
     /// The direction is that of the common line, of unit length, but the origin lies on it in special cases only: it is
     /// the inverse of the matrix with this normal, the other's and the direction as columns, times the planes' two
     /// offsets and 0. Where the determinant of the matrix is zero within the common tolerance, inclusively, the result
-    /// is true all the same and the origin stays as the caller left it. `line` must not be null.
+    /// is true all the same and the origin stays as the caller left it. NaN gives true and NaN. `line` must not be
+    /// null.
     bool IntersectWith(const TPlane& other, TLine3<T>* line, T tolerance) const;
     /// Where the edges of a triangle meet the plane, as the form with three corners finds it: the first hit of the
     /// edges 0 (corner 0 to 1), 1 (corner 1 to 2) and 2 (corner 2 to 0) goes to `p1` and `edge1`, the second to `p2`

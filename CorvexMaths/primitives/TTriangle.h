@@ -73,7 +73,7 @@ struct TTriangle3
     /// the triangle by `TLine3::IntersectWith` with this tolerance, which is one on the barycentric coordinates; else
     /// from the nearest edge, by `TEdge3::DistanceToPoint`. A triangle without a normal is measured by its edges alone,
     /// and so is one whose doubled area is strictly below the common tolerance. The stored normal decides, also where
-    /// corners have been written since.
+    /// corners have been written since. NaN gives NaN.
     T DistanceToPoint(TVector3<T>& p, T tolerance) const;
     /// The stored corner nearest to p; the lowest index on a tie, and where no squared distance is below the largest
     /// `float`, as with NaN. Writing through the reference moves the corner and leaves the normal.

@@ -136,7 +136,7 @@ public:
     /// evenly spaced ones in their place, which change the curve. The box is that of default vectors.
     ///
     /// There is no result. Where the decomposition does not converge or the data leave a control point undetermined (a
-    /// singular value zero within the common tolerance, as with coinciding data), the control points are default
+    /// singular value zero within the common tolerance, as with coinciding data or NaN), the control points are default
     /// vectors and the type is `Clamped`; in the latter case `points` has its two vectors more, in the former it is
     /// untouched.
     ///

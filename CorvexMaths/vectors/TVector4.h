@@ -97,8 +97,8 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     ///
     /// False only for the zero vector, which leaves the outputs untouched. A system whose determinant is 0 within the
     /// common tolerance is not solved: its unknowns are read as zeros and the result is still true, but the frame is
-    /// not orthogonal, as for (1, 1, -2, 0). The outputs are written last: any of them may be this vector, but none may
-    /// be another output, and none is null.
+    /// not orthogonal, as for (1, 1, -2, 0). A NaN in this gives true and NaN. The outputs are written last: any of
+    /// them may be this vector, but none may be another output, and none is null.
     bool OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAxis) const;
 
 private:
