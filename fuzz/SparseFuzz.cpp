@@ -314,7 +314,7 @@ const Operation<SparseState<T>> SparseState<T>::operations[] = {
     {"TCRSMatrixMxN::AddElement",
      [](SparseState& s, Input& in) {
          Rows& m = s.ChooseRows(in);
-         if (m.elementCount == m.capacity || m.rowCount == 0) return;
+         if (m.elementCount == m.capacity || m.rowCount == 0 || m.columnCount == 0) return;
          int last = m.rowCount - 1;
          while (last > 0 && m.rowStarts[last] == ByRows::emptyRow) --last;
          const int row = last + static_cast<int>(in.Below(static_cast<unsigned int>(m.rowCount - last)));
