@@ -2,6 +2,8 @@
 
 #include "tests/digest/Inputs.h"
 
+#include <new>
+
 namespace CorvexDigest
 {
 namespace
@@ -11,22 +13,17 @@ namespace
 template <class Element>
 Element Draw(Random& random)
 {
-    return random.Point<Element>([](Random& r) { return static_cast<decltype(Element::x)>(r.Below(3)); });
+    if constexpr (std::is_arithmetic_v<Element>)
+        return static_cast<Element>(random.Below(5));
+    else
+        return random.Point<Element>([](Random& r) { return static_cast<decltype(Element::x)>(r.Below(3)); });
 }
 
 template <class First, class Second>
 TPair<First, Second> DrawPair(Random& random)
 {
-    const First first = [&] {
-        if constexpr (std::is_arithmetic_v<First>)
-            return static_cast<First>(random.Below(5));
-        else
-            return Draw<First>(random);
-    }();
-    if constexpr (std::is_arithmetic_v<Second>)
-        return TPair<First, Second>(first, random.Below(5));
-    else
-        return TPair<First, Second>(first, Draw<Second>(random));
+    const First first = Draw<First>(random);
+    return TPair<First, Second>(first, Draw<Second>(random));
 }
 
 /// A list that writes down which hooks are fired and what they are shown.
@@ -53,13 +50,14 @@ protected:
 };
 
 /// One change of a list, chosen at random among all that there are.
-template <class Element, class List>
-void Change(Random& random, List& list, const std::vector<Element>& pool)
+template <class Element>
+void Change(Random& random, TList<Element>& list, const std::vector<Element>& pool)
 {
     const Element value = pool[random.Below(static_cast<unsigned int>(pool.size()))];
     Element run[3] = {value, pool[0], value};
     const unsigned int count = list.GetCount(), index = random.Below(count + 1), some = random.Below(count + 1);
     const bool keepOrder = random.Below(2) == 0;
+    TList<Element> other(run, 2, 3);
     switch (random.Below(20)) {
     case 0:
         list.Add(&value);
@@ -74,7 +72,7 @@ void Change(Random& random, List& list, const std::vector<Element>& pool)
         list.AddRange(run, 3);
         break;
     case 4:
-        list.AddRange(TList<Element>(run, 2, 3));
+        list.AddRange(keepOrder ? other : list);
         break;
     case 5:
         list.Insert(value, index);
@@ -86,13 +84,13 @@ void Change(Random& random, List& list, const std::vector<Element>& pool)
         list.InsertRange(run, 3, index);
         break;
     case 8:
-        list.InsertRange(list, index);
+        list.InsertRange(other, index);
         break;
     case 9:
         list.Remove(value, keepOrder);
         break;
     case 10:
-        if (count > 0) list.Remove(&list[index % count], keepOrder);
+        list.Remove(list.GetStream() + index, keepOrder); // behind the last element now and then
         break;
     case 11:
         if (count > 0) list.RemoveAt(index % count, keepOrder);
@@ -135,14 +133,20 @@ void AddList(Report& report, const std::string& type, DrawElement draw)
 
     report.Add(type + "::changes", [&](Digest& d) {
         for (unsigned int run = 0; run < 20; ++run) {
-            WatchedList<Element> list(run, run / 2);
+            WatchedList<Element> watched(run, run / 2);
+            TList<Element> plain(run, run / 2), &list = run % 4 == 3 ? plain : watched;
             for (unsigned int step = 0; step < 60; ++step) {
                 Change(random, list, pool);
-                d << static_cast<const TList<Element>&>(list) << list.hooks.Get();
+                d << list << watched.hooks.Get() << list.GetGrowSize();
+                if (list.GetCount() > 0) d << list.GetFirst() << list.GetLast();
             }
-            WatchedList<Element> copy(list), taken(&list, 4);
+            WatchedList<Element> copy(watched), taken(&list, 4);
             copy = taken;
-            d << static_cast<const TList<Element>&>(copy) << copy.hooks.Get() << TList<Element>(list);
+            plain = list;
+            const unsigned int count = plain.GetCount();
+            plain.Expand(count + 1);
+            plain[count] = pool[0];
+            d << static_cast<const TList<Element>&>(copy) << copy.hooks.Get() << TList<Element>(list) << plain;
         }
     });
     report.Add(type + "::searches", [&](Digest& d) {
@@ -204,20 +208,22 @@ void AddMap(Report& report, const std::string& type, DrawCell draw)
                     if (column >= width || row >= height || random.Below(3) == 0) map[column][row] = draw(random);
             d << map;
         }
+        // Copies share the storage, and only one of them may be destroyed.
+        alignas(TMap<Cell>) unsigned char room[sizeof(TMap<Cell>)];
+        TMap<Cell>* const shared = new (room) TMap<Cell>(map);
+        d << *shared << (*shared = map) << TMap<Cell>();
     });
 }
 
 /// Lists of pointers and a map of them, to objects that lie in one array.
 template <class Object>
-void AddPointers(Report& report, const std::string& type, bool withMap = false)
+void AddPointers(Report& report, const std::string& type)
 {
     const std::vector<Object> objects(12);
     Digest::origin = objects.data();
-    AddList<Object*>(report, "TList<" + type + "*>",
-                     [&](Random& random) { return const_cast<Object*>(&objects[random.Below(12)]); });
-    if (withMap)
-        AddMap<Object*>(report, type + "*",
-                        [&](Random& random) { return const_cast<Object*>(&objects[random.Below(12)]); });
+    const auto draw = [&](Random& random) { return const_cast<Object*>(&objects[random.Below(12)]); };
+    AddList<Object*>(report, "TList<" + type + "*>", draw);
+    AddMap<Object*>(report, type + "*", draw);
 }
 
 template <class A, class B>
@@ -239,7 +245,7 @@ void AddLists(Report& report)
     AddList<TPair<T, V<T>>>(report, "TList<TPair<" + NameOf<T>() + "," + vector + ">>", DrawPair<T, V<T>>);
     AddPointers<TPointSet<T, V>>(report, NameOf<T, V>("TPointSet"));
     AddPointers<TParameterization<T, V>>(report, NameOf<T, V>("TParameterization"));
-    AddPointers<TPolygon<T, V>>(report, NameOf<T, V>("TPolygon"), true);
+    AddPointers<TPolygon<T, V>>(report, NameOf<T, V>("TPolygon"));
 }
 
 template <class T>
@@ -259,6 +265,10 @@ void AddLinks(Report& report)
             d << head->GetCount() << head->GetLast()->value;
         }
         for (Node* node = head; node != nullptr; node = node->GetNext()) d << node->value;
+        Node lone, copy(*head);
+        d << copy.value << copy.GetCount() << (lone = copy).GetCount();
+        lone.SetNext(&copy);
+        d << lone.GetCount();
         head->MakeCircular();
         d << head->GetCount();
         Node::ReleaseMemoryCircular(head);
@@ -269,11 +279,15 @@ void AddLinks(Report& report)
 
 void DigestContainers(Report& report)
 {
+    AddList<int>(report, "TList<int>", Draw<int>);
     ForScalars([&](auto scalar) {
         using T = decltype(scalar);
         AddLists<T, TVector2>(report);
         AddLists<T, TVector3>(report);
         AddLists<T, TVector4>(report);
+        AddList<T>(report, "TList<" + NameOf<T>() + ">", Draw<T>);
+        AddList<TMatrix4x4<T>>(report, "TList<" + NameOf<T>("TMatrix4x4") + ">",
+                               [](Random& random) { return MakeMatrix<T>(Kind::Tied, 4, 4, random.Below(5)); });
         const std::string t = NameOf<T>(), v2 = NameOf<T>("TVector2"), v3 = NameOf<T>("TVector3");
         AddList<TPair<TVector3<T>, unsigned int>>(report, "TList<TPair<" + v3 + ",unsigned>>",
                                                   DrawPair<TVector3<T>, unsigned int>);

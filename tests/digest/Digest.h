@@ -251,25 +251,28 @@ public:
     }
 
     /// The combinations of the elements of some pools, for operations to be run on.
-    template <class... Pools>
-    auto Over(const Pools&... pools);
+    template <class... Elements>
+    auto Over(const std::vector<Elements>&... pools);
 
     std::vector<Line> lines;
 };
 
 /// Adds lines of operations that are run on every combination of the elements of some pools, each time on copies.
-template <class... Pools>
+template <class... Elements>
 class Combinations
 {
 public:
-    Combinations(Report& target, const Pools&... inputs) : report(target), pools(inputs...) {}
+    Combinations(Report& target, const std::vector<Elements>&... inputs) : report(target), pools(inputs...) {}
 
     /// Adds the line of an operation: `run(digest, a, b ...)`.
     template <class Run>
     void Add(const std::string& name, Run run, Functions functions = Functions::Exact) const
     {
-        report.Add(
-            name, [&](Digest& digest) { Combine<0>([&](auto&... chosen) { run(digest, chosen...); }); }, functions);
+        // The loops are compiled once for all operations over the same types, which call them by a plain function.
+        AddCall(name,
+                {&run, [](void* called, Digest& digest,
+                          Elements&... elements) { (*static_cast<Run*>(called))(digest, elements...); }},
+                functions);
     }
 
     template <class Run>
@@ -279,27 +282,35 @@ public:
     }
 
 private:
-    template <std::size_t index, class Visit>
-    void Combine(Visit visit) const
+    struct Call
     {
-        if constexpr (index == sizeof...(Pools))
-            visit();
+        void* run;
+        void (*function)(void*, Digest&, Elements&...);
+    };
+
+    void AddCall(const std::string& name, Call call, Functions functions) const
+    {
+        report.Add(
+            name, [&](Digest& digest) { Combine(call, digest); }, functions);
+    }
+
+    template <class... Chosen>
+    void Combine(Call call, Digest& digest, const Chosen&... chosen) const
+    {
+        if constexpr (sizeof...(Chosen) == sizeof...(Elements))
+            [&](Elements... copies) { call.function(call.run, digest, copies...); }(chosen...);
         else
-            for (const auto& element : std::get<index>(pools))
-                Combine<index + 1>([&](auto&... chosen) {
-                    auto copy = element;
-                    visit(copy, chosen...);
-                });
+            for (const auto& element : std::get<sizeof...(Chosen)>(pools)) Combine(call, digest, chosen..., element);
     }
 
     Report& report;
-    std::tuple<const Pools&...> pools;
+    std::tuple<const std::vector<Elements>&...> pools;
 };
 
-template <class... Pools>
-auto Report::Over(const Pools&... pools)
+template <class... Elements>
+auto Report::Over(const std::vector<Elements>&... pools)
 {
-    return Combinations<Pools...>(*this, pools...);
+    return Combinations<Elements...>(*this, pools...);
 }
 
 /// The object itself, where a compiler would warn of an argument that is the target.

@@ -25,7 +25,13 @@ void AddWideIntegers(Report& report)
     });
     pairs.Add("Int128::operator+", [](Digest& d, Int128& a, Int128& b) { d << (a + b) << (a += b) << (a += Same(a)); });
     pairs.Add("Int128::operator-", [](Digest& d, Int128& a, Int128& b) { d << (a - b) << (a -= b) << (a -= Same(a)); });
-    pairs.Add("Int128::operator/", [](Digest& d, Int128& a, Int128& b) { d << (b == Int128(0) ? a : a / b); });
+    pairs.Add("Int128::operator/", [](Digest& d, Int128& a, Int128& b) {
+        try {
+            d << a / b;
+        } catch (const char* message) {
+            d << std::strlen(message);
+        }
+    });
     report.Over(factors, factors).Add("Int128::Mul", [](Digest& d, long long a, long long b) {
         Int128 c = a;
         d << Int128::Mul(a, b) << c << (c = b) << c;
@@ -39,6 +45,11 @@ struct Recorder
     T size;
 
     void Take(T* set) { digest.TakeArray(set, size); }
+    void TakeTwice(T* set)
+    {
+        Take(set);
+        Take(set);
+    }
 
     static inline Recorder* current = nullptr;
     static void TakeStatic(T* set) { current->Take(set); }
@@ -48,20 +59,28 @@ template <class T>
 void AddSets(Report& report, const std::string& type)
 {
     report.Add("TSetGenerator<" + type + ">::Generate", [](Digest& d) {
+        const auto generate = [&d](T n, T k) {
+            Recorder<T> recorder{Digest(), k};
+            Recorder<T>::current = &recorder;
+            TSetGenerator<T> generator, assigned;
+            assigned = generator;
+            generator.AddCombinationMethod(&recorder, &Recorder<T>::Take);
+            generator.AddCombinationMethod(&recorder, &Recorder<T>::TakeTwice);
+            generator.AddCombinationFunction(&Recorder<T>::TakeStatic);
+            TSetGenerator<T> copy(generator);
+            generator.AddPermutationMethod(&recorder, &Recorder<T>::Take);
+            generator.AddPermutationFunction(&Recorder<T>::TakeStatic);
+            copy.GenerateCombinations(n, k);
+            generator.GeneratePermutations(n, k);
+            assigned = generator;
+            assigned.GenerateCombinations(n, k);
+            d << recorder.digest.Get();
+        };
         for (T n = 0; n < 7; ++n)
-            for (T k = 0; k <= n; ++k) {
-                Recorder<T> recorder{Digest(), k};
-                Recorder<T>::current = &recorder;
-                TSetGenerator<T> generator;
-                generator.AddCombinationMethod(&recorder, &Recorder<T>::Take);
-                generator.AddCombinationFunction(&Recorder<T>::TakeStatic);
-                generator.AddPermutationMethod(&recorder, &Recorder<T>::Take);
-                generator.AddPermutationFunction(&Recorder<T>::TakeStatic);
-                TSetGenerator<T> copy(generator);
-                copy.GenerateCombinations(n, k);
-                generator.GeneratePermutations(n, k);
-                d << recorder.digest.Get();
-            }
+            for (T k = 0; k <= n + 1; ++k) generate(n, k);
+        // Permutations look for the next value in windows of 64.
+        generate(64, 1);
+        generate(130, 2);
     });
 }
 
@@ -73,6 +92,8 @@ void DigestExact(Report& report)
     AddSets<unsigned char>(report, "unsigned char");
     AddSets<unsigned short>(report, "unsigned short");
     AddSets<unsigned int>(report, "unsigned");
+    AddSets<unsigned long>(report, "unsigned long");
+    AddSets<unsigned long long>(report, "unsigned long long");
 }
 
 } // namespace CorvexDigest

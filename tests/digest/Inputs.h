@@ -7,6 +7,7 @@
 
 #include "tests/digest/Digest.h"
 
+#include <cmath>
 #include <limits>
 
 namespace CorvexDigest
@@ -55,6 +56,15 @@ public:
         default:
             return Tied<T>();
         }
+    }
+
+    /// A number of any exponent.
+    template <class T>
+    T Extreme()
+    {
+        const unsigned int range = std::numeric_limits<T>::max_exponent;
+        const T unit = Unit<T>();
+        return std::ldexp(unit, static_cast<int>(Below(2 * range)) - static_cast<int>(range));
     }
 
     /// A finite coordinate, now and then a NaN, an infinity, a zero of either sign or a denormal.
@@ -117,25 +127,54 @@ std::vector<T> AllScalars()
     return scalars;
 }
 
+/// `n` vectors of drawn coordinates, the first of them zero.
+template <class Vector, class Draw>
+std::vector<Vector> DrawPoints(std::size_t n, std::uint64_t seed, Draw draw)
+{
+    Random random(seed);
+    std::vector<Vector> points = {Vector() * 0};
+    while (points.size() < n) points.push_back(random.Point<Vector>(draw));
+    return points;
+}
+
 /// `n` vectors of finite coordinates, and as many in which any value may occur.
 template <class Vector>
 std::vector<Vector> FinitePoints(std::size_t n, std::uint64_t seed = 1)
 {
-    Random random(seed);
-    std::vector<Vector> points;
-    using T = decltype(Vector::x);
-    while (points.size() < n) points.push_back(random.Point<Vector>([](Random& r) { return r.Finite<T>(); }));
-    return points;
+    return DrawPoints<Vector>(n, seed, [](Random& r) { return r.Finite<decltype(Vector::x)>(); });
 }
 
 template <class Vector>
 std::vector<Vector> AnyPoints(std::size_t n, std::uint64_t seed = 2)
 {
-    Random random(seed);
-    std::vector<Vector> points;
+    return DrawPoints<Vector>(n, seed, [](Random& r) { return r.Any<decltype(Vector::x)>(); });
+}
+
+/// All vectors of the coordinates 0, -1 and 2: along axes, on diagonals, orthogonal, with components that tie.
+template <class Vector>
+std::vector<Vector> GridPoints()
+{
     using T = decltype(Vector::x);
-    while (points.size() < n) points.push_back(random.Point<Vector>([](Random& r) { return r.Any<T>(); }));
+    const std::size_t dimension = sizeof(Vector) / sizeof(T);
+    std::vector<Vector> points(1);
+    for (std::size_t k = 0; k < dimension; ++k) {
+        std::vector<Vector> longer;
+        for (Vector point : points)
+            for (const T value : {T(0), T(-1), T(2)}) {
+                point[static_cast<unsigned int>(k)] = value;
+                longer.push_back(point);
+            }
+        points = longer;
+    }
     return points;
+}
+
+/// One vector of elements after another.
+template <class Element>
+std::vector<Element> operator+(std::vector<Element> a, const std::vector<Element>& b)
+{
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
 }
 
 /// A point on the unit circle, at the share t of it from 0 to 1, by the rational parameter: no sine is needed.
@@ -166,14 +205,16 @@ enum class Shape
     Wild,         ///< random points, near ties among them
     Line,         ///< all on one straight line
     Repeated,     ///< one point n times
-    HasNotANumber ///< a round one in which a coordinate is NaN and one is infinite
+    Zeros,        ///< on three places, with zeros of either sign
+    Extreme,      ///< coordinates of any exponent
+    HasNotANumber ///< a round one in which some coordinates are NaN and infinite
 };
 
-inline const std::vector<Shape> allShapes = {Shape::Round, Shape::Star,     Shape::Clockwise,
-                                             Shape::Comb,  Shape::Tied,     Shape::Wild,
-                                             Shape::Line,  Shape::Repeated, Shape::HasNotANumber};
-/// Those whose coordinates are all finite.
-inline const std::vector<Shape> finiteShapes(allShapes.begin(), allShapes.end() - 1);
+inline const std::vector<Shape> allShapes = {Shape::Round, Shape::Star,    Shape::Clockwise,    Shape::Comb,
+                                             Shape::Tied,  Shape::Wild,    Shape::Line,         Shape::Repeated,
+                                             Shape::Zeros, Shape::Extreme, Shape::HasNotANumber};
+/// Those whose coordinates are all finite and of like size.
+inline const std::vector<Shape> finiteShapes(allShapes.begin(), allShapes.end() - 2);
 
 template <class T>
 TVector2<T> ShapePoint(Shape shape, unsigned int i, unsigned int n, Random& random)
@@ -194,6 +235,15 @@ TVector2<T> ShapePoint(Shape shape, unsigned int i, unsigned int n, Random& rand
         const T y = shape == Shape::Wild ? random.Finite<T>() : random.Tied<T>();
         return TVector2<T>(x, y);
     }
+    case Shape::Zeros: {
+        const T values[] = {T(0), -T(0), T(-1)};
+        const T x = values[random.Below(3)];
+        return TVector2<T>(x, -values[random.Below(3)]);
+    }
+    case Shape::Extreme: {
+        const T x = random.Extreme<T>();
+        return TVector2<T>(x, random.Extreme<T>());
+    }
     case Shape::Line:
         return TVector2<T>(step, step / 2);
     case Shape::Repeated:
@@ -212,7 +262,8 @@ Set MakeShape(Shape shape, unsigned int n, std::uint64_t seed = 3)
     for (unsigned int i = 0; i < n; ++i) set.Add(Lift<V<T>>(ShapePoint<T>(shape, i, n, random), T(0.125)));
     if (shape == Shape::HasNotANumber && n > 2) {
         set[n / 2].x = Limits::quiet_NaN();
-        set[n / 3].y = Limits::infinity();
+        set[n % 4 == 3 ? 0 : n / 3].y = Limits::infinity();
+        if (n % 4 == 1) set[n - 1].y = Limits::quiet_NaN();
     }
     return set;
 }
@@ -236,14 +287,14 @@ enum class Kind
     Zero,
     Symmetric,
     RankOne,
-    Graded, ///< columns of very different size
+    Graded,  ///< columns of very different size
+    Extreme, ///< elements of any exponent
     HasNotANumber
 };
 
-inline const std::vector<Kind> allKinds = {Kind::Random,    Kind::Tied,    Kind::Identity, Kind::Zero,
-                                           Kind::Symmetric, Kind::RankOne, Kind::Graded,   Kind::HasNotANumber};
-/// Those whose elements are all finite.
-inline const std::vector<Kind> finiteKinds(allKinds.begin(), allKinds.end() - 1);
+inline const std::vector<Kind> allKinds = {Kind::Random, Kind::Tied,      Kind::Identity,
+                                           Kind::Zero,   Kind::Symmetric, Kind::RankOne,
+                                           Kind::Graded, Kind::Extreme,   Kind::HasNotANumber};
 
 template <class T>
 TMatrixMxN<T> MakeMatrix(Kind kind, unsigned int rows, unsigned int columns, std::uint64_t seed = 4)
@@ -253,7 +304,9 @@ TMatrixMxN<T> MakeMatrix(Kind kind, unsigned int rows, unsigned int columns, std
     T scale(1);
     for (unsigned int j = 0; j < columns; ++j, scale /= 16)
         for (unsigned int i = 0; i < rows; ++i) {
-            const T drawn = kind == Kind::Tied ? static_cast<T>(random.Below(5)) - 2 : random.Unit<T>() * 8;
+            const T drawn = kind == Kind::Tied      ? static_cast<T>(random.Below(5)) - 2
+                            : kind == Kind::Extreme ? random.Extreme<T>()
+                                                    : random.Unit<T>() * 8;
             T value = drawn;
             if (kind == Kind::Identity) value = i == j ? T(1) : T(0);
             if (kind == Kind::Zero) value = T(0);

@@ -113,11 +113,7 @@ void AddConstructors(Report& report)
         d << TMatrix2x2<T>(a.x, a.y, b.x, b.y) << TMatrix3x3<T>(a.x, a.y, a.z, b.x, b.y, b.z, a.w, b.w, T(1));
         d << (TMatrix4x4<T>() < TMatrix4x4<T>()) << (TMatrix4x4<T>() > TMatrix4x4<T>());
         TMatrix4x4<T> c(a.x, a.y, a.z, a.w, b.x, b.y, b.z, b.w, T(1), T(2), T(3), T(4), T(5), T(6), T(7), T(8));
-        TList<TMatrix4x4<T>> list;
-        list.Add(c);
-        list.Insert(TMatrix4x4<T>(), 0);
-        list.Reverse();
-        d << list;
+        d << c;
     });
 }
 
@@ -188,6 +184,9 @@ void AddDense(Report& report)
         a.AssignMemory(4, 3);
         a.ToIdentity();
         d << a;
+        a.AssignMemory(3, 4);
+        a.ToIdentity();
+        d << a << (a == MakeMatrix<T>(Kind::Zero, 3, 5)) << (a == M());
     });
     report.Over(rectangles, scalars).Add(name + "scalars", [](Digest& d, M& a, T s) {
         d << a * s << a / s << (a *= s) << (a /= s);
@@ -222,9 +221,11 @@ void AddDecompositions(Report& report)
         .Add(name + "operator*", [](Digest& d, unsigned int rows, unsigned int inner, unsigned int columns, Kind kind) {
             if (rows * inner * columns > 40000) return;
             M a = MakeMatrix<T>(kind, rows, inner), b = MakeMatrix<T>(kind, inner, columns, 11);
-            d << a * b << (a *= b);
+            d << a * b << b * a << (a *= b);
+            if (rows == columns) d << (a *= Same(a));
         });
-    const std::vector<M> squares = DenseMatrices<T>({{0, 0},
+    const std::vector<M> squares = DenseMatrices<T>({{4, 3},
+                                                     {0, 0},
                                                      {1, 1},
                                                      {2, 2},
                                                      {3, 3},
@@ -251,23 +252,9 @@ void AddDecompositions(Report& report)
         delete[] x;
         delete[] pivots;
     });
-    const std::vector<M> shapes = DenseMatrices<T>({{0, 0},
-                                                    {1, 1},
-                                                    {3, 1},
-                                                    {1, 3},
-                                                    {2, 2},
-                                                    {3, 3},
-                                                    {4, 4},
-                                                    {9, 3},
-                                                    {40, 3},
-                                                    {40, 4},
-                                                    {2, 5},
-                                                    {5, 5},
-                                                    {8, 8},
-                                                    {12, 7},
-                                                    {33, 9},
-                                                    {17, 17},
-                                                    {40, 40}});
+    const std::vector<M> shapes =
+        DenseMatrices<T>({{0, 0}, {1, 1}, {3, 1}, {1, 3}, {2, 2}, {3, 3},   {4, 4},  {9, 3},  {40, 3},  {40, 4},
+                          {2, 5}, {5, 5}, {6, 6}, {7, 7}, {8, 8}, {10, 10}, {12, 7}, {33, 9}, {17, 17}, {40, 40}});
     report.Over(shapes).Add(name + "SVD", TakeSingularValues<M>);
 
     const std::vector<M> symmetric = DenseMatrices<T>({{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {3, 2}});

@@ -50,7 +50,7 @@ void AddCore(Report& report, const std::string& name)
                 set.Add(points[step]);
                 break;
             case 1:
-                set.AddRange(points.data(), 3);
+                step < 6 ? set.AddRange(set) : set.AddRange(points.data(), 3);
                 break;
             case 2:
                 set.Insert(points[step], index);
@@ -75,10 +75,12 @@ void AddCore(Report& report, const std::string& name)
     });
     std::vector<TMatrixMxN<T>> matrices;
     for (const Kind kind : allKinds) matrices.push_back(MakeMatrix<T>(kind, 5, 5));
-    report.Over(sets, matrices).Add(name + "operator*=(matrix)", [](Digest& d, Set& set, TMatrixMxN<T>& m) {
-        d << (set *= static_cast<TMatrix2x2<T>>(m)) << (set *= static_cast<TMatrix3x3<T>>(m));
-        d << (set *= static_cast<TMatrix4x4<T>>(m)) << (set *= m);
-    });
+    // The products come in runs of points, the last of which are asked for ahead.
+    report.Over(sets + MakeShapes<Set, T, V>({Shape::Wild}, {700}), matrices)
+        .Add(name + "operator*=(matrix)", [](Digest& d, Set& set, TMatrixMxN<T>& m) {
+            d << (set *= static_cast<TMatrix2x2<T>>(m)) << (set *= static_cast<TMatrix3x3<T>>(m));
+            d << (set *= static_cast<TMatrix4x4<T>>(m)) << (set *= m);
+        });
     report.Over(sets, points).Add(name + "WithinRectangle", [](Digest& d, Set& set, Vector& axis) {
         d << set.WithinRectangle(TVector2<T>(-1, -1), TVector2<T>(1, 0), axis, T(4), T(3));
     });
@@ -167,16 +169,26 @@ void AddShaping(Report& report, const std::string& name)
     report.Over(sets, positions, positions)
         .Add(NameOf<T, V>("TParameterization") + "::all", [](Digest& d, Set& set, T from, T to) {
             Line line(set);
-            line.Parameterize();
-            d << line << line.GetLength() << Line(set.GetStream(), set.GetCount());
-            if (set.GetCount() == 0) return;
-            d << line.Evaluate(from);
             const bool within = from >= T(0) && from <= T(1) && to >= T(0) && to <= T(1);
-            if (within || from == to) d << line.GetLength(from, to);
+            const auto take = [&] {
+                d << line << line.GetLength();
+                if (line.GetCount() > 0) d << line.Evaluate(from);
+                if (within || from == to) d << line.GetLength(from, to);
+            };
+            take();
+            line.Parameterize();
+            take();
             Line copy(line), assigned(2, 2);
             assigned = copy;
-            d << copy << assigned;
+            d << copy << assigned << Line(set.GetStream(), set.GetCount());
+            // Positions outlive their points.
+            line.RemoveFromEnd(set.GetCount() / 2);
+            take();
         });
+    report.Over(sets).Add(NameOf<T, V>("TParameterization") + "::conversions", [](Digest& d, Set& set) {
+        d << Line(TPointSet<T, TVector2>(set)) << Line(TPointSet<T, TVector3>(set))
+          << Line(TPointSet<T, TVector4>(set));
+    });
 }
 
 } // namespace

@@ -30,7 +30,8 @@ void AddQueries(Report& report, const std::string& name)
         TPolygon<T, V> assigned(2, 3);
         assigned = base;
         d << assigned << TPolygon<T, V>(base) << TPolygon<T, V>(base.GetStream(), base.GetCount());
-        d << TPolygon<T, TVector2>(base) << TPolygon<T, TVector3>(base) << TPolygon<T, TVector4>(base);
+        const TPointSet<T, V>& set = polygon;
+        d << TPolygon<T, TVector2>(set) << TPolygon<T, TVector3>(set) << TPolygon<T, TVector4>(set);
     });
     singles.Add(name + "areas", [](Digest& d, Polygon& polygon) {
         d << polygon.TPolygon<T, V>::GetSignedSimpleArea() << polygon.TPolygon<T, V>::GetSimpleArea();
@@ -59,7 +60,8 @@ template <class T, template <class> class V>
 void AddOffsets(Report& report, const std::string& name)
 {
     using Polygon = OpenPolygon<T, V>;
-    const std::vector<Polygon> polygons = MakeShapes<Polygon, T, V>(allShapes, {0, 1, 2, 3, 4, 9, 40});
+    const std::vector<Polygon> polygons =
+        MakeShapes<Polygon, T, V>(allShapes, {0, 1, 2, 3, 4, 9, 40}) + MakeShapes<Polygon, T, V>({Shape::Star}, {150});
     const std::vector<T> distances = {T(0),  T(0.5),   T(-0.5),  T(2),   T(-2),    T(6),
                                       T(-9), T(0.001), T(-1e-5), T(100), T(-0.25), std::numeric_limits<T>::quiet_NaN()};
     const std::vector<T> spacings = {T(0), T(0.75)};
@@ -91,8 +93,8 @@ void AddReductions(Report& report, const std::string& name)
 {
     using Polygon = OpenPolygon<T, V>;
     const std::vector<Polygon> polygons = MakeShapes<Polygon, T, V>(allShapes, {0, 1, 2, 3, 4, 9, 40, 150});
-    const std::vector<T> spacings = {T(0),  Numbers::commonTolerance<T>,       T(0.1), T(1),
-                                     T(30), std::numeric_limits<T>::infinity()};
+    const std::vector<T> spacings = {T(0), T(-2), Numbers::commonTolerance<T>,       T(0.1),
+                                     T(1), T(30), std::numeric_limits<T>::infinity()};
 
     report.Over(polygons, spacings).Add(name + "Simplify", [](Digest& d, Polygon& polygon, T spacing) {
         polygon.Simplify(spacing);
@@ -104,9 +106,11 @@ void AddReductions(Report& report, const std::string& name)
         std::fill(keep, keep + 150, true);
         if (count > 0) polygon.SimplifySection(0, count - 1, keep, tolerance);
         d.TakeArray(keep, count);
+        TPolygon<T, V> open(polygon);
+        open.SimplifyDPM(tolerance);
         if (count > 0) polygon.Add(polygon[0]);
         polygon.SimplifyDPM(tolerance);
-        d << static_cast<const TPolygon<T, V>&>(polygon);
+        d << open << static_cast<const TPolygon<T, V>&>(polygon);
     });
     const auto singles = report.Over(polygons);
     singles.Add(name + "RemoveDuplicateVertices", [](Digest& d, Polygon& polygon) {
@@ -123,8 +127,8 @@ void AddReductions(Report& report, const std::string& name)
         d << static_cast<const TPolygon<T, V>&>(polygon);
     });
     // Exchanging vertices comes to an end for outlines in general position.
-    const std::vector<Polygon> general =
-        MakeShapes<Polygon, T, V>({Shape::Round, Shape::Star, Shape::Clockwise, Shape::Wild}, {0, 1, 3, 4, 9, 30});
+    const std::vector<Polygon> general = MakeShapes<Polygon, T, V>(
+        {Shape::Round, Shape::Star, Shape::Clockwise, Shape::Wild, Shape::HasNotANumber}, {0, 1, 3, 4, 9, 22, 30, 60});
     report.Over(general).Add(name + "MakeSimplePolygon", [](Digest& d, Polygon& polygon) {
         polygon.MakeSimplePolygon();
         d << static_cast<const TPolygon<T, V>&>(polygon);

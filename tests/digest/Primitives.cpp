@@ -45,7 +45,7 @@ struct Pools
     using V3 = TVector3<T>;
     std::vector<V2> plane = AnyPoints<V2>(60, 21);
     std::vector<V3> space = AnyPoints<V3>(60, 22);
-    std::vector<T> tolerances = {T(0), Numbers::commonTolerance<T>, T(0.25), T(-1)};
+    std::vector<T> tolerances = {T(0), Numbers::commonTolerance<T>, T(0.25), T(-1), T(30)};
     std::vector<TLine2<T>> lines2 = FromPoints<TLine2<T>>(plane, 40, [](V2 a, V2 b, V2) { return TLine2<T>(a, b); });
     std::vector<TLine3<T>> lines = FromPoints<TLine3<T>>(space, 40, [](V3 a, V3 b, V3) { return TLine3<T>(a, b); });
     std::vector<TEdge2<T>> edges2 = FromPoints<TEdge2<T>>(plane, 40, [](V2 a, V2 b, V2) { return TEdge2<T>(a, b); });
@@ -70,17 +70,31 @@ struct Pools
         lines.push_back(TLine3<T>(V3(1, 1, 1), V3(0, 0, 0)));
         lines2.push_back(TLine2<T>(0, 1, 1, 0));
         lines2.push_back(TLine2<T>(0, 3, -1, 0));
+        // Steep lines, by pairs of slopes whose quotient is 1 once rounded.
+        for (const T slope : {T(2.503e11), T(2.51e11), T(2.55e11)})
+            for (const T other : {slope, std::nextafter(slope, T(0))}) {
+                lines2.push_back(TLine2<T>(1, 2, 1, 0));
+                lines2.back().direction = V2(1, other);
+            }
         edges2.push_back(TEdge2<T>(0, 0, 4, 0));
         edges2.push_back(TEdge2<T>(2, 0, 6, 0));
         edges2.push_back(TEdge2<T>(4, 0, 4, 3));
         edges2.push_back(TEdge2<T>(1, 1, 1, 1));
+        edges2.push_back(TEdge2<T>(1, 0, T(1.0001), 3));
+        // In the plane of the first triangle below and beside it, through its side, a corner and its inside.
+        edges.push_back(TEdge3<T>(-1, 1, 3, 5, 1, 3));
+        edges.push_back(TEdge3<T>(0, 0, T(3.0625), 4, 4, T(2.9375)));
+        edges.push_back(TEdge3<T>(0, 0, 1, 2, 0, 3)); // parallel to the last triangle
+        for (const V2& p : {V2(2, 0), V2(4, 0), V2(1, 2)}) edges.push_back(TEdge3<T>(p.x, p.y, 0, p.x, p.y, 6));
         triangles.push_back(TTriangle3<T>(V3(0, 0, 3), V3(4, 0, 3), V3(0, 4, 3)));
         triangles.push_back(TTriangle3<T>(V3(0, 0, 0), V3(1, 1, 1), V3(2, 2, 2)));
+        triangles.push_back(TTriangle3<T>(V3(0, 0, 0), V3(4, 0, 4), V3(0, 4, 4)));
         planes.push_back(TPlane<T>(0, 0, 3, 0, 0, 1));
         planes.push_back(TPlane<T>(0, 0, 0, 0, 0, -2));
         circles.push_back(TCircle2<T>(T(1), T(0), T(0)));
         boxes.push_back(TBox<T>());
         boxes.push_back(TBox<T>(V3(0, 0, 0), V3(4, 4, 4), T(100)));
+        boxes.push_back(TBox<T>(V3(0, 0, 0), V3(4, 4, 5), T(100)));
         boxes.push_back(TBox<T>(V3(1, 1, 3), V3(2, 2, 3), T(100)));
     }
 };
@@ -152,6 +166,7 @@ void AddEdges(Report& report, const Pools<T>& pools)
     report.Over(pools.edges2, pools.plane).Add(name + "points", [](Digest& d, E2& edge, TVector2<T>& p) {
         Outputs<T> out;
         TakeAnswer(d, edge.DistanceToPoint(p, &out.first, &out.second), out);
+        d << edge.DistanceToPoint(p, nullptr, nullptr);
         d << edge.GetMid() << edge.GetDirection() << edge.GetLine() << edge + p << edge - p << edge.IsWithin(p);
         d << edge.IsWithinCollinear(p, T(0)) << edge.IsWithinCollinear(edge.GetMid(), T(0.001)) << (edge += p)
           << (edge -= p);
@@ -160,6 +175,7 @@ void AddEdges(Report& report, const Pools<T>& pools)
         .Add(name + "Intersects", [](Digest& d, E2& a, E2& b, T t) {
             Outputs<T> out;
             TakeAnswer(d, a.IntersectWith(b, &out.p2, &out.first, t), out);
+            TakeAnswer(d, b.IntersectWith(a, &out.p2, nullptr, t), out);
             d << a.Intersects(b, t, T(0.001)) << a.Intersects(b, T(0), t) << (a == b) << (a < b) << (a > b);
         });
     report.Over(pools.edges2, pools.circles)
@@ -167,12 +183,14 @@ void AddEdges(Report& report, const Pools<T>& pools)
             Outputs<T> out;
             TakeAnswer(d, edge.IntersectWith(circle, &out.p2, &out.q2, &out.first, &out.second), out);
             TakeAnswer(d, circle.IntersectWith(edge, &out.p2, &out.q2, &out.first, &out.second), out);
+            d << circle.IntersectWith(edge, &out.p2, &out.q2, nullptr, nullptr);
         });
 
     name = NameOf<T>("TEdge3") + "::";
     report.Over(pools.edges, pools.space).Add(name + "points", [](Digest& d, E3& edge, TVector3<T>& p) {
         Outputs<T> out;
         TakeAnswer(d, edge.DistanceToPoint(p, &out.first, &out.second), out);
+        d << edge.DistanceToPoint(p, nullptr, nullptr);
         d << edge.GetMid() << edge.GetDirection() << edge.GetLine() << edge.GetClosestPoint(p) << edge + p << edge - p;
         d << (edge += p) << (edge -= p);
     });
@@ -244,7 +262,7 @@ void AddLines(Report& report, const Pools<T>& pools)
             TakeAnswer(d, line.IntersectWithFFC(tri, &out.p, &out.distance, t), out);
             TakeAnswer(d, tri.IntersectWith(line, &out.p, &out.distance, t), out);
             TakeAnswer(d, tri.IntersectWithBFC(line, &out.p, &out.distance, t), out);
-            TakeAnswer(d, tri.IntersectWithFFC(line, &out.p, &out.distance, t), out);
+            TakeAnswer(d, tri.IntersectWithFFC(line, &out.p, nullptr, t), out);
         });
     report.Over(pools.lines, pools.planes, pools.tolerances)
         .Add(name + "IntersectWith(plane)", [](Digest& d, L3& line, TPlane<T>& plane, T t) {
@@ -334,42 +352,57 @@ template <class T>
 void AddFits(Report& report)
 {
     using Set = TPointSet<T, TVector3>;
+    using V3 = TVector3<T>;
     std::vector<Set> sets = MakeShapes<Set, T, TVector3>(allShapes, {0, 1, 2, 3, 4, 5, 9, 40, 150});
-    // Points on a ball, a little off.
+    // Points on a ball, a little or much off, about the origin and elsewhere; any points.
     Random random(26);
-    for (const unsigned int n : {4u, 5u, 30u, 120u}) {
-        Set ball;
-        while (ball.GetCount() < n) {
-            TVector3<T> p = random.Point<TVector3<T>>([](Random& r) { return r.Unit<T>(); });
-            p.Normalise();
-            ball.Add(p * (T(8) + random.Unit<T>() / 64) + TVector3<T>(1, 2, 3));
-        }
-        sets.push_back(ball);
+    for (const unsigned int n : {4u, 5u, 12u, 30u, 120u})
+        for (const V3& centre : {V3(0, 0, 0), V3(1, 2, 3)})
+            for (const T noise : {T(0), T(0.015625), T(4)}) {
+                Set ball, any;
+                while (ball.GetCount() < n) {
+                    V3 p = random.Point<V3>([](Random& r) { return r.Unit<T>(); });
+                    p.Normalise();
+                    ball.Add(p * (T(8) + random.Unit<T>() * noise) + centre);
+                    any.Add(random.Point<V3>([](Random& r) { return r.Finite<T>(); }));
+                }
+                sets.push_back(ball);
+                sets.push_back(any);
+            }
+    Set octahedron;
+    for (const V3& axis : {V3(1, 0, 0), V3(0, 1, 0), V3(0, 0, 1)}) {
+        octahedron.Add(axis);
+        octahedron.Add(-axis);
     }
-    const auto singles = report.Over(sets);
-    singles.Add(NameOf<T>("TPlane") + "::Fit", [](Digest& d, Set& points) {
+    sets.push_back(octahedron);
+
+    // Either measure may be left out.
+    const std::vector<bool> flags = {false, true};
+    const std::vector<unsigned int> limits = {0, 1, 20};
+    const auto fits = report.Over(sets, flags, flags);
+    fits.Add(NameOf<T>("TPlane") + "::Fit", [](Digest& d, Set& points, bool first, bool second) {
         TPlane<T> plane(1, 2, 3, 0, 0, 1);
         T spread = 7, squares = 8;
-        d << plane.Fit(points, &spread, &squares) << plane << spread << squares << points;
+        d << plane.Fit(points, first ? &spread : nullptr, second ? &squares : nullptr);
+        d << plane << spread << squares << points;
     });
-    singles.Add(NameOf<T>("TLine3") + "::Fit", [](Digest& d, Set& points) {
+    fits.Add(NameOf<T>("TLine3") + "::Fit", [](Digest& d, Set& points, bool first, bool second) {
         TLine3<T> line(1, 2, 3, 0, 0, 1);
         T spread = 7, squares = 8;
-        d << line.Fit(points, &spread, &squares) << line << spread << squares << points;
+        d << line.Fit(points, first ? &spread : nullptr, second ? &squares : nullptr);
+        d << line << spread << squares << points;
     });
-    singles.Add(NameOf<T>("TCircle3") + "::Fit", [](Digest& d, Set& points) {
-        for (const unsigned int iterations : {0u, 1u, 20u}) {
-            TCircle3<T> circle(T(3), TVector3<T>(4, 5, 6), TVector3<T>(0, 0, 1));
-            T spread = 7, squares = 8;
-            d << circle.Fit(points, &spread, &squares, T(0.001), iterations) << circle << spread << squares << points;
-        }
+    const auto iterations = report.Over(sets, flags, limits);
+    iterations.Add(NameOf<T>("TCircle3") + "::Fit", [](Digest& d, Set& points, bool measured, unsigned int limit) {
+        TCircle3<T> circle(T(3), V3(4, 5, 6), V3(0, 0, 1));
+        T spread = 7, squares = 8;
+        d << circle.Fit(points, measured ? &spread : nullptr, measured ? &squares : nullptr, T(0.001), limit);
+        d << circle << spread << squares << points;
     });
-    singles.Add(NameOf<T>("TSphere") + "::Fit", [](Digest& d, Set& points) {
-        for (const unsigned int iterations : {0u, 1u, 20u}) {
-            TSphere<T> ball(T(2), T(1), T(1), T(1));
-            T spread = 7;
-            d << ball.Fit(points, &spread, iterations) << ball << spread << points;
-        }
+    iterations.Add(NameOf<T>("TSphere") + "::Fit", [](Digest& d, Set& points, bool measured, unsigned int limit) {
+        TSphere<T> ball(T(2), T(1), T(1), T(1));
+        T spread = 7;
+        d << ball.Fit(points, measured ? &spread : nullptr, limit) << ball << spread << points;
     });
 }
 
@@ -381,6 +414,10 @@ void AddSolids(Report& report, const Pools<T>& pools)
     const std::vector<T> sizes = {T(0), T(0.5), T(3), T(-2), T(20)};
     std::vector<TLine3<T>> lines = pools.lines;
     for (const TVector3<T>& p : FinitePoints<V3>(30, 27)) lines.push_back(TLine3<T>(p, V3(1, 1, 1) - p));
+    // Through the rims of solids along z, and beside the tip.
+    for (const V3& rim : {V3(4, 1, T(-0.5)), V3(4, 1, T(2.5)), V3(4, 1, 4), V3(T(1.5), 1, T(1.5))})
+        for (const V3& along : GridPoints<V3>()) lines.push_back(TLine3<T>(rim, along));
+    lines.push_back(TLine3<T>(1 + Numbers::commonTolerance<T> / 4, 1, -5, 0, 0, 1));
 
     report.Over(lines, axes, sizes, sizes)
         .Add(NameOf<T>("TCone") + "::IntersectWith", [](Digest& d, TLine3<T>& line, V3& axis, T radius, T height) {
@@ -388,6 +425,7 @@ void AddSolids(Report& report, const Pools<T>& pools)
             Outputs<T> out;
             TakeAnswer(d, cone.IntersectWith(line, &out.p, &out.q), out);
             d << cone << TCone<T>(radius, height, T(1), T(2), T(3), axis.x, axis.y, axis.z);
+            d << TCone<T>(radius, height) << TCone<T>();
         });
     report.Over(lines, axes, sizes, sizes)
         .Add(NameOf<T>("TCylinder") + "::IntersectWith", [](Digest& d, TLine3<T>& line, V3& axis, T radius, T height) {
@@ -396,7 +434,7 @@ void AddSolids(Report& report, const Pools<T>& pools)
                 Outputs<T> out;
                 TakeAnswer(d, cylinder.IntersectWith(line, &out.p, &out.q, infinite), out);
             }
-            d << cylinder << TCylinder<T>(radius, height)
+            d << cylinder << TCylinder<T>(radius, height) << TCylinder<T>()
               << TCylinder<T>(radius, height, T(1), T(2), T(3), axis.x, axis.y, axis.z);
         });
     report.Over(lines, sizes, pools.tolerances)

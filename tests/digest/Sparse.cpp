@@ -14,6 +14,8 @@ struct Pattern
 };
 
 const std::vector<Pattern> patterns = {{1, 1, 1}, {5, 4, 2}, {4, 9, 3}, {30, 12, 5}, {12, 30, 4}, {40, 40, 9}};
+/// Wider than the block in which a row is summed, and mostly empty.
+const std::vector<Pattern> wide = {{5, 7000, 900}};
 
 template <class T>
 struct Element
@@ -22,7 +24,8 @@ struct Element
     int row, column;
 };
 
-/// Elements on a pattern, row by row: some rows and columns stay empty, some elements are zeros, NaN or infinite.
+/// Elements on a pattern, row by row: some rows and columns stay empty, some elements are zeros, NaN or infinite. For
+/// odd seeds the columns of a row do not always ascend.
 template <class T>
 std::vector<Element<T>> MakeElements(const Pattern& pattern, std::uint64_t seed)
 {
@@ -32,6 +35,9 @@ std::vector<Element<T>> MakeElements(const Pattern& pattern, std::uint64_t seed)
         if (row % 7 == 3) continue;
         for (unsigned int column = random.Below(pattern.step); column < pattern.columns;) {
             elements.push_back({random.Any<T>(), static_cast<int>(row), static_cast<int>(column)});
+            const std::size_t last = elements.size() - 1;
+            if (seed % 2 == 1 && last > 0 && elements[last - 1].row == elements[last].row && random.Below(6) == 0)
+                std::swap(elements[last - 1].column, elements[last].column);
             column += 1 + random.Below(pattern.step);
         }
     }
@@ -52,8 +58,10 @@ template <class T>
 TCCSMatrixMxN<T> MakeColumns(const Pattern& pattern, std::uint64_t seed)
 {
     TCCSMatrixMxN<T> matrix(static_cast<int>(pattern.columns), 3);
-    for (const Element<T>& element : MakeElements<T>(pattern, seed))
-        matrix.AddElement(element.value, element.row, element.column);
+    const std::vector<Element<T>> elements = MakeElements<T>(pattern, seed);
+    for (const Element<T>& element : elements) matrix.AddElement(element.value, element.row, element.column);
+    // An index out of order.
+    if (seed % 2 == 1 && !elements.empty()) matrix.AddElement(T(2), elements[0].row, elements[0].column);
     return matrix;
 }
 
@@ -71,7 +79,7 @@ void AddSparse(Report& report)
 {
     using Rows = TCRSMatrixMxN<T>;
     const std::string name = NameOf<T>("TCRSMatrixMxN") + "::";
-    const std::vector<std::uint64_t> seeds = {11, 12, 13};
+    const std::vector<std::uint64_t> seeds = {10, 11, 12, 14};
 
     const auto singles = report.Over(patterns, seeds);
     singles.Add(name + "Transpose", [](Digest& d, Pattern& pattern, std::uint64_t seed) {
@@ -82,7 +90,7 @@ void AddSparse(Report& report)
         d << a << transposed << back;
         transposed = a;
         back.Redefine(3, 2, 5);
-        d << transposed << back << Rows(transposed);
+        d << transposed << back << Rows(transposed) << (back = Rows());
     });
     singles.Add(name + "TransposeFrom", [](Digest& d, Pattern& pattern, std::uint64_t seed) {
         const TCCSMatrixMxN<T> columns = MakeColumns<T>(pattern, seed);
@@ -90,8 +98,12 @@ void AddSparse(Report& report)
         rows.TransposeFrom(columns);
         TCCSMatrixMxN<T> copy(columns), other;
         other = copy;
+        d << columns << rows << other;
+        // The lists that are shared grow longer than the other sharers know.
+        copy.AddElement(T(7), 0, 0);
+        rows.TransposeFrom(columns);
         copy.Redefine(2, 1);
-        d << columns << rows << other << copy;
+        d << columns << rows << copy;
     });
     singles.Add(name + "Multiply(vector)", [](Digest& d, Pattern& pattern, std::uint64_t seed) {
         Rows a = MakeRows<T>(pattern, seed);
@@ -102,15 +114,17 @@ void AddSparse(Report& report)
         d.TakeArray(y.data(), y.size());
     });
 
-    report.Over(patterns, patterns, seeds)
+    report.Over(patterns, patterns + wide, seeds)
         .Add(name + "Multiply", [](Digest& d, Pattern& p, Pattern& q, std::uint64_t seed) {
-            const Rows a = MakeRows<T>(p, seed), b = MakeRows<T>({p.columns, q.columns, q.step}, seed + 50);
-            Rows product, dense;
+            const Rows a = MakeRows<T>(p, seed), b = MakeRows<T>({p.columns, q.columns, q.step}, seed * 2);
+            const Kind kind = seed % 2 == 0 ? Kind::HasNotANumber : Kind::Tied;
+            Rows product, ofShort, ofDense;
             a.Multiply(b, &product);
-            a.Multiply(MakeMatrix<T>(Kind::HasNotANumber, p.columns, q.columns), &dense);
-            d << product << dense;
+            a.Multiply(MakeRows<T>({p.columns / 2, q.columns, q.step}, seed * 2), &ofShort);
+            a.Multiply(MakeMatrix<T>(kind, p.columns, q.columns), &ofDense);
+            d << product << ofShort << ofDense;
         });
-    report.Over(patterns, seeds).Add(name + "Normalise", [](Digest& d, Pattern& p, std::uint64_t seed) {
+    report.Over(patterns + wide, seeds).Add(name + "Normalise", [](Digest& d, Pattern& p, std::uint64_t seed) {
         const OpenRows<T> a(MakeRows<T>(p, seed));
         const TMatrixMxN<T> dense = MakeMatrix<T>(Kind::Random, p.columns, p.rows);
         const TCCSMatrixMxN<T> columns = MakeColumns<T>({p.columns, p.rows, p.step}, seed + 70);
@@ -124,7 +138,7 @@ void AddSparse(Report& report)
         fragment.SetDimensions(4);
         a.Multiply(dense, last / 3, last, &fragment);
         a.MultiplyUpperTriangle(dense, 0, last / 2, &fragment);
-        a.MultiplyUpperTriangle(columns, last / 2, last, &fragment);
+        a.MultiplyUpperTriangle(columns, last / 2, last + 3, &fragment);
         TMatrixFragment<T> copy(fragment);
         d << fragment << copy;
     });

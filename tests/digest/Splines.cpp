@@ -33,7 +33,9 @@ void AddSplines(Report& report)
         spline.Wrap();
         d << spline << Spline(spline);
         empty = spline;
-        d << empty;
+        Spline tight(order, type, 0, 0);
+        tight.AddRange(set);
+        d << empty << tight;
     });
     report.Over(sets, orders, known).Add(name + "Evaluate", [](Digest& d, Set& set, unsigned int order, KnotType type) {
         if (set.GetCount() == 0) return;
@@ -41,7 +43,7 @@ void AddSplines(Report& report)
         for (int i = -3; i < 35; ++i) d << spline.Evaluate(static_cast<T>(i) / 32);
         d << spline.Evaluate(std::numeric_limits<T>::quiet_NaN()) << spline;
     });
-    const std::vector<T> steps = {T(0), T(0.03), T(0.4), T(5)};
+    const std::vector<T> steps = {T(0), T(0.03), T(0.25), T(0.4), T(5)};
     report.Over(finite, orders, known, steps)
         .Add(name + "Evaluate(step)", [](Digest& d, Set& set, unsigned int order, KnotType type, T step) {
             Spline spline(set, order, type);

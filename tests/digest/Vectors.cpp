@@ -71,7 +71,7 @@ void AddPlane(Report& report)
 {
     using V = TVector2<T>;
     const std::string name = NameOf<T>("TVector2") + "::";
-    const std::vector<V> points = AnyPoints<V>(60);
+    const std::vector<V> points = AnyPoints<V>(60) + GridPoints<V>();
 
     const auto singles = report.Over(points);
     singles.AddTrigonometric(name + "Angle", [](Digest& d, V& a) { d << a.Angle(); });
@@ -91,7 +91,7 @@ void AddSpace(Report& report)
 {
     using V = TVector3<T>;
     const std::string name = NameOf<T>("TVector3") + "::";
-    const std::vector<V> points = AnyPoints<V>(60), few = FinitePoints<V>(20);
+    const std::vector<V> points = AnyPoints<V>(60) + GridPoints<V>(), few = FinitePoints<V>(20);
     const std::vector<T> scalars = FiniteScalars<T>();
 
     report.Over(points).Add(name + "OrthonormalX", [](Digest& d, V& a) {
@@ -120,7 +120,7 @@ void AddSpace(Report& report)
     });
 
     using W = TVector4<T>;
-    const std::vector<W> vectors = AnyPoints<W>(60);
+    const std::vector<W> vectors = AnyPoints<W>(60) + GridPoints<W>();
     report.Over(vectors).Add(NameOf<T>("TVector4") + "::OrthonormalXYZ", [](Digest& d, W& a) {
         W x(1, 2, 3, 4), y = x, z = x;
         d << a.OrthonormalXYZ(&x, &y, &z) << x << y << z << a;
@@ -137,7 +137,8 @@ void AddHypercomplex(Report& report, const std::string& name, const std::vector<
     const std::vector<T> scalars = AllScalars<T>();
     report.Over(numbers, scalars).Add(name + "scalars", [](Digest& d, C& a, T s) {
         d << (a + s) << (a - s) << a * s << a / s << (a += s) << (a -= s) << (a *= s) << (a /= s);
-        d << (a *= a[0]) << (a /= a[1]) << C();
+        const C constant = a;
+        d << (a *= a[0]) << (a /= a[1]) << C() << constant[1] << *static_cast<const T*>(constant);
     });
 }
 
@@ -149,7 +150,7 @@ void AddRotations(Report& report)
     using V = TVector3<T>;
     std::vector<C> complex;
     std::vector<Q> quaternions;
-    for (TVector4<T> p : AnyPoints<TVector4<T>>(60)) {
+    for (TVector4<T> p : AnyPoints<TVector4<T>>(60) + GridPoints<TVector4<T>>()) {
         complex.push_back(C(p.x, p.y));
         quaternions.push_back(Q(p.w, p.x, p.y, p.z));
         p.Normalise();
