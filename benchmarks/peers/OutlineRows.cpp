@@ -1,0 +1,124 @@
+// Outlines against other libraries: hulls, containment, thinning, offsets and the circle around points.
+
+#include "OurGeometry.h"
+#include "PeersGeometry.h"
+#include "Rows.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace
+{
+
+using namespace Peers;
+
+/// The same work with the points of its result in the order of their coordinates.
+Work InOrder(const Work& work)
+{
+    return {work.run, [result = work.result] {
+                const Values points = result();
+                std::vector<std::pair<double, double>> ordered;
+                for (std::size_t i = 0; i < points.size(); i += 2) ordered.emplace_back(points[i], points[i + 1]);
+                std::sort(ordered.begin(), ordered.end());
+                Values values;
+                for (const auto& [x, y] : ordered) values.insert(values.end(), {x, y});
+                return values;
+            }};
+}
+
+/// The same work, its result the number of vertices and the area of a counter-clockwise outline.
+Work Summary(const Work& work)
+{
+    return {work.run, [result = work.result] {
+                const OutlinePointer<double> outline = MakeOutline<double>(result());
+                return Values{static_cast<double>(outline->GetCount()), outline->GetSignedSimpleArea()};
+            }};
+}
+
+/// The hull of a cloud, with what is compared of its result.
+void AddHull(const std::string& name, bool isOnCircle, double bound, Work (*compared)(const Work&))
+{
+    constexpr std::size_t count = 1000000;
+    const auto points = [=] { return MakeCloud(count, isOnCircle); };
+    const Row row("hull/" + name, bound, count);
+    row.Add("ours", [=] { return compared(OurHull(points())); });
+    if constexpr (hasBoost) row.Add("Boost", [=] { return compared(BoostHull(points())); });
+    if constexpr (hasCgal) row.Add("CGAL", [=] { return compared(CgalHull(points())); });
+}
+
+void AddContainment()
+{
+    constexpr std::size_t vertexCount = 1000;
+    constexpr std::size_t queryCount = 1000;
+    constexpr double noise = 0.4;
+    const auto outline = [] { return MakeGear(vertexCount, noise); };
+    const auto queries = [] { return MakeQueries(queryCount, noise); };
+    const Row row("containment/" + std::to_string(vertexCount), 0, queryCount);
+    row.Add("ours", [=] { return OurContainment(outline(), queries()); });
+    if constexpr (hasBoost) row.Add("Boost", [=] { return BoostContainment(outline(), queries()); });
+    if constexpr (hasCgal) row.Add("CGAL", [=] { return CgalContainment(outline(), queries()); });
+}
+
+void AddThinning()
+{
+    constexpr std::size_t count = 100000;
+    constexpr double tolerance = 0.125;
+    // The noise is below the tolerance, and keeps distances from being equal.
+    const auto chain = [] { return MakeGear(count, 0.05 / size); };
+    const Row row("thinning/" + std::to_string(count), 0, count);
+    row.Add("ours", [=] { return OurThinning(chain(), tolerance); });
+    if constexpr (hasBoost) row.Add("Boost", [=] { return BoostThinning(chain(), tolerance); });
+}
+
+void AddOffset(std::size_t count)
+{
+    constexpr double distance = 5;
+    const auto outline = [=] { return MakeGear(count, 0); };
+    // Corners that open are rounded, in one way or another.
+    const Row row("offset/" + std::to_string(count), 1e-4);
+    row.Add("ours", [=] { return OurOffset(outline(), distance); });
+    if constexpr (hasBoost) row.Add("Boost", [=] { return BoostOffset(outline(), distance); });
+    if constexpr (hasGeos) row.Add("GEOS", [=] { return GeosOffset(outline(), distance); });
+}
+
+/// The search of the offset for crossings where there are none, so that it goes on to the end for each edge: time by
+/// pair of edges.
+template <class T>
+void AddCrossings(const std::string& name)
+{
+    constexpr unsigned int count = 1000;
+    Row("crossings/" + name, 0, count * (count - 3) / 2.0).Add("ours", [] {
+        return OnCopy(
+            MakeOutline<T>(MakeGear(count, 0)), [](Outline<T>& outline) { outline.TrimCrossings(); },
+            [](const Outline<T>& outline) { return Values{static_cast<double>(outline.GetCount())}; });
+    });
+}
+
+void AddBoundingCircle()
+{
+    constexpr std::size_t count = 100000;
+    const auto points = [] { return MakeCloud(count, false); };
+    // Ours lets points in that lie up to 1e-4 beyond the rim.
+    const Row row("circle/" + std::to_string(count), 2e-4 / size, count);
+    row.Add("ours", [=] { return OurBoundingCircle(points()); });
+    if constexpr (hasCgal) {
+        row.Add("CGAL", [=] { return CgalBoundingCircle(points()); });
+        row.Add("CGAL-spheres", [=] { return CgalBoundingSphere(points()); });
+    }
+}
+
+const Registration outlineRows([] {
+    AddHull("disc", false, 0, InOrder);
+    // So near to each other that Boost takes hundreds of the vertices for collinear.
+    AddHull("circle", true, 2e-4, Summary);
+    AddContainment();
+    AddThinning();
+    AddOffset(100);
+    AddOffset(1000);
+    AddCrossings<double>("double");
+    AddCrossings<float>("float");
+    AddBoundingCircle();
+});
+
+} // namespace
