@@ -46,7 +46,7 @@ void TPointSet<T, V>::Smooth(unsigned int passes, bool closed)
 template <class T, template <class> class V>
 void TPointSet<T, V>::Infill(const T& maxSpacing, bool closed)
 {
-    CORVEX_PRECONDITION("TPointSet::Infill", maxSpacing > T(0), maxSpacing);
+    CORVEX_PRECONDITION("TPointSet::Infill", !(maxSpacing <= T(0)), maxSpacing);
     if (this->count == 0) return;
 
     // The spacing may be a component of a point, which the insertions move.

@@ -187,7 +187,8 @@ public:
     /// one before. All components count in a length. The old points stay as they are; the closing segment's new points
     /// come at the end of the list. Segments whose length is NaN are left alone, and so is an empty set.
     ///
-    /// `maxSpacing` must be above 0 and go into every segment fewer than 2^32 times; it may be a component of a point.
+    /// `maxSpacing` must be above 0 and go into every segment fewer than 2^32 times; one of NaN adds nothing. It may be
+    /// a component of a point.
     /// Each new point is inserted by itself and fires `ElementAdded`, at the cost of a move of all points behind it.
     void Infill(const T& maxSpacing, bool closed);
 

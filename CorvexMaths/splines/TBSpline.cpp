@@ -163,7 +163,7 @@ template <class T, template <class> class V>
 void TBSpline<T, V>::Evaluate(TPointSet<T, V>* out, T step, bool byLength)
 {
     CORVEX_PRECONDITION("TBSpline::Evaluate", out != nullptr && out != this, out, this);
-    CORVEX_PRECONDITION("TBSpline::Evaluate", step >= T(0), step);
+    CORVEX_PRECONDITION("TBSpline::Evaluate", !(step < T(0)), step);
     T increment = step;
     if (byLength) {
         increment = step / GetLength(T(0), T(1), static_cast<T>(0.01f));

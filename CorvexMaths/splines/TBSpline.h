@@ -105,8 +105,8 @@ public:
     /// leaves `out` empty, but by length not on a curve whose length is exactly 0: that gives its ends. `out` is
     /// cleared, keeping its block, and appended to, with its hooks; it must not be null, nor this spline.
     ///
-    /// The step must be 0 or above: with a negative one the loop would not end, as with one so small that adding it to
-    /// a parameter below 1 changes nothing.
+    /// The step must not be below 0: with a negative one the loop would not end, as with one so small that adding it to
+    /// a parameter below 1 changes nothing. One of NaN gives the two ends alone.
     void Evaluate(TPointSet<T, V>* out, T step, bool byLength);
 
     /// The polynomial degree plus 1.
