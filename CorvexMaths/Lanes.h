@@ -3,8 +3,8 @@
 /// Several independent values side by side in one register. Internal.
 ///
 /// A lane operation is the same rounded operation on each value, so the width of a register moves no bit. The baseline
-/// is 16 bytes. On x86-64 a kernel may be compiled a second time for 32 bytes and chosen at run time; it is compiled
-/// without fused multiply-add, which would round differently. The vector types are those that g++ and clang++ share.
+/// is 16 bytes. On x86-64 a kernel may be compiled again for 32 and for 64 bytes and chosen at run time; no variant
+/// holds a fused multiply-add, which would round differently. The vector types are those that g++ and clang++ share.
 
 #include <cstdint>
 #include <cstring>
@@ -22,6 +22,20 @@ struct Lanes
     static constexpr unsigned int count = Bytes / sizeof(T);
 };
 
+/// A register of one value is that value.
+template <>
+struct Lanes<float, sizeof(float)>
+{
+    using Type = float;
+    static constexpr unsigned int count = 1;
+};
+template <>
+struct Lanes<double, sizeof(double)>
+{
+    using Type = double;
+    static constexpr unsigned int count = 1;
+};
+
 /// The width that every processor of the architecture has.
 inline constexpr unsigned int baselineBytes = 16;
 
@@ -37,26 +51,37 @@ using BaselineMask = decltype(BaselineLanes<T>() < BaselineLanes<T>());
 template <class T>
 inline constexpr unsigned int baselineCount = Lanes<T, baselineBytes>::count;
 
-// A build that tests the kernels defines CORVEX_LANE_BYTES: 16 leaves out the wide variants, 32 always takes them.
+// A build that tests the kernels defines CORVEX_LANE_BYTES: 16 leaves out the variants, 32 or 64 always takes that
+// width, 64 with the wide variant of a kernel that has no widest one.
 #if defined(__x86_64__) && !(defined(CORVEX_LANE_BYTES) && CORVEX_LANE_BYTES == 16)
 /// Marks the wide variant of a kernel. The compiler clears the upper halves of the registers on the way out.
 #define CORVEX_WIDE_LANES __attribute__((target("avx2")))
 inline constexpr unsigned int wideBytes = 32;
 
-/// Whether this processor can run the wide variants: found out once, as the library is loaded. Until then it is false,
-/// which is slower and gives the same bits.
+/// Marks the widest variant, for a kernel that gains by it. Fused multiply-adds are among the instructions that come
+/// with it. Compilers leave them alone as contraction is off, but for one pattern of g++: a sum and a difference of
+/// products in neighbouring lanes. A kernel with such pairs has no widest variant.
+#define CORVEX_WIDEST_LANES __attribute__((target("avx512f")))
+inline constexpr unsigned int widestBytes = 64;
+
+/// The width of this processor's widest registers: found out once, as the library is loaded. Until then it is 0, which
+/// counts as the baseline, is slower and gives the same bits.
 #if defined(CORVEX_LANE_BYTES)
-inline constexpr bool hasWideLanes = true;
+inline constexpr unsigned int laneBytes = CORVEX_LANE_BYTES;
+inline constexpr bool hasWideLanes = laneBytes >= wideBytes;
 #else
-inline const bool hasWideLanes = [] {
+inline const unsigned int laneBytes = [] {
     // Static initialisation may come before the compiler's own look at the processor.
     __builtin_cpu_init();
-    return __builtin_cpu_supports("avx2") != 0;
+    if (__builtin_cpu_supports("avx512f")) return widestBytes;
+    return __builtin_cpu_supports("avx2") ? wideBytes : baselineBytes;
 }();
+/// Whether this processor can run the wide variants.
+inline const bool hasWideLanes = laneBytes >= wideBytes;
 #endif
 #endif
 
-// Lanes of a kernel that is compiled for both widths go through arguments alone; returned, they would depend on the
+// Lanes of a kernel that is compiled for several widths go through arguments alone; returned, they would depend on the
 // target.
 
 /// Reads a register from any address.

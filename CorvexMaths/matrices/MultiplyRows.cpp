@@ -7,6 +7,10 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
+template <class T>
+using Product = void(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
+                     unsigned int columnCount);
+
 template <class T, bool Subtract>
 void RunBaseline(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
                  unsigned int columnCount)
@@ -21,18 +25,34 @@ CORVEX_WIDE_LANES void RunWide(Block<T> c, Block<T> a, Block<T> b, unsigned int 
 {
     RunTiles<T, wideBytes, Subtract>(c, a, b, rowCount, inner, columnCount);
 }
-#endif
 
 template <class T, bool Subtract>
-void Run(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner, unsigned int columnCount)
+CORVEX_WIDEST_LANES void RunWidest(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
+                                   unsigned int columnCount)
+{
+    RunTiles<T, widestBytes, Subtract>(c, a, b, rowCount, inner, columnCount);
+}
+#endif
+
+/// The form for this processor.
+template <class T, bool Subtract>
+Product<T>* ChooseProduct()
 {
 #ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) return RunWide<T, Subtract>(c, a, b, rowCount, inner, columnCount);
+    switch (laneBytes) {
+    case widestBytes:
+        return RunWidest<T, Subtract>;
+    case wideBytes:
+        return RunWide<T, Subtract>;
+    }
 #endif
-    RunBaseline<T, Subtract>(c, a, b, rowCount, inner, columnCount);
+    return RunBaseline<T, Subtract>;
 }
 
-/// The product row by row, with every partial sum in memory: right even where c is b, and best for very few rows.
+/// The least number of rows for which tiles pay, since they share what is packed.
+constexpr unsigned int leastRows = 2;
+
+/// The product row by row, with every partial sum in memory: right even where c is b, and best for a single row.
 template <class T>
 void MultiplyByRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {
@@ -51,17 +71,18 @@ void MultiplyByRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inn
 template <class T>
 void MultiplyRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {
-    if (c == b || rowCount < tileRows)
+    if (c == b || rowCount < leastRows)
         MultiplyByRows(c, a, b, rowCount, inner, columnCount);
     else
-        Run<T, false>(Block<T>{c, 0}, Block<T>{a, 0}, Block<T>{b, 0}, rowCount, inner, columnCount);
+        ChooseProduct<T, false>()(Block<T>{c, 0}, Block<T>{a, 0}, Block<T>{b, 0}, rowCount, inner, columnCount);
 }
 
 template <class T>
 void SubtractProduct(T** c, unsigned int cColumn, T** a, unsigned int aColumn, T** b, unsigned int bColumn,
                      unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {
-    Run<T, true>(Block<T>{c, cColumn}, Block<T>{a, aColumn}, Block<T>{b, bColumn}, rowCount, inner, columnCount);
+    ChooseProduct<T, true>()(Block<T>{c, cColumn}, Block<T>{a, aColumn}, Block<T>{b, bColumn}, rowCount, inner,
+                             columnCount);
 }
 
 template void MultiplyRows(float**, float**, float**, unsigned int, unsigned int, unsigned int);

@@ -13,9 +13,11 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 
 /// The length of a block of the inner index: one packed panel of b fills a part of the first-level cache.
 inline constexpr unsigned int blockLength = 256;
-/// The rows of a tile. Together with its two lanes of columns the sums take half of sixteen registers.
-inline constexpr unsigned int tileRows = 4;
+/// The most lanes of a tile.
 inline constexpr unsigned int tileLanes = 2;
+/// The most rows of a tile. Its sums take half of the registers: of sixteen, or of thirty-two where they have 64 bytes.
+template <unsigned int Bytes, unsigned int LaneCount>
+inline constexpr unsigned int tileRows = LaneCount < tileLanes || Bytes == 64 ? 8 : 4;
 
 /// A block of a row array: what the row pointers show from one column on.
 template <class T>
@@ -29,44 +31,33 @@ struct Block
     Block RightOf(unsigned int more) const { return {rows, column + more}; }
 };
 
-/// Takes `length` rows of b, `width` columns wide, side by side into the panel, padded with zeros to whole lanes.
-template <class T, unsigned int PanelWidth>
-inline void Pack(T* panel, Block<T> b, unsigned int length, unsigned int width)
+/// Takes `length` rows of b side by side into the panel.
+template <class T, unsigned int Width>
+CORVEX_ALWAYS_INLINE void Pack(T* panel, Block<T> b, unsigned int length)
 {
-    for (unsigned int t = 0; t < length; ++t, panel += PanelWidth) {
-        const T* const row = b[t];
-        for (unsigned int j = 0; j < width; ++j) panel[j] = row[j];
-        for (unsigned int j = width; j < PanelWidth; ++j) panel[j] = T(0);
-    }
+    for (unsigned int t = 0; t < length; ++t, panel += Width) std::memcpy(panel, b[t], Width * sizeof(T));
 }
 
-/// Runs one tile of sums of `Rows` rows through the block.
-template <class T, unsigned int Bytes, bool Subtract, unsigned int Rows>
-CORVEX_ALWAYS_INLINE void RunTile(Block<T> c, Block<T> a, const T* panel, unsigned int length, unsigned int width)
+/// Runs one tile of sums of `Rows` rows and `LaneCount` lanes through the block.
+template <class T, unsigned int Bytes, bool Subtract, unsigned int LaneCount, unsigned int Rows>
+CORVEX_ALWAYS_INLINE void RunTile(Block<T> c, Block<T> a, const T* panel, unsigned int length)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     constexpr unsigned int lane = Lanes<T, Bytes>::count;
-    constexpr unsigned int panelWidth = tileLanes * lane;
 
     const T* factors[Rows];
-    Lane sums[Rows][tileLanes];
-    T edge[panelWidth] = {};
+    Lane sums[Rows][LaneCount];
     for (unsigned int r = 0; r < Rows; ++r) {
         factors[r] = a[r];
-        const T* source = c[r];
-        if (width < panelWidth) {
-            for (unsigned int j = 0; j < width; ++j) edge[j] = source[j];
-            source = edge;
-        }
-        for (unsigned int l = 0; l < tileLanes; ++l) Load(sums[r][l], source + l * lane);
+        for (unsigned int l = 0; l < LaneCount; ++l) Load(sums[r][l], c[r] + l * lane);
     }
 
-    for (unsigned int t = 0; t < length; ++t, panel += panelWidth) {
-        Lane row[tileLanes];
-        for (unsigned int l = 0; l < tileLanes; ++l) Load(row[l], panel + l * lane);
+    for (unsigned int t = 0; t < length; ++t, panel += LaneCount * lane) {
+        Lane row[LaneCount];
+        for (unsigned int l = 0; l < LaneCount; ++l) Load(row[l], panel + l * lane);
         for (unsigned int r = 0; r < Rows; ++r) {
             const T factor = factors[r][t];
-            for (unsigned int l = 0; l < tileLanes; ++l) {
+            for (unsigned int l = 0; l < LaneCount; ++l) {
                 if constexpr (Subtract)
                     sums[r][l] -= factor * row[l];
                 else
@@ -75,11 +66,36 @@ CORVEX_ALWAYS_INLINE void RunTile(Block<T> c, Block<T> a, const T* panel, unsign
         }
     }
 
-    for (unsigned int r = 0; r < Rows; ++r) {
-        T* const target = width < panelWidth ? edge : c[r];
-        for (unsigned int l = 0; l < tileLanes; ++l) Store(target + l * lane, sums[r][l]);
-        if (width < panelWidth)
-            for (unsigned int j = 0; j < width; ++j) c[r][j] = edge[j];
+    for (unsigned int r = 0; r < Rows; ++r)
+        for (unsigned int l = 0; l < LaneCount; ++l) Store(c[r] + l * lane, sums[r][l]);
+}
+
+/// Runs all rows through the block, `Rows` at a time, and those left over by halves of that.
+template <class T, unsigned int Bytes, bool Subtract, unsigned int LaneCount, unsigned int Rows>
+CORVEX_ALWAYS_INLINE void RunRows(Block<T> c, Block<T> a, const T* panel, unsigned int rowCount, unsigned int length)
+{
+    unsigned int i = 0;
+    for (; rowCount - i >= Rows; i += Rows)
+        RunTile<T, Bytes, Subtract, LaneCount, Rows>(c.Below(i), a.Below(i), panel, length);
+    if constexpr (Rows > 1)
+        RunRows<T, Bytes, Subtract, LaneCount, Rows / 2>(c.Below(i), a.Below(i), panel, rowCount - i, length);
+}
+
+/// Adds or subtracts the product of two blocks, panel by panel of `LaneCount` lanes. The columns left over go by single
+/// lanes, and then by lanes of half the width down to one value: padded to whole lanes they would have to be copied.
+template <class T, unsigned int Bytes, bool Subtract, unsigned int LaneCount>
+CORVEX_ALWAYS_INLINE void RunPanels(Block<T> c, Block<T> a, Block<T> b, T* panel, unsigned int rowCount,
+                                    unsigned int length, unsigned int columnCount)
+{
+    constexpr unsigned int width = LaneCount * Lanes<T, Bytes>::count;
+    unsigned int j = 0;
+    for (; columnCount - j >= width; j += width) {
+        Pack<T, width>(panel, b.RightOf(j), length);
+        RunRows<T, Bytes, Subtract, LaneCount, tileRows<Bytes, LaneCount>>(c.RightOf(j), a, panel, rowCount, length);
+    }
+    if constexpr (width > 1) {
+        constexpr unsigned int bytes = LaneCount > 1 ? Bytes : Bytes / 2;
+        RunPanels<T, bytes, Subtract, 1>(c.RightOf(j), a, b.RightOf(j), panel, rowCount, length, columnCount - j);
     }
 }
 
@@ -88,20 +104,10 @@ template <class T, unsigned int Bytes, bool Subtract>
 CORVEX_ALWAYS_INLINE void RunTiles(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
                                    unsigned int columnCount)
 {
-    constexpr unsigned int panelWidth = tileLanes * Lanes<T, Bytes>::count;
-    alignas(64) T panel[blockLength * panelWidth];
+    alignas(64) T panel[blockLength * tileLanes * Lanes<T, Bytes>::count];
     for (unsigned int t = 0; t < inner; t += blockLength) {
         const unsigned int length = inner - t < blockLength ? inner - t : blockLength;
-        for (unsigned int j = 0; j < columnCount; j += panelWidth) {
-            const unsigned int width = columnCount - j < panelWidth ? columnCount - j : panelWidth;
-            Pack<T, panelWidth>(panel, b.Below(t).RightOf(j), length, width);
-            unsigned int i = 0;
-            for (; rowCount - i >= tileRows; i += tileRows)
-                RunTile<T, Bytes, Subtract, tileRows>(c.Below(i).RightOf(j), a.Below(i).RightOf(t), panel, length,
-                                                      width);
-            for (; i < rowCount; ++i)
-                RunTile<T, Bytes, Subtract, 1>(c.Below(i).RightOf(j), a.Below(i).RightOf(t), panel, length, width);
-        }
+        RunPanels<T, Bytes, Subtract, tileLanes>(c, a.RightOf(t), b.Below(t), panel, rowCount, length, columnCount);
     }
 }
 

@@ -38,7 +38,7 @@ TYPED_TEST(DenseProduct, HasTheSameBitsAtEveryRegisterWidth)
 {
     using T = TypeParam;
     std::mt19937 random(72);
-    constexpr unsigned int m = 10, inner = 300, column = 3, n = 34;
+    constexpr unsigned int m = 15, inner = 300, column = 3, n = 63;
     for (Content const content : contents) {
         SCOPED_TRACE("seed 72, " + std::string(content));
         Maths::TMatrixMxN<T> a(m, inner), b(inner, n + column), c(m, n);
@@ -55,8 +55,10 @@ TYPED_TEST(DenseProduct, HasTheSameBitsAtEveryRegisterWidth)
         };
         expectBits(Kernels::RunTiles<T, 16, false>, left);
         expectBits(Kernels::RunTiles<T, 32, false>, left);
+        expectBits(Kernels::RunTiles<T, 64, false>, left);
         expectBits(Kernels::RunTiles<T, 16, true>, minus);
         expectBits(Kernels::RunTiles<T, 32, true>, minus);
+        expectBits(Kernels::RunTiles<T, 64, true>, minus);
     }
 }
 
