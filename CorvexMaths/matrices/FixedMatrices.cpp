@@ -25,6 +25,20 @@ T DiagonalProduct(const M& lu, T parity)
     return product;
 }
 
+/// The identity, to take rows from.
+template <class T, unsigned int N>
+struct UnitRows
+{
+    T elements[N][N] = {};
+
+    constexpr UnitRows()
+    {
+        for (unsigned int i = 0; i < N; ++i) elements[i][i] = T(1);
+    }
+};
+template <class T, unsigned int N>
+constexpr UnitRows<T, N> unitRows;
+
 /// Writes the inverse for all columns side by side. That needs swaps that may all be done first, so pivots at or below
 /// their rows, and finite multipliers: then a column whose 1 is still to come takes only zeros from its zeros, which
 /// leaves them +0 as if they had been passed over. False, with nothing written, where that does not hold.
@@ -38,13 +52,13 @@ bool InvertSideBySide(T (&inverse)[N * N], const T (&lu)[N * N], const int* pivo
     }
     if (probe != T(0)) return false;
 
-    T x[N][N] = {};
+    T x[N][N];
     unsigned int columns[N];
     for (unsigned int i = 0; i < N; ++i) columns[i] = i;
     for (unsigned int i = 0; i < N; ++i) {
         const unsigned int column = columns[pivots[i]];
         columns[pivots[i]] = columns[i];
-        x[i][column] = T(1);
+        for (unsigned int c = 0; c < N; ++c) x[i][c] = unitRows<T, N>.elements[column][c];
     }
 
     for (unsigned int i = 1; i < N; ++i)
@@ -101,19 +115,19 @@ void SquareMatrixOperations<M, T, N>::BackSub(M& lu, const int* const pivots, co
 template <class M, class T, unsigned int N>
 bool SquareMatrixOperations<M, T, N>::Invert()
 {
-    M lu;
+    M lu(Self());
     int pivots[N];
     T parity;
     T determinant;
     if constexpr (N == 4) {
         // The determinant of order 4 comes from these very factors; where there are none it counts as 0.
-        if (!LUD(&lu, pivots, &parity)) return false;
+        if (!lu.LUD(&lu, pivots, &parity)) return false;
         determinant = DiagonalProduct(lu, parity);
     } else {
         determinant = Self().Determinant();
     }
     if (Numbers::IsZero(determinant, Numbers::commonTolerance<T>)) return false;
-    if (N != 4 && !LUD(&lu, pivots, &parity)) return false;
+    if (N != 4 && !lu.LUD(&lu, pivots, &parity)) return false;
 
     if (InvertSideBySide<N>(Self().elements, lu.elements, pivots)) return true;
     for (unsigned int c = 0; c < N; ++c) {
@@ -137,10 +151,10 @@ bool SquareMatrixOperations<M, T, N>::Invert(M* out) const
 template <class T>
 T TMatrix4x4<T>::Determinant()
 {
-    TMatrix4x4 lu;
+    TMatrix4x4 lu(*this);
     int pivots[4];
     T parity;
-    if (!this->LUD(&lu, pivots, &parity)) return T(0);
+    if (!lu.LUD(&lu, pivots, &parity)) return T(0);
     return DiagonalProduct(lu, parity);
 }
 
