@@ -48,7 +48,10 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     /// The right-handed cross product, this on the left.
     TVector3 operator*(const TVector3& other) const
     {
-        return TVector3(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
+        // By value: g++ makes better code of it than of six values in memory.
+        const TVector3 a = *this;
+        const TVector3 b = other;
+        return TVector3(a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x);
     }
 
     /// Replaces the vector by its cross product with another, this on the left. The other may be this vector.
