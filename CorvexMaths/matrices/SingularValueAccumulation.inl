@@ -120,8 +120,8 @@ void SweepLeft(T** u, unsigned int i, unsigned int m, T g, T diagonal, bool sumN
 }
 
 /// Builds U in place. A diagonal element of 0 tells that its column had no reflection.
-template <class T>
-void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n)
+template <class T, class Below>
+void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n, Below& below)
 {
     bool summed = false;
     for (unsigned int i = m < n ? m : n; i-- > 0;) {
@@ -130,6 +130,7 @@ void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n)
         if (w[i][i] == T(0)) {
             summed = false;
             for (unsigned int k = i; k < m; ++k) u[k][i] = T(0);
+            below.ClearColumn(i);
             SetZero(row, count + 1);
             *row += T(1);
             continue;
@@ -137,12 +138,17 @@ void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n)
         const T g = T(1) / w[i][i];
         const T head = *row;
         T* const factors = row + 1;
-        if (!summed) SumColumnProducts(u, i + 1, m, i, factors, count);
+        if (!summed) {
+            SumColumnProducts(u, i + 1, m, i, factors, count);
+            below.AddColumnProducts(i, factors, count);
+        }
         for (unsigned int j = 0; j < count; ++j) factors[j] = (factors[j] / head) * g;
 
         const T diagonal = head * g + T(1);
         summed = i > 0 && w[i - 1][i - 1] != T(0);
         WithWidth(count, [&](auto width) { SweepLeft(u, i, m, g, diagonal, summed, width); });
+        below.SweepLeft(i, factors, count, g);
+        if (summed) below.AddColumnProducts(i - 1, u[i - 1] + i, count + 1);
         for (unsigned int j = 0; j < count; ++j) factors[j] = T(0) + factors[j] * head;
         *row = diagonal;
     }

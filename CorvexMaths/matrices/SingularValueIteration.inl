@@ -35,13 +35,13 @@ inline T Hypotenuse(T a, T b)
     return y * Numbers::SquareRoot(T(1) + ratio * ratio);
 }
 
-template <class T>
+/// `Left` takes the rotations that U collects.
+template <class T, class Left>
 class SingularValueIteration
 {
 public:
-    SingularValueIteration(T** uRows, T** wRows, T** vRows, T* superdiagonal, T largestSum, unsigned int m,
-                           unsigned int n)
-        : w(wRows), work(superdiagonal), norm(largestSum), order(n), left(uRows, m), right(vRows, n)
+    SingularValueIteration(Left* leftRotations, T** wRows, T** vRows, T* superdiagonal, T largestSum, unsigned int n)
+        : w(wRows), work(superdiagonal), norm(largestSum), order(n), left(*leftRotations), right(vRows, n)
     {}
 
     /// Diagonalises, the last value first. False when a value has not converged at pass `iterationLimit`.
@@ -172,7 +172,7 @@ private:
     T* work;
     T norm;
     unsigned int order;
-    RotationRun<T> left;
+    Left& left;
     RotationRun<T> right;
 };
 

@@ -47,16 +47,53 @@ inline Reflection<T> MakeReflection(T& head, T squares)
     return {g, h};
 }
 
-/// Divides column i from row i down by its scale; answers the sum of the squares.
+/// Divides column i from row i down by its scale and writes the sum of the squares. Quotients lie side by side, since
+/// the processor divides a register in little more time than one value; their squares are added up one by one.
+template <class T, unsigned int Bytes>
+CORVEX_ALWAYS_INLINE void DivideColumn(T** u, unsigned int i, unsigned int m, T scale, T* squares)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    constexpr unsigned int lanes = Bytes / sizeof(T);
+    Lane divisor;
+    Spread(divisor, scale);
+    T sum = T(0);
+    unsigned int k = i;
+    for (; m - k >= lanes; k += lanes) {
+        Lane x;
+        for (unsigned int r = 0; r < lanes; ++r) x[r] = u[k + r][i];
+        x /= divisor;
+        for (unsigned int r = 0; r < lanes; ++r) u[k + r][i] = x[r];
+        x *= x;
+        for (unsigned int r = 0; r < lanes; ++r) sum += x[r];
+    }
+    for (; k < m; ++k) {
+        const T element = u[k][i] / scale;
+        u[k][i] = element;
+        sum += element * element;
+    }
+    *squares = sum;
+}
+
+#ifdef CORVEX_WIDE_LANES
+template <class T>
+CORVEX_WIDE_LANES __attribute__((noinline)) void DivideColumnWide(T** u, unsigned int i, unsigned int m, T scale,
+                                                                  T* squares)
+{
+    DivideColumn<T, wideBytes>(u, i, m, scale, squares);
+}
+#endif
+
 template <class T>
 T DivideColumn(T** u, unsigned int i, unsigned int m, T scale)
 {
-    T squares = T(0);
-    for (unsigned int k = i; k < m; ++k) {
-        const T element = u[k][i] / scale;
-        u[k][i] = element;
-        squares += element * element;
+    T squares;
+#ifdef CORVEX_WIDE_LANES
+    if (hasWideLanes) {
+        DivideColumnWide(u, i, m, scale, &squares);
+        return squares;
     }
+#endif
+    DivideColumn<T, baselineBytes>(u, i, m, scale, &squares);
     return squares;
 }
 
@@ -104,13 +141,16 @@ T SweepRows(T** u, unsigned int from, unsigned int to, const ReductionStep<T>& s
 
 /// Reflects column i: divides it, finds the factor of every column to its right and updates row i, which the row's own
 /// reflection needs before the other rows. Answers the new diagonal element. `factors` has room for n values.
-template <class T>
-T ReflectColumn(T** u, unsigned int i, unsigned int m, unsigned int n, T scale, T* factors)
+template <class T, class Below>
+T ReflectColumn(T** u, unsigned int i, unsigned int m, unsigned int n, T scale, T* factors, const Below& below)
 {
     const unsigned int count = n - i - 1;
     T* const row = u[i] + i;
-    const Reflection<T> reflection = MakeReflection(*row, DivideColumn(u, i, m, scale));
+    T squares = DivideColumn(u, i, m, scale);
+    below.DivideColumn(i, scale, &squares);
+    const Reflection<T> reflection = MakeReflection(*row, squares);
     SumColumnProducts(u, i, m, i, factors, count);
+    below.AddColumnProducts(i, factors, count);
     for (unsigned int j = 0; j < count; ++j) {
         factors[j] = factors[j] / reflection.h;
         row[1 + j] += factors[j] * *row;
@@ -135,14 +175,16 @@ Reflection<T> ReflectRow(T* row, unsigned int count, T scale, T* rowOverH)
 
 /// Reduces u to bidiagonal form: the diagonal goes to that of w, the superdiagonal to work[1] and on, work[0] is 0.
 /// Answers the largest sum of absolute values of a column of the result, which a NaN enters and a later finite sum
-/// replaces. Every element of v is written later, so its rows serve as scratch.
-template <class T>
-T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n)
+/// replaces. Every element of v is written later, so its rows serve as scratch. `below` holds further rows; each sum
+/// over a column goes on there.
+template <class T, class Below>
+T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, const Below& below)
 {
     T norm = T(0);
     T superdiagonal = T(0);
     T columnScale = T(0);
     for (unsigned int k = 0; k < m; ++k) columnScale += Numbers::Absolute(u[k][0]);
+    below.Begin(&columnScale);
 
     for (unsigned int i = 0; i < n; ++i) {
         const unsigned int l = i + 1;
@@ -153,7 +195,7 @@ T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int 
         if (i < m) {
             T* const row = u[i] + l;
             ReductionStep<T> step{i, columnScale, v[i] + l, T(0), row, work + l};
-            if (columnScale != T(0)) diagonal = ReflectColumn(u, i, m, n, columnScale, step.columnFactors);
+            if (columnScale != T(0)) diagonal = ReflectColumn(u, i, m, n, columnScale, step.columnFactors, below);
 
             for (unsigned int k = 0; k < count; ++k) step.rowScale += Numbers::Absolute(row[k]);
             if (step.rowScale != T(0)) {
@@ -162,6 +204,7 @@ T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int 
             }
 
             columnScale = WithWidth(count, [&](auto width) { return SweepRows(u, l, m, step, width); });
+            below.Sweep(step, count, &columnScale);
             if (step.rowScale != T(0))
                 for (unsigned int k = 0; k < count; ++k) row[k] *= step.rowScale;
         }

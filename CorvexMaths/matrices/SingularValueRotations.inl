@@ -7,7 +7,9 @@
 /// vector registers. Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is
 /// not a plain copy for infinities, NaNs and zeros of either sign.
 
-#include <CorvexMaths/Lanes.h>
+#include <CorvexMaths/matrices/SingularValueRows.inl>
+
+#include <cstddef>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -29,6 +31,81 @@ struct Rotation
 /// The most columns a run of rotations may span.
 constexpr unsigned int longestSpan = 512;
 
+/// One column of a strip of rows, in registers.
+template <class T, unsigned int Bytes, unsigned int vectorCount>
+struct Strip
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    using InMemory = AnyAddress<Lane>;
+    static constexpr unsigned int lanes = Bytes / sizeof(T);
+    Lane vectors[vectorCount];
+
+    CORVEX_ALWAYS_INLINE void Read(const T* source)
+    {
+        for (unsigned int v = 0; v < vectorCount; ++v)
+            vectors[v] = reinterpret_cast<const InMemory*>(source + v * lanes)->lane;
+    }
+
+    CORVEX_ALWAYS_INLINE void Write(T* target) const
+    {
+        for (unsigned int v = 0; v < vectorCount; ++v)
+            reinterpret_cast<InMemory*>(target + v * lanes)->lane = vectors[v];
+    }
+
+    CORVEX_ALWAYS_INLINE void Multiply(T factor)
+    {
+        Lane spread;
+        Spread(spread, factor);
+        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] *= spread;
+    }
+
+    CORVEX_ALWAYS_INLINE void AddTimes(const Strip& x, T factor)
+    {
+        Lane spread;
+        Spread(spread, factor);
+        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] += x.vectors[v] * spread;
+    }
+};
+
+/// Applies rotations to a strip of rows whose columns stand `stride` apart, that of `column` at `start`. The second
+/// column of one rotation is mostly the first of the next and stays in registers.
+template <class Column, class T>
+CORVEX_ALWAYS_INLINE void ApplyRotations(const Rotation<T>* rotations, unsigned int count, T* start,
+                                         unsigned int column, std::size_t stride)
+{
+    if (count == 0) return;
+    unsigned int current = rotations[0].first;
+    T* place = start + (current - column) * stride;
+    Column carried, other, turned;
+    carried.Read(place);
+    for (unsigned int t = 0; t < count; ++t) {
+        const Rotation<T>& rotation = rotations[t];
+        if (rotation.first != current) {
+            carried.Write(place);
+            current = rotation.first;
+            place = start + (current - column) * stride;
+            carried.Read(place);
+        }
+        if (rotation.second == current) {
+            for (auto& vector : carried.vectors) vector = -vector;
+            continue;
+        }
+        typename Column::Lane c, s;
+        Spread(c, rotation.c);
+        Spread(s, rotation.s);
+        T* const next = start + (rotation.second - column) * stride;
+        other.Read(next);
+        for (unsigned int v = 0; v < sizeof(Column) / sizeof(c); ++v) {
+            turned.vectors[v] = carried.vectors[v] * c + other.vectors[v] * s;
+            carried.vectors[v] = other.vectors[v] * c - carried.vectors[v] * s;
+        }
+        turned.Write(place);
+        current = rotation.second;
+        place = next;
+    }
+    carried.Write(place);
+}
+
 /// The columns that a run of rotations touches, of `vectorCount` vectors of rows. Small enough for the cache nearest to
 /// the processor.
 template <class T, unsigned int Bytes, unsigned int vectorCount, unsigned int columnCount>
@@ -39,17 +116,20 @@ public:
     static constexpr unsigned int lanes = Lanes<T, Bytes>::count;
     static constexpr unsigned int rowCount = vectorCount * lanes;
 
-    /// Takes `width` columns from `column` on of the given rows, `present` of them. The last one fills the panel up.
-    CORVEX_ALWAYS_INLINE void Load(T* const* rows, unsigned int present, unsigned int column, unsigned int width)
+    /// Takes `width` columns from `first` on of the given rows, `present` of them. The last one fills the panel up.
+    CORVEX_ALWAYS_INLINE void Load(T* const* rows, unsigned int present, unsigned int first, unsigned int width)
     {
         for (unsigned int v = 0; v < vectorCount; ++v) {
             const T* from[lanes];
             for (unsigned int lane = 0; lane < lanes; ++lane) {
                 const unsigned int r = v * lanes + lane;
-                from[lane] = rows[r < present ? r : present - 1] + column;
+                from[lane] = rows[r < present ? r : present - 1] + first;
             }
-            for (unsigned int j = 0; j < width; ++j)
-                for (unsigned int lane = 0; lane < lanes; ++lane) elements[j][v][lane] = from[lane][j];
+            for (unsigned int j = 0; j < width; ++j) {
+                Vector column;
+                for (unsigned int lane = 0; lane < lanes; ++lane) column[lane] = from[lane][j];
+                elements[j][v] = column;
+            }
         }
     }
 
@@ -67,52 +147,14 @@ public:
         }
     }
 
-    /// Applies rotations of columns counted from `column`. The second column of one rotation is mostly the first of the
-    /// next and stays in registers.
+    /// Applies rotations of columns counted from `column`.
     CORVEX_ALWAYS_INLINE void Apply(const Rotation<T>* rotations, unsigned int count, unsigned int column)
     {
-        unsigned int current = rotations[0].first;
-        Vector carried[vectorCount];
-        Get(carried, current - column);
-        for (unsigned int t = 0; t < count; ++t) {
-            const Rotation<T>& rotation = rotations[t];
-            if (rotation.first != current) {
-                Put(carried, current - column);
-                current = rotation.first;
-                Get(carried, current - column);
-            }
-            if (rotation.second == current) {
-                for (unsigned int v = 0; v < vectorCount; ++v) carried[v] = -carried[v];
-                continue;
-            }
-            Vector c, s;
-            for (unsigned int lane = 0; lane < lanes; ++lane) {
-                c[lane] = rotation.c;
-                s[lane] = rotation.s;
-            }
-            const Vector* const other = elements[rotation.second - column];
-            Vector* const target = elements[current - column];
-            for (unsigned int v = 0; v < vectorCount; ++v) {
-                const Vector turned = carried[v] * c + other[v] * s;
-                carried[v] = other[v] * c - carried[v] * s;
-                target[v] = turned;
-            }
-            current = rotation.second;
-        }
-        Put(carried, current - column);
+        T* const start = reinterpret_cast<T*>(&elements[0][0]);
+        ApplyRotations<Strip<T, Bytes, vectorCount>>(rotations, count, start, column, rowCount);
     }
 
 private:
-    CORVEX_ALWAYS_INLINE void Get(Vector (&vectors)[vectorCount], unsigned int column) const
-    {
-        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] = elements[column][v];
-    }
-
-    CORVEX_ALWAYS_INLINE void Put(const Vector (&vectors)[vectorCount], unsigned int column)
-    {
-        for (unsigned int v = 0; v < vectorCount; ++v) elements[column][v] = vectors[v];
-    }
-
     Vector elements[columnCount][vectorCount];
 };
 

@@ -45,14 +45,21 @@ CORVEX_WIDE_LANES __attribute__((noinline, flatten)) auto RunWide(Operation oper
 }
 #endif
 
+/// Calls an operation with the widest registers the processor has.
+template <class Operation>
+inline auto InWidestLanes(Operation operation)
+{
+#ifdef CORVEX_WIDE_LANES
+    if (hasWideLanes) return RunWide(operation);
+#endif
+    return operation();
+}
+
 /// Calls an operation on loops over `width` columns with the widest registers the processor has.
 template <class Operation>
 inline auto WithAnyWidth(unsigned int width, Operation operation)
 {
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) return RunWide([&] { return operation(AnyWidth{width}); });
-#endif
-    return operation(AnyWidth{width});
+    return InWidestLanes([&] { return operation(AnyWidth{width}); });
 }
 
 /// The same, but 3 columns or fewer are fixed, so that a tall matrix of up to 4 columns streams through registers.
@@ -159,10 +166,62 @@ inline void UpdateAndAddRows(const RowBlock<T, R>& block, Values& values, const 
     }
 }
 
+/// A register in memory at any address. Unlike a copy of bytes, it stays a register where a kernel for one width is
+/// inlined into one for another.
+template <class Lane>
+struct __attribute__((packed, may_alias)) AnyAddress
+{
+    Lane lane;
+};
+
+/// Turns 4 registers of 4 on their side.
+template <class Lane>
+CORVEX_ALWAYS_INLINE void Transpose(Lane (&x)[4])
+{
+    const Lane a = __builtin_shufflevector(x[0], x[1], 0, 4, 2, 6);
+    const Lane b = __builtin_shufflevector(x[0], x[1], 1, 5, 3, 7);
+    const Lane c = __builtin_shufflevector(x[2], x[3], 0, 4, 2, 6);
+    const Lane d = __builtin_shufflevector(x[2], x[3], 1, 5, 3, 7);
+    x[0] = __builtin_shufflevector(a, c, 0, 1, 4, 5);
+    x[1] = __builtin_shufflevector(b, d, 0, 1, 4, 5);
+    x[2] = __builtin_shufflevector(a, c, 2, 3, 6, 7);
+    x[3] = __builtin_shufflevector(b, d, 2, 3, 6, 7);
+}
+
+#ifdef CORVEX_WIDE_LANES
+/// The dot products of 4 rows with `values`. The rows are turned, four columns at a time, so that they lie side by side
+/// in a register and each sum still takes its terms one by one in the order of the columns.
+template <class T>
+CORVEX_WIDE_LANES __attribute__((noinline)) void DotRowsWide(T* const (&rows)[4], const T* values, unsigned int count,
+                                                             T (&products)[4])
+{
+    using Lane = typename Lanes<T, 4 * sizeof(T)>::Type;
+    Lane sums = {};
+    unsigned int j = 0;
+    for (; count - j >= 4; j += 4) {
+        Lane x[4];
+        for (unsigned int r = 0; r < 4; ++r) x[r] = reinterpret_cast<const AnyAddress<Lane>*>(rows[r] + j)->lane;
+        Transpose(x);
+        for (unsigned int c = 0; c < 4; ++c) {
+            Lane factor;
+            Spread(factor, values[j + c]);
+            sums += x[c] * factor;
+        }
+    }
+    Store(products, sums);
+    for (; j < count; ++j)
+        for (unsigned int r = 0; r < 4; ++r) products[r] += rows[r][j] * values[j];
+}
+#endif
+
 /// The factor of each row becomes its dot product with `values`.
 template <class T, unsigned int R, class Values, class Width>
 inline void DotRows(RowBlock<T, R>& block, Values& values, Width width)
 {
+#ifdef CORVEX_WIDE_LANES
+    if constexpr (R == 4)
+        if (hasWideLanes) return DotRowsWide(block.rows, &values[0], width.Get(), block.factors);
+#endif
     T sums[R] = {};
     for (unsigned int j = 0; j < width.Get(); ++j)
         for (unsigned int r = 0; r < R; ++r) sums[r] += block.rows[r][j] * values[j];

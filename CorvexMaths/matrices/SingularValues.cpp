@@ -1,32 +1,12 @@
 #include <CorvexMaths/matrices/SingularValues.h>
 
-// The steps, each in a file of its own.
-#include <CorvexMaths/matrices/SingularValueAccumulation.inl>
-#include <CorvexMaths/matrices/SingularValueIteration.inl>
-#include <CorvexMaths/matrices/SingularValueReduction.inl>
+#include <CorvexMaths/matrices/SingularValueForms.inl>
 #include <CorvexMaths/matrices/SingularValueSolve.inl>
 
 #include <memory>
 
 namespace Halmont::Orrin::CorvexMaths
 {
-
-namespace Kernels
-{
-
-template <class T>
-bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit)
-{
-    if (n == 0) return true;
-    // The steps write every element of v, but of w only the diagonal.
-    for (unsigned int i = 0; i < n; ++i) SetZero(w[i], n);
-    const T norm = ReduceToBidiagonal(u, w, v, work, m, n);
-    AccumulateRight(u, v, work, n);
-    AccumulateLeft(u, w, m, n);
-    return SingularValueIteration<T>(u, w, v, work, norm, m, n).Run(iterationLimit);
-}
-
-} // namespace Kernels
 
 template <class M, class T, unsigned int N>
 bool SquareMatrixOperations<M, T, N>::SVD(M* u, M* w, M* v, unsigned int iterationLimit) const
@@ -49,17 +29,28 @@ bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned in
 {
     CORVEX_PRECONDITION("TMatrixMxN::SVD", u != nullptr && w != nullptr && v != nullptr, u, w, v);
     CORVEX_PRECONDITION("TMatrixMxN::SVD", u != w && u != v && w != v, u, w, v);
-    *u = *this;
-    // The order is taken first, for w or v may be this matrix.
+    // What is taken from this matrix is taken before w and v are sized, for either may be this matrix. Only a copy
+    // into panels comes later, as their first sweep.
+    const unsigned int rowCount = m;
     const unsigned int order = n;
+    const bool inPanels = Kernels::GoesInPanels(rowCount, order);
+    const T* source = elements;
+    if (inPanels && w != this && v != this) {
+        u->AssignMemory(rowCount, order);
+    } else {
+        *u = *this;
+        source = u->elements;
+    }
     w->AssignMemory(order, order);
     v->AssignMemory(order, order);
     const std::unique_ptr<T[]> work(new T[order]);
-    return Kernels::SVDRows(u->rows, w->rows, v->rows, work.get(), u->m, u->n, iterationLimit);
+    const auto decompose = inPanels ? Kernels::DecomposeInPanels<T> : Kernels::DecomposeRows<T>;
+    return decompose(source, u->rows, w->rows, v->rows, work.get(), rowCount, order, iterationLimit);
 }
 
 #define CORVEX_INSTANTIATE_SVD(T)                                                                                      \
     template bool Kernels::SVDRows(T**, T**, T**, T*, unsigned int, unsigned int, unsigned int);                       \
+    template bool Kernels::SVDWithoutU(const T*, const T*, T*, T**, T**, unsigned int, unsigned int, unsigned int);    \
     template bool Kernels::SVDBackSubstitute(T**, T**, T**, const T*, T*, T*, unsigned int, unsigned int);             \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix2x2<T>, T, 2)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix3x3<T>, T, 3)                                                                  \

@@ -24,6 +24,12 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 template <class T>
 bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit);
 
+/// `w` and `v` of `SVDRows`, and its result, for the matrix of m rows of n elements, one behind the other in `rows`,
+/// less `shift` each. n is 1 to 4 and m no less than n; `scratch` has room for the matrix. U is not formed.
+template <class T>
+bool SVDWithoutU(const T* rows, const T* shift, T* scratch, T** w, T** v, unsigned int m, unsigned int n,
+                 unsigned int iterationLimit);
+
 /// Solves A x = b from the decomposition of an m by n matrix A; least squares where m is above n. `b` has m elements,
 /// `x` and `scratch` have n; `x` may be `b`. False, with x and scratch untouched, when any singular value is zero
 /// within the common tolerance (absolute, inclusive): such a system is refused and not solved through a truncated

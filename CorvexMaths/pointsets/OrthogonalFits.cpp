@@ -1,10 +1,13 @@
 // The orthogonal fits of a line and of a plane to points.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/TMatrixMxN.h>
+#include <CorvexMaths/matrices/SingularValues.h>
+#include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/primitives/TPlane.h>
+
+#include <memory>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -24,10 +27,13 @@ public:
     bool Decompose(TPointSet<T, TVector3>& points, TVector3<T>* centre)
     {
         constexpr unsigned int iterationLimit = 30;
-        // Only the values and the right vectors are asked for, so the left ones replace the points in place.
-        TMatrixMxN<T> centred;
-        *centre = points.ToTransToCentMatrix(&centred);
-        return centred.SVD(&centred, &w, &v, iterationLimit);
+        const unsigned int count = points.GetCount();
+        const std::unique_ptr<T[]> scratch(new T[std::size_t(3) * count]);
+        *centre = points.GetCentre();
+        T* wRows[] = {w[0], w[1], w[2]};
+        T* vRows[] = {v[0], v[1], v[2]};
+        return Kernels::SVDWithoutU<T>(ValuesOf<T, TVector3>(points), *centre, scratch.get(), wRows, vRows, count, 3,
+                                       iterationLimit);
     }
 
     /// The singular value of an axis; they are in no order.
@@ -52,8 +58,8 @@ public:
     }
 
 private:
-    TMatrixMxN<T> w;
-    TMatrixMxN<T> v;
+    T w[3][3];
+    T v[3][3];
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "Samples.h"
 #include "tests/support/plain/PlainSVD.h"
 
-#include <CorvexMaths/matrices/SingularValueRotations.inl>
+#include <CorvexMaths/matrices/SingularValueForms.inl>
 #include <CorvexMaths/matrices/SingularValueSolve.inl>
 
 using namespace CorvexTest;
@@ -63,6 +63,49 @@ TYPED_TEST(SingularValues, HaveTheBitsOfThePlainForm)
     for (unsigned int size = 0; size < 169; ++size) expectAll(TMatrixMxN<T>(size / 13, size % 13));
     for (auto const& [m, n] : {std::pair{70u, 70u}, {70u, 20u}, {20u, 45u}, {300u, 3u}, {41u, 4u}, {3u, 40u}})
         expectAll(TMatrixMxN<T>(m, n));
+    // Tall ones, in panels: none full, all full, and with every number of rows left for the head.
+    for (auto const& [m, n] : {std::pair{64u, 1u}, {82u, 2u}, {131u, 3u}, {146u, 4u}, {213u, 19u}, {192u, 32u}})
+        expectAll(TMatrixMxN<T>(m, n));
+}
+
+TYPED_TEST(SingularValues, TakeTheMatrixAsAnyOfTheirResults)
+{
+    using T = TypeParam;
+    std::mt19937 random(77);
+    for (unsigned int const m : {9u, 150u}) {
+        TMatrixMxN<T> a(m, 3), outputs[3];
+        Fill(a, "uniform", random);
+        ASSERT_TRUE(a.SVD(&outputs[0], &outputs[1], &outputs[2], 30));
+        for (unsigned int own = 0; own < 3; ++own) {
+            TMatrixMxN<T> self(a), others[3];
+            TMatrixMxN<T>* results[] = {&others[0], &others[1], &others[2]};
+            results[own] = &self;
+            ASSERT_TRUE(self.SVD(results[0], results[1], results[2], 30));
+            for (unsigned int k = 0; k < 3; ++k) EXPECT_EQ(*results[k], outputs[k]) << "seed 77, " << m << ", " << own;
+        }
+    }
+}
+
+// The form without U takes rows less a shift.
+TYPED_TEST(SingularValues, HaveTheBitsOfThePlainFormWithoutU)
+{
+    using T = TypeParam;
+    std::mt19937 random(79);
+    SCOPED_TRACE("seed 79");
+    T const shift[] = {T(0.25), T(-0.0), T(-3), T(7)};
+    for (auto const& [m, n] : {std::pair{4u, 4u}, {3u, 3u}, {18u, 3u}, {20u, 4u}, {19u, 2u}, {5u, 1u}, {215u, 3u}}) {
+        for (auto const content : contents) {
+            TMatrixMxN<T> a(m, n);
+            Fill(a, content, random);
+            Rows<T> const rows(a);
+            Rows<T> u(a), w(n, n), v(n, n), plainW(n, n), plainV(n, n);
+            std::vector<T> work(n), scratch(std::size_t(m) * n);
+            for (unsigned int i = 0; i < m * n; ++i) u.rows[i / n][i % n] -= shift[i % n];
+            EXPECT_EQ(Kernels::SVDWithoutU<T>(rows.rows[0], shift, scratch.data(), *w, *v, m, n, 30),
+                      Plain::SVDRows(*u, *plainW, *plainV, work.data(), m, n, 30));
+            EXPECT_TRUE(SameElements(w, plainW) && SameElements(v, plainV)) << m << " by " << n << ", " << content;
+        }
+    }
 }
 
 TYPED_TEST(SingularValues, RebuildTheMatrixFromOrthonormalFactors)
