@@ -1,5 +1,8 @@
 #include <CorvexMaths/polygons/CrossingSearch.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
@@ -16,8 +19,117 @@ enum LineColumn : unsigned int
     meritColumn,
     /// 1 where the line counts as vertical, which leaves the other three without meaning; else 0.
     verticalColumn,
+    /// The box of a block of edges, at the index of the block.
+    lowXColumn,
+    highXColumn,
+    lowYColumn,
+    highYColumn,
     endOfColumns
 };
+
+/// How many successive edges make a block.
+constexpr unsigned int blockSize = 8;
+
+/// The box of an edge or of a block, or of several.
+template <class Value>
+struct Box
+{
+    Value lowX, highX, lowY, highY;
+
+    template <class T>
+    CORVEX_ALWAYS_INLINE void Read(const EdgeColumns<T>& edges, unsigned int block)
+    {
+        edges.Read(lowX, lowXColumn, block);
+        edges.Read(highX, highXColumn, block);
+        edges.Read(lowY, lowYColumn, block);
+        edges.Read(highY, highYColumn, block);
+    }
+
+    void Write(const EdgeColumns<Value>& edges, unsigned int block) const
+    {
+        edges.Column(lowXColumn)[block] = lowX;
+        edges.Column(highXColumn)[block] = highX;
+        edges.Column(lowYColumn)[block] = lowY;
+        edges.Column(highYColumn)[block] = highY;
+    }
+
+    void Join(const Box& other)
+    {
+        lowX = std::min(lowX, other.lowX);
+        highX = std::max(highX, other.highX);
+        lowY = std::min(lowY, other.lowY);
+        highY = std::max(highY, other.highY);
+    }
+
+    template <class T, class Mask>
+    CORVEX_ALWAYS_INLINE void Meets(const Box<T>& other, Mask& meets) const
+    {
+        meets = (lowX <= other.highX) & (highX >= other.lowX) & (lowY <= other.highY) & (highY >= other.lowY);
+    }
+};
+
+// Edges whose boxes lie apart are passed over. They cannot pass the tests, for a point p = (x, y) that does lies in the
+// boxes of both:
+//
+// Let u = epsilon / 2 be the unit roundoff, M the greatest coordinate of the outline, t the common tolerance; s and e
+// the start and end of an edge, D their exact difference; m and c its slope and intercept as stored. A residual of
+// y = m x + c is r = sqrt(1 + m^2) times a distance. Bounds are given to the first order in u.
+//
+// 0. Range. A box is unbounded unless M <= 1e12 and the edge's extent |D.x| + |D.y| is at least 1e-12. So the length of
+//    D comes of normal numbers in `float` too, |m| <= 1 / t unless the line counts as vertical, and nothing overflows
+//    before the quotient by the diagonal. What underflow adds, below 1e-38 M and 1e-32, is nothing beside u M.
+// 1. The stored line. Five roundings reach m: two differences, two divisions by the length, whose own error cancels,
+//    and that of y by x. As d(atan m) = dm / (1 + m^2), they turn the line about s by at most 5/2 u. The intercept
+//    errs by u (|s.y| + 2 |m s.x|), which is a distance of 3 u M at most.
+// 2. The residuals. Lines that cross have slopes further than t apart, so that the pivot's slope m' is above t / 2, and
+//    its reciprocal does not overflow. By the rule of merits |m'| >= 1 - 2 u or |m'| >= |m|, m being the other slope;
+//    so |f| <= r, f being the factor, and |f c'| <= r (|s'.x| + |s'.y|) <= 2 r M. Substitution leaves a residual of
+//    2 u |m' x| in the pivot's row, a distance of 2 u |x|, and in the other row at most
+//      4 u |m x| + 3 u |y| (1 + |f|) + u |f c'|;
+//    where the guard stands for 1 - f, f is 1, and it errs by less than u. On a vertical line the residual of the other
+//    one is u (|m x| + |y|). With 1, p lies within u (4 |x| + 6 |y| + 5 M) of the line through s of slope m.
+// 3. The edge. The products of TEdge2::IsWithin err by 4 u |p - s| |D| and 4 u |p - e| |D|. So if p passes, its foot on
+//    the exact line of the edge lies on the edge, or off it by 5 u h, h being the distance of p from that line. Then
+//    |x| and |y| exceed M by h at most, and as |D| <= 2 sqrt(2) M,
+//      h <= u (4 (M + h) + 6 (M + h) + 5 M) + 5/2 u |D| <= u (22.1 M + 10 h), hence h < 12 epsilon M.
+//    On a vertical edge x is s.x, and y goes by the foot; as the edge leans by t |D|, y is off by t^2 |D| at most.
+// 4. Overflow, which only `float` knows. An infinite coordinate of p adds the same infinity, or NaN, to both products,
+//    so that they have one sign or fail. Where p is finite and a product overflows, p is further than 1e26 >= 1e14 M
+//    away along the line: of the terms of either product the greater one has the sign of p's side, which is the same
+//    for both, and the other one has it too or is far smaller. The sums have that sign or are NaN. Either way p fails.
+//
+// The margin is more than five times the bound of 3, and what it grows by with the extent a million times t^2 |D|.
+
+/// What rounding can move a crossing by, with much to spare; infinite for coordinates that are too large or NaN.
+template <class T>
+T RoundingMargin(const EdgeColumns<T>& edges)
+{
+    constexpr T largest = T(1e12);
+    constexpr T infinity = std::numeric_limits<T>::infinity();
+    T size = T(0);
+    for (unsigned int c = startXColumn; c <= endYColumn; ++c) {
+        for (unsigned int i = 0; i < edges.GetCount(); ++i) {
+            const T value = Numbers::Absolute(edges.Column(c)[i]);
+            // Written so that NaN counts as too large.
+            if (!(value <= size)) size = value <= largest ? value : infinity;
+        }
+    }
+    return 64 * std::numeric_limits<T>::epsilon() * size;
+}
+
+/// The box of an edge, by the margin that all edges share; an infinite one gives an unbounded box.
+template <class T>
+CORVEX_ALWAYS_INLINE Box<T> MakeBox(const EdgeValues<T>& edge, T margin)
+{
+    constexpr T shortest = T(1e-12);
+    constexpr T infinity = std::numeric_limits<T>::infinity();
+    const T extent = Numbers::Absolute(edge.deltaX) + Numbers::Absolute(edge.deltaY);
+    // Written so that NaN, as two equal infinities give it, counts as too short.
+    if (!(extent >= shortest)) return {-infinity, infinity, -infinity, infinity};
+    const T reach = margin + Numbers::commonTolerance<T> * extent;
+    return {std::min(edge.startX, edge.endX) - reach, std::max(edge.startX, edge.endX) + reach,
+            std::min(edge.startY, edge.endY) - reach, std::max(edge.startY, edge.endY) + reach};
+}
 
 /// The line of an edge, or of several.
 template <class Value>
@@ -89,25 +201,28 @@ CORVEX_ALWAYS_INLINE void CrossVertical(const EdgeLine<T>& a, const EdgeLine<Lan
     *exists = b.vertical == T(0);
 }
 
-/// CrossingSearch::FindFirst by lanes of the given width.
+/// The search for the nearest crossing of an edge, as far as it has come.
+template <class T>
+struct Nearest
+{
+    /// Held as a double in both forms.
+    double distance = static_cast<double>(Numbers::unsetBound<T>);
+    unsigned int index = 0;
+    TVector2<T> point;
+    bool isFound = false;
+};
+
+/// Looks for a nearer crossing with the edges from `first` on, by lanes of the given width.
 template <unsigned int Bytes, class T>
-CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, unsigned int i, unsigned int* index,
-                                            TVector2<T>* point)
+CORVEX_ALWAYS_INLINE void SearchRun(const EdgeColumns<T>& edges, const EdgeValues<T>& edge, const EdgeLine<T>& line,
+                                    unsigned int first, unsigned int end, Nearest<T>* nearest)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     using Mask = decltype(Lane() == Lane());
     constexpr unsigned int laneCount = Lanes<T, Bytes>::count;
-    EdgeValues<T> edge;
-    EdgeLine<T> line;
-    edge.Read(edges, i);
-    line.Read(edges, i);
     const TVector2<T> start(edge.startX, edge.startY);
-    const unsigned int end = i == 0 ? edges.GetCount() - 1 : edges.GetCount();
-    // The nearest distance so far is held as a double in both forms.
-    double nearest = static_cast<double>(Numbers::unsetBound<T>);
-    bool isFound = false;
 
-    for (unsigned int from = i + 2; from < end; from += laneCount) {
+    for (unsigned int from = first; from < end; from += laneCount) {
         EdgeLine<Lane> others;
         others.Read(edges, from);
         Lane x, y;
@@ -132,23 +247,56 @@ CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, unsigne
             if (isHit[k] == 0) continue;
             const TVector2<T> crossing(x[k], y[k]);
             const double distance = static_cast<double>(crossing.DiffVectLen(start));
-            if (nearest > distance) {
-                nearest = distance;
-                *index = from + k;
-                *point = crossing;
-                isFound = true;
-            }
+            if (nearest->distance > distance) *nearest = {distance, from + k, crossing, true};
         }
     }
-    return isFound;
+}
+
+/// CrossingSearch::FindFirst by lanes of the given width, block by block.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, T margin, unsigned int i, unsigned int* index,
+                                            TVector2<T>* point)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    using Mask = decltype(Lane() == Lane());
+    constexpr unsigned int laneCount = Lanes<T, Bytes>::count;
+    EdgeValues<T> edge;
+    EdgeLine<T> line;
+    edge.Read(edges, i);
+    line.Read(edges, i);
+    const Box<T> box = MakeBox(edge, margin);
+    const unsigned int first = i + 2;
+    const unsigned int end = i == 0 ? edges.GetCount() - 1 : edges.GetCount();
+    Nearest<T> nearest;
+
+    // The last lanes may lie past the last block.
+    for (unsigned int block = first / blockSize; block * blockSize < end; block += laneCount) {
+        Box<Lane> others;
+        others.Read(edges, block);
+        Mask meets;
+        others.Meets(box, meets);
+        if (!AnyLane(meets)) continue;
+        for (unsigned int k = 0; k < laneCount; ++k) {
+            if (meets[k] == 0) continue;
+            // Blocks side by side make one run.
+            const unsigned int from = (block + k) * blockSize;
+            while (k + 1 < laneCount && meets[k + 1] != 0) ++k;
+            const unsigned int to = (block + k + 1) * blockSize;
+            SearchRun<Bytes>(edges, edge, line, std::max(from, first), std::min(to, end), &nearest);
+        }
+    }
+    if (!nearest.isFound) return false;
+    *index = nearest.index;
+    *point = nearest.point;
+    return true;
 }
 
 #ifdef CORVEX_WIDE_LANES
 template <class T>
-CORVEX_WIDE_LANES bool FindFirstWide(const EdgeColumns<T>& edges, unsigned int i, unsigned int* index,
+CORVEX_WIDE_LANES bool FindFirstWide(const EdgeColumns<T>& edges, T margin, unsigned int i, unsigned int* index,
                                      TVector2<T>* point)
 {
-    return FindFirstCrossing<wideBytes>(edges, i, index, point);
+    return FindFirstCrossing<wideBytes>(edges, margin, i, index, point);
 }
 #endif
 
@@ -156,8 +304,9 @@ CORVEX_WIDE_LANES bool FindFirstWide(const EdgeColumns<T>& edges, unsigned int i
 
 template <class T>
 CrossingSearch<T>::CrossingSearch(const TEdge2<T>* edgeArray, unsigned int edgeCount)
-    : edges(edgeArray, edgeCount, endOfColumns - EdgeColumns<T>::edgeColumnCount)
+    : edges(edgeArray, edgeCount, endOfColumns - EdgeColumns<T>::edgeColumnCount), margin(RoundingMargin(edges))
 {
+    Box<T> box = {};
     for (unsigned int i = 0; i < edgeCount; ++i) {
         EdgeValues<T> edge;
         edge.Read(edges, i);
@@ -167,6 +316,13 @@ CrossingSearch<T>::CrossingSearch(const TEdge2<T>* edgeArray, unsigned int edgeC
         edges.Column(interceptColumn)[i] = edge.startY - edge.startX * slope;
         edges.Column(meritColumn)[i] = (T(1) / (size > T(1) ? size : T(1))) * size;
         edges.Column(verticalColumn)[i] = Numbers::IsZero(edge.directionX, Numbers::commonTolerance<T>) ? T(1) : T(0);
+
+        const Box<T> own = MakeBox(edge, margin);
+        if (i % blockSize == 0)
+            box = own;
+        else
+            box.Join(own);
+        box.Write(edges, i / blockSize);
     }
 }
 
@@ -174,9 +330,9 @@ template <class T>
 bool CrossingSearch<T>::FindFirst(unsigned int i, unsigned int* index, TVector2<T>* point) const
 {
 #ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) return FindFirstWide(edges, i, index, point);
+    if (hasWideLanes) return FindFirstWide(edges, margin, i, index, point);
 #endif
-    return FindFirstCrossing<baselineBytes>(edges, i, index, point);
+    return FindFirstCrossing<baselineBytes>(edges, margin, i, index, point);
 }
 
 template class CrossingSearch<float>;

@@ -11,7 +11,8 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 ///
 /// The lines of two edges cross as TLine2::IntersectWith finds it, at the common tolerance, and the point must pass
 /// TEdge2::IsWithin of both. The search gives exactly the bits and decisions of those tests; it computes once what
-/// depends on one edge alone, and works on several pairs at a time.
+/// depends on one edge alone, works on several pairs at a time, and passes over blocks of edges that lie further off than
+/// rounding can reach.
 template <class T>
 class CrossingSearch
 {
@@ -26,6 +27,8 @@ public:
 
 private:
     EdgeColumns<T> edges;
+    /// What rounding can move a crossing by.
+    T margin;
 };
 
 extern template class CrossingSearch<float>;

@@ -48,6 +48,55 @@ TYPED_TEST(CrossingsTest, TrimmingFlattensAndHasTheBitsOfThePlainSearch)
     }
 }
 
+/// Several hundred vertices, most of whose sides lie far apart: a ring that tangles with itself, some corners put on
+/// earlier sides; or a side, level or upright, and the way back over it in flat bounds that end on it or the last bits
+/// above. Some lie off the origin, some hold values that are not finite.
+template <class T>
+PlainOutline<T> RandomWalk(std::mt19937_64& random)
+{
+    std::uniform_real_distribution<T> uniform(T(-1), T(1));
+    const bool isRing = random() % 4 == 0, isUpright = random() % 2 == 0, isHostile = random() % 8 == 0;
+    const T epsilon = std::numeric_limits<T>::epsilon(), wave = std::fabs(uniform(random)) / 20;
+    const T shift = random() % 2 == 0 ? T(0) : uniform(random) * T(1e-4f) / epsilon;
+    const T halfBit = epsilon * std::fabs(shift) / 2;
+    PlainOutline<T> outline(300 + random() % 300);
+    const T last = static_cast<T>(outline.size() - 1);
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+        const T share = static_cast<T>(i) / last, x = i == 0 ? T(0) : T(1) - share / 2;
+        const bool isLow = i < 2 || random() % 8 == 0;
+        const T height = isLow ? halfBit * static_cast<T>(i < 2 ? 0 : random() % 4) : wave / last;
+        outline[i] = {x + shift, height + shift};
+        if (isRing) outline[i] = {std::cos(6 * share) + wave * uniform(random), std::sin(6 * share) + shift};
+        if (isRing && i > 20 && random() % 4 == 0)
+            outline[i] = TEdge2<T>(outline[i - random() % 9 - 2], outline[i - 1]).GetMid();
+        if (isUpright) std::swap(outline[i].x, outline[i].y);
+    }
+    const T rare[] = {std::numeric_limits<T>::infinity(), std::numeric_limits<T>::quiet_NaN(), T(1e30f), T(-0.0)};
+    if (isHostile) outline[random() % outline.size()][random() % 2] = rare[random() % 4];
+    return outline;
+}
+
+TYPED_TEST(CrossingsTest, TrimmingPassesOverNoSideThatThePlainSearchMeets)
+{
+    using T = typename TypeParam::T;
+    std::mt19937_64 random(20261121);
+    SCOPED_TRACE("seed 20261121");
+    // A side so long that it counts as upright: it meets the first one, far above its own end.
+    const T size = std::ldexp(T(1), std::numeric_limits<T>::max_exponent / 2);
+    PlainOutline<T> far(40);
+    for (std::size_t i = 0; i < 40; ++i) far[i] = {static_cast<T>(i), static_cast<T>(i % 2)};
+    far[0] = {-1, size / 16};
+    far[1] = {1, size / 16};
+    far[20] = {0, 0};
+    far[21] = {size, size / 32};
+    for (unsigned int round = 0; round < 300; ++round) {
+        const auto outline = round == 0 ? far : RandomWalk<T>(random);
+        OpenPolygon<TypeParam> polygon(outline);
+        polygon.TrimCrossings();
+        ASSERT_TRUE(AreSameBits(polygon.GetOutline(), PlainTrimCrossings(outline))) << round;
+    }
+}
+
 TYPED_TEST(CrossingsTest, DuplicatesInThePlaneGoInTheOrderOfThePlainPass)
 {
     using T = typename TypeParam::T;
