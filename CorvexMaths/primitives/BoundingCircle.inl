@@ -29,25 +29,190 @@ struct ThreePointCircle
     }
 };
 
-/// The index of the first point, from one on, whose squared distance from the centre is outside; `count` for none.
-template <class T, class IsOutside>
-unsigned int FindOutsider(const TVector2<T>* points, unsigned int from, unsigned int count, const TVector2<T>& centre,
-                          IsOutside isOutside)
+/// Reads x and y of as many points as a register has lanes, in the order of lanes that takes the least shuffling.
+template <class Lane, class T>
+CORVEX_ALWAYS_INLINE void LoadPoints(Lane& x, Lane& y, const TVector2<T>* points)
 {
+    constexpr unsigned int laneCount = sizeof(Lane) / sizeof(T);
+    Lane low, high;
+    Kernels::Load(low, static_cast<const T*>(points[0]));
+    Kernels::Load(high, static_cast<const T*>(points[laneCount / 2]));
+    if constexpr (laneCount == 2) {
+        x = __builtin_shufflevector(low, high, 0, 2);
+        y = __builtin_shufflevector(low, high, 1, 3);
+    } else if constexpr (sizeof(T) == sizeof(double)) {
+        x = __builtin_shufflevector(low, high, 0, 4, 2, 6);
+        y = __builtin_shufflevector(low, high, 1, 5, 3, 7);
+    } else if constexpr (laneCount == 4) {
+        x = __builtin_shufflevector(low, high, 0, 2, 4, 6);
+        y = __builtin_shufflevector(low, high, 1, 3, 5, 7);
+    } else {
+        x = __builtin_shufflevector(low, high, 0, 2, 8, 10, 4, 6, 12, 14);
+        y = __builtin_shufflevector(low, high, 1, 3, 9, 11, 5, 7, 13, 15);
+    }
+}
+
+/// The index of the first point, from one on, that a test does not pass, by lanes of the given width; `count` for none.
+/// The test takes x and y, as scalars or as lanes, and tells what passes.
+template <unsigned int Bytes, class T, class Test>
+CORVEX_ALWAYS_INLINE unsigned int SkipBy(const Test& test, const TVector2<T>* points, unsigned int from,
+                                         unsigned int count)
+{
+    using Lane = typename Kernels::Lanes<T, Bytes>::Type;
+    using Mask = decltype(Lane() < Lane());
+    constexpr unsigned int laneCount = Kernels::Lanes<T, Bytes>::count;
+    constexpr unsigned int step = 4 * laneCount;
     unsigned int i = from;
-    while (i < count && !isOutside(points[i].DiffVectLenSquared(centre))) ++i;
+    for (; count - i >= step; i += step) {
+        Mask passes = ~Mask{};
+        for (unsigned int k = i; k < i + step; k += laneCount) {
+            Lane x, y;
+            LoadPoints(x, y, points + k);
+            Mask isPassing;
+            test.Apply(isPassing, x, y);
+            passes &= isPassing;
+        }
+        if (Kernels::AnyLane(~passes)) break;
+    }
+    for (; i < count; ++i) {
+        bool passes;
+        test.Apply(passes, points[i].x, points[i].y);
+        if (!passes) break;
+    }
     return i;
 }
 
-/// The same for a circle: a squared distance at the square of radius plus margin is inside, NaN is outside.
+#ifdef CORVEX_WIDE_LANES
+template <class T, class Test>
+CORVEX_WIDE_LANES unsigned int SkipWide(const Test& test, const TVector2<T>* points, unsigned int from,
+                                        unsigned int count)
+{
+    return SkipBy<Kernels::wideBytes>(test, points, from, count);
+}
+#endif
+
+/// The index of the first point, from one on, that a test does not pass; `count` for none.
+template <class T, class Test>
+unsigned int Skip(const Test& test, const TVector2<T>* points, unsigned int from, unsigned int count)
+{
+#ifdef CORVEX_WIDE_LANES
+    if (Kernels::hasWideLanes) return SkipWide(test, points, from, count);
+#endif
+    return SkipBy<Kernels::baselineBytes>(test, points, from, count);
+}
+
+/// Whether a point lies in a circle with a margin around it, its rim included. A distance that is not a number passes
+/// or not, as said.
+template <class T, bool passesNaN>
+struct InsideTest
+{
+    TVector2<T> centre;
+    T bound;
+
+    InsideTest(const TCircle2<T>& circle, T margin) : centre(circle.centre)
+    {
+        const T reach = circle.radius + margin;
+        bound = reach * reach;
+    }
+
+    template <class Mask, class Value>
+    CORVEX_ALWAYS_INLINE void Apply(Mask& passes, const Value& x, const Value& y) const
+    {
+        const Value fromX = x - centre.x;
+        const Value fromY = y - centre.y;
+        const Value distance = fromX * fromX + fromY * fromY;
+        if constexpr (passesNaN)
+            passes = Mask(distance > bound) == Mask{};
+        else
+            passes = bound >= distance;
+    }
+};
+
+/// The index of the first point, from one on, that lies outside a circle with a margin; NaN is outside.
 template <class T>
 unsigned int FindOutsider(const TCircle2<T>& circle, const TList<TVector2<T>>& points, unsigned int from,
                           unsigned int count, T margin)
 {
-    const T reach = circle.radius + margin;
-    const auto isOutside = [bound = reach * reach](T distance) { return !(bound >= distance); };
-    return FindOutsider(points.GetStream(), from, count, circle.centre, isOutside);
+    return Skip(InsideTest<T, false>(circle, margin), points.GetStream(), from, count);
 }
+
+/// Whether a point r is clear of improving on the circles through p, q and a third point that a RimSearch has found,
+/// told without a division. Only where this is certain does a point pass.
+///
+/// With w the distance from p to q, k = cross(q - p, r - p) and L the offset of the best circle on the side of r, let
+///
+///     power = (r - p) . (r - q) - 2 k L / w^2.
+///
+/// The exact offset of the circle through p, q and r is L + w^2 power / (2 k): no better where the power is negative,
+/// on either side. It remains to bound what rounding does to the computed offset. Let u be the unit roundoff, and let B
+/// bound all coordinates, w and |L| / w. The computed determinant is within 50 u B^2 of 2 k, and both numerators of the
+/// centre within 80 u B^3 of theirs; with |k| at least 512 u B^2 this moves the computed offset away from the exact one
+/// by no more than
+///
+///     u w B^2 (948 B + 306 w |power| / |2 k|) / |2 k|.
+///
+/// The second term is at most half of w^2 |power| / |2 k|, by which the exact offset falls short of L, and so is the
+/// first where -power is at least 1896 u B^3 / w. The power itself is computed to within 58 u B^2. Hence a power of
+/// at most -4096 u B^3 / w settles it, with a reserve of two for what products of roundings add.
+///
+/// A computed power below 0 implies in turn that r is no farther from p than w + 2 |L| / w, give or take roundings, as
+/// all points of a circle with that offset are; with the coordinates of p and q this gives B. A product that overflows
+/// makes the power infinite or NaN, never negative: (r - p) . (r - q) overflows first. Where B or w is so large or
+/// small that another step might overflow, or underflow by what matters, no point passes; nor does one where there is
+/// no circle yet: the bounds are then NaN.
+template <class T>
+class ClearTest
+{
+public:
+    /// What a point on one side is held to.
+    struct Side
+    {
+        T leastSide = std::numeric_limits<T>::quiet_NaN();
+        T slope = leastSide;
+        T greatestPower = leastSide;
+    };
+
+    Side left;
+    Side right;
+
+    ClearTest(const TVector2<T>& first, const TVector2<T>& second)
+        : p(first), q(second), along(second - first), width(along.GetLength())
+    {}
+
+    /// The bounds for a best circle of that offset.
+    Side Bound(T offset) const
+    {
+        constexpr T roundoff = std::numeric_limits<T>::epsilon() / 2;
+        const T greatest = std::ldexp(T(1), std::numeric_limits<T>::max_exponent / 5);
+        const T lead = Numbers::Absolute(offset) / width;
+        const T extent =
+            std::max({Numbers::Absolute(p.x), Numbers::Absolute(p.y), Numbers::Absolute(q.x), Numbers::Absolute(q.y)});
+        const T bound = extent + T(1.125) * (width + 2 * lead);
+        Side side;
+        if (!(bound <= greatest && bound * greatest >= T(1) && width >= 1024 * roundoff * bound)) return side;
+        side.leastSide = 512 * roundoff * bound * bound;
+        side.slope = 2 * offset / (width * width);
+        side.greatestPower = -(4096 * roundoff * bound * bound * bound / width);
+        return side;
+    }
+
+    template <class Mask, class Value>
+    CORVEX_ALWAYS_INLINE void Apply(Mask& passes, const Value& x, const Value& y) const
+    {
+        const Value fromX = x - p.x;
+        const Value fromY = y - p.y;
+        const Value side = along.x * fromY - along.y * fromX;
+        const Value product = fromX * (x - q.x) + fromY * (y - q.y);
+        passes = ((side >= left.leastSide) & (product - side * left.slope <= left.greatestPower)) |
+                 ((side <= -right.leastSide) & (product - side * right.slope <= right.greatestPower));
+    }
+
+private:
+    TVector2<T> p;
+    TVector2<T> q;
+    TVector2<T> along;
+    T width;
+};
 
 /// The search for the circle through p, q and a third point, on either side of the line from p to q, that bulges
 /// furthest there.
@@ -55,16 +220,23 @@ template <class T>
 class RimSearch
 {
 public:
-    RimSearch(const TVector2<T>& first, const TVector2<T>& second) : p(first), q(second), along(second - first) {}
+    RimSearch(const TVector2<T>& first, const TVector2<T>& second)
+        : p(first), q(second), along(second - first), clear(first, second)
+    {}
 
     /// Considers points as third ones, in their order.
     void Consider(const TVector2<T>* points, unsigned int count)
     {
+        constexpr unsigned int runLength = 16;
         unsigned int i = 0;
-        for (; count - i >= laneCount; i += laneCount)
-            if (AnyMayImprove(points + i))
-                for (unsigned int k = 0; k < laneCount; ++k) Consider(points[i + k]);
-        for (; i < count; ++i) Consider(points[i]);
+        while ((i = Skip(clear, points, i, count)) < count) {
+            // Where one is not clear, others may follow.
+            const unsigned int end = count - i < runLength ? count : i + runLength;
+            for (; end - i >= laneCount; i += laneCount)
+                if (AnyMayImprove(points + i))
+                    for (unsigned int k = 0; k < laneCount; ++k) Consider(points[i + k]);
+            for (; i < end; ++i) Consider(points[i]);
+        }
     }
 
     /// The smaller of the two circles, the left one on a tie; one of radius 0 stands for none.
@@ -122,15 +294,18 @@ private:
         const Candidate<T> candidate(*this, point.x, point.y);
         if (candidate.circle.determinant == T(0)) return;
         const T offset = candidate.offset;
-        if (candidate.side > T(0) && (left.circle.radius == T(0) || offset > left.offset)) Take(left, candidate);
-        if (candidate.side < T(0) && (right.circle.radius == T(0) || right.offset > offset)) Take(right, candidate);
+        if (candidate.side > T(0) && (left.circle.radius == T(0) || offset > left.offset))
+            Take(left, clear.left, candidate);
+        if (candidate.side < T(0) && (right.circle.radius == T(0) || right.offset > offset))
+            Take(right, clear.right, candidate);
     }
 
-    void Take(Best& best, const Candidate<T>& candidate)
+    void Take(Best& best, typename ClearTest<T>::Side& side, const Candidate<T>& candidate)
     {
         best.circle.centre = TVector2<T>(candidate.circle.x, candidate.circle.y);
         best.circle.radius = best.circle.centre.DiffVectLen(p);
         best.offset = best.circle.radius == T(0) ? Best().offset : candidate.offset;
+        side = clear.Bound(best.offset);
     }
 
     TVector2<T> p;
@@ -138,6 +313,7 @@ private:
     TVector2<T> along;
     Best left;
     Best right;
+    ClearTest<T> clear;
 };
 
 } // namespace
@@ -193,9 +369,7 @@ void TCircle2<T>::MinimumBoundingCircle(const TList<TVector2<T>>& points, unsign
     constexpr T margin = static_cast<T>(1e-4f);
     centre = (p + q) * T(0.5);
     radius = T(0.5) * p.DiffVectLen(q);
-    const T reach = radius + margin;
-    const auto isOutside = [bound = reach * reach](T distance) { return distance > bound; };
-    if (FindOutsider(points.GetStream(), 0, count, centre, isOutside) == count) return;
+    if (Skip(InsideTest<T, true>(*this, margin), points.GetStream(), 0, count) == count) return;
 
     // 2. Else the circle through both and a third point.
     RimSearch<T> search(p, q);

@@ -8,6 +8,7 @@
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 

@@ -84,7 +84,7 @@ TYPED_TEST(CircleTest, BoundsPointsToTheBitsOfThePlainScans)
         const auto draw = [&] {
             if (kind == 0) return static_cast<T>(random() % 7) - T(3); // ties and collinear points
             if (kind == 1 && random() % 8 == 0) return special[random() % 8];
-            return coordinate(random) * (kind == 2 ? T(100) : T(1));
+            return coordinate(random) * (kind == 2 ? T(100) : T(1)) + (kind == 4 ? T(round) : T(0));
         };
         std::vector<V> points(count);
         for (V& p : points) {
