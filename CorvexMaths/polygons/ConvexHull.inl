@@ -31,6 +31,119 @@ bool IsFarther(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c)
     return c.DiffVectLenSquared(a) > b.DiffVectLenSquared(a);
 }
 
+/// Deals items 0 to count - 1 to buckets, in linear time: bucket(i) is where item i goes, place(i, slot) puts it there.
+/// `ends` has one entry for each bucket and one more; it gets their ends.
+template <class Bucket, class Place>
+void Deal(unsigned int count, unsigned int bucketCount, unsigned int* ends, Bucket bucket, Place place)
+{
+    std::fill_n(ends, bucketCount + std::size_t(1), 0u);
+    for (unsigned int i = 0; i < count; ++i) ++ends[bucket(i) + std::size_t(1)];
+    for (std::size_t b = 1; b <= bucketCount; ++b) ends[b] += ends[b - 1];
+    for (unsigned int i = 0; i < count; ++i) place(i, ends[bucket(i)]++);
+}
+
+/// The vertices of a polygon but its lowest one, the pivot, as pairs of their polar angle and themselves, ordered by
+/// angle. Where no two angles are equal there is but one order, which is found in linear time for directions that
+/// lie evenly; that it is strictly ascending is checked at the end, whatever came before.
+template <class T, template <class> class V>
+class PolarOrder
+{
+public:
+    using Pair = CorvexUtilities::TPair<T, V<T>>;
+
+    PolarOrder(const V<T>* polygon, unsigned int vertexCount, unsigned int pivot)
+        : vertices(polygon),
+          count(vertexCount - 1),
+          pivotIndex(pivot),
+          start(InPlane(polygon[pivot])),
+          bucketCount(count / bucketShare < mostBuckets ? count / bucketShare + 1 : mostBuckets)
+    {}
+
+    const V<T>& operator[](unsigned int i) const { return vertices[i < pivotIndex ? i : i + 1]; }
+
+    T Angle(const V<T>& vertex) const { return PolarAngle(start, InPlane(vertex)); }
+
+    /// Writes the ordered pairs; returns false, and leaves any pairs, where two angles are equal or an argument is
+    /// such that angles may be no numbers.
+    bool WriteOrdered(Pair* pairs) const
+    {
+        const std::unique_ptr<std::uint16_t[]> bucket(new std::uint16_t[count]);
+        if (!FindBuckets(bucket.get())) return false;
+        const std::unique_ptr<unsigned int[]> ends(new unsigned int[bucketCount + std::size_t(1)]);
+        Deal(
+            count, bucketCount, ends.get(), [&](unsigned int i) { return bucket[i]; },
+            [&](unsigned int i, unsigned int slot) { pairs[slot].second = (*this)[i]; });
+
+        // Bucket by bucket the arc cosine keeps to one range, which it is faster for.
+        unsigned int largest = 0;
+        for (unsigned int b = 0, first = 0; b < bucketCount; first = ends[b++])
+            largest = std::max(largest, ends[b] - first);
+        const std::unique_ptr<Pair[]> dealt(new Pair[largest]);
+        const std::unique_ptr<unsigned int[]> dealtEnds(new unsigned int[largest + std::size_t(1)]);
+        T previous = T(-1);
+        for (unsigned int b = 0, first = 0; b < bucketCount; first = ends[b++])
+            if (!OrderBucket(pairs + first, ends[b] - first, dealt.get(), dealtEnds.get(), &previous)) return false;
+        return true;
+    }
+
+private:
+    /// So many pairs stay in the nearest cache.
+    static constexpr unsigned int bucketShare = 1024;
+    static constexpr unsigned int mostBuckets = std::numeric_limits<std::uint16_t>::max();
+
+    /// Writes, for each vertex, which of the buckets its direction falls into. They part the upper half of a diamond
+    /// around the pivot evenly, and so part its angles in their order but for rounding. Returns false where a vertex
+    /// lies in the pivot or below it, or not at a finite distance.
+    bool FindBuckets(std::uint16_t* bucket) const
+    {
+        const T scale = static_cast<T>(bucketCount) * T(0.5);
+        bool isSound = true;
+        for (unsigned int i = 0; i < count; ++i) {
+            const TVector2<T> difference = InPlane((*this)[i]) - start;
+            const T share = T(1) - difference.x / (Numbers::Absolute(difference.x) + difference.y);
+            isSound &= difference.y >= T(0) && share >= T(0) && share <= T(2);
+            const T place = share * scale;
+            // NaN goes to the last one, too.
+            bucket[i] = place < static_cast<T>(bucketCount) ? static_cast<std::uint16_t>(place)
+                                                            : static_cast<std::uint16_t>(bucketCount - 1);
+        }
+        return isSound;
+    }
+
+    /// Computes the angles of the pairs of a bucket and orders them, by way of as many buckets as there are pairs.
+    /// Returns whether they ascend strictly from the previous angle on, which becomes the last one.
+    bool OrderBucket(Pair* pairs, unsigned int pairCount, Pair* dealt, unsigned int* ends, T* previous) const
+    {
+        if (pairCount == 0) return true;
+        for (unsigned int i = 0; i < pairCount; ++i) pairs[i].first = Angle(pairs[i].second);
+        const auto range = std::minmax_element(pairs, pairs + pairCount);
+        const T least = range.first->first;
+        const T scale = static_cast<T>(pairCount) / (range.second->first - least);
+        const auto bucket = [=](unsigned int i) {
+            const T place = (pairs[i].first - least) * scale;
+            // NaN, which angles that are all equal lead to, goes to the last one, too.
+            return place < static_cast<T>(pairCount) ? static_cast<unsigned int>(place) : pairCount - 1;
+        };
+        Deal(pairCount, pairCount, ends, bucket, [=](unsigned int i, unsigned int slot) { dealt[slot] = pairs[i]; });
+        unsigned int first = 0;
+        for (unsigned int b = 0; b < pairCount; first = ends[b++])
+            if (ends[b] - first > 1) std::sort(dealt + first, dealt + ends[b]);
+        bool isAscending = true;
+        for (unsigned int i = 0; i < pairCount; ++i) {
+            isAscending &= dealt[i].first > *previous;
+            *previous = dealt[i].first;
+            pairs[i] = dealt[i];
+        }
+        return isAscending;
+    }
+
+    const V<T>* vertices;
+    unsigned int count;
+    unsigned int pivotIndex;
+    TVector2<T> start;
+    unsigned int bucketCount;
+};
+
 } // namespace
 
 template <class T, template <class> class V>
@@ -48,18 +161,17 @@ void TPolygon<T, V>::MakeConvexHull()
     const unsigned int pairCount = this->count - 1;
     sortedList.Clear(false);
     sortedList.Expand(pairCount);
-    unsigned int pair = 0;
-    for (unsigned int i = 0; i < this->count; ++i) {
-        if (i == pivotIndex) continue;
-        const V<T>& vertex = this->storage[i];
-        sortedList[pair++] = TPair<T, V<T>>(PolarAngle(start, InPlane(vertex)), vertex);
+    const PolarOrder<T, V> order(this->storage, this->count, pivotIndex);
+    if (!order.WriteOrdered(sortedList.GetStream())) {
+        // The order of equal angles is what the sort makes of that of the vertices.
+        for (unsigned int i = 0; i < pairCount; ++i) sortedList[i] = TPair<T, V<T>>(order.Angle(order[i]), order[i]);
+        sortedList.Sort();
     }
-    sortedList.Sort();
 
     // 2. The hull begins with the pivot and the first vertex elsewhere.
     this->Clear(false);
     this->Add(pivot);
-    pair = 0;
+    unsigned int pair = 0;
     while (pair < pairCount && InPlane(sortedList[pair].second) == start) ++pair;
     if (pair < pairCount) this->Add(sortedList[pair++].second);
 

@@ -32,20 +32,32 @@ struct Outline
     }
 };
 
-/// Where a coordinate falls in a grid of cells four tolerances wide: near coordinates are at most half a cell apart,
-/// rounding included, and so lie in the same cell or in the one across the nearer border. (Where the quotient grows so
-/// large that rounding reaches half a cell, distinct coordinates are farther apart than the tolerance.)
+/// Where a coordinate falls in a grid of cells 64 tolerances wide, whose borders lie midway between the multiples.
+///
+/// Of two coordinates within the tolerance of each other, one lies in the other's cell, or in the one across a border
+/// that is near to it. Equal ones, infinities among them, share a cell; so do -0 and 0. Let a < b differ. Their
+/// difference is at most a rounding above the tolerance, which is 1/64 of a cell. From 2^33 on, neighbouring numbers
+/// lie further apart, so that neither magnitude is above it; the quotients are then below 2^47, and each is rounded by
+/// 2^-7 at most. So the places of a and b are in the same order and not 1/31 of a cell apart; where a border parts
+/// them, each is nearer to it than that. The nearest whole number and the distance from it are exact for such
+/// quotients; for greater ones they are some function of the coordinate, which is all that equal ones ask for.
 struct GridPosition
 {
-    /// The coordinate's own cell and the other one.
-    double cells[2];
+    /// The number of the cell, in the last bits of a word: neighbouring cells have neighbouring words.
+    std::uint64_t cell;
+    /// The way to the cell across the nearer border: 1 or -1, or 0 where that border is not near.
+    std::uint64_t step;
 
     explicit GridPosition(double coordinate)
     {
-        const double position = coordinate / (4 * Numbers::commonTolerance<double>);
-        // Adding 0 makes one cell of -0 and 0.
-        cells[0] = std::floor(position) + 0.0;
-        cells[1] = (position - cells[0] < 0.5 ? cells[0] - 1 : cells[0] + 1) + 0.0;
+        constexpr double nearShare = 1.0 / 31;
+        // In this binade the last bit counts as 1, so that a sum is rounded to a whole number.
+        constexpr double wholeNumbers = 0x1.8p52;
+        const double position = coordinate / (64 * Numbers::commonTolerance<double>);
+        const double sum = position + wholeNumbers;
+        const double share = position - (sum - wholeNumbers);
+        std::memcpy(&cell, &sum, sizeof(cell));
+        step = std::uint64_t(share > 0.5 - nearShare) - std::uint64_t(share < nearShare - 0.5);
     }
 };
 
@@ -55,30 +67,36 @@ class CellTable
 public:
     explicit CellTable(unsigned int count) : next(new unsigned int[count])
     {
-        while (bucketCount < count) bucketCount *= 2;
+        while (std::size_t(1) << (64 - shift) < 2 * std::size_t(count)) --shift;
+        const std::size_t bucketCount = std::size_t(1) << (64 - shift);
         first.reset(new unsigned int[bucketCount]);
         for (std::size_t i = 0; i < bucketCount; ++i) first[i] = noVertex;
     }
 
-    unsigned int& GetFirst(double cellX, double cellY) const
+    unsigned int& GetFirst(std::uint64_t cellX, std::uint64_t cellY) const
     {
-        std::uint64_t x, y;
-        std::memcpy(&x, &cellX, sizeof(x));
-        std::memcpy(&y, &cellY, sizeof(y));
-        // Odd multipliers spread the leading bits, in which neighbouring cells differ, over the word.
-        std::uint64_t hash = (x ^ (x >> 32)) * 0x9E3779B97F4A7C15u + (y ^ (y >> 32)) * 0xC2B2AE3D27D4EB4Fu;
-        hash ^= hash >> 29;
-        hash *= 0xBF58476D1CE4E5B9u;
-        return first[(hash >> 32) & (bucketCount - 1)];
+        // Odd multipliers spread the last bits, in which neighbouring cells differ, over the first ones, which count.
+        const std::uint64_t hash = cellX * 0x9E3779B97F4A7C15u + cellY * 0xC2B2AE3D27D4EB4Fu;
+        return first[((hash ^ (hash >> 32)) * 0xBF58476D1CE4E5B9u) >> shift];
     }
 
     unsigned int& GetNext(unsigned int vertex) const { return next[vertex]; }
 
 private:
-    std::size_t bucketCount = 64;
+    unsigned int shift = 58;
     std::unique_ptr<unsigned int[]> first;
     std::unique_ptr<unsigned int[]> next;
 };
+
+/// The first vertex near to vertex j among those of a chain of the table and one found before.
+template <class T>
+unsigned int FindInChain(const Outline<T>& outline, const CellTable& table, unsigned int chain, unsigned int j,
+                         unsigned int found)
+{
+    for (unsigned int i = chain; i != noVertex; i = table.GetNext(i))
+        if (i < found && outline.AreNear(i, j)) found = i;
+    return found;
+}
 
 } // namespace
 
@@ -89,26 +107,22 @@ unsigned int FindDuplicates(const T* points, unsigned int stride, unsigned int c
     const CellTable table(count);
     unsigned int duplicateCount = 0;
     for (unsigned int j = 0; j < count; ++j) {
+        original[j] = noVertex;
         // What is not a number is near nothing and needs no cell.
-        if (std::isnan(outline[j][0]) || std::isnan(outline[j][1])) {
-            original[j] = noVertex;
-            continue;
-        }
+        if (std::isnan(outline[j][0]) || std::isnan(outline[j][1])) continue;
         const GridPosition x(static_cast<double>(outline[j][0]));
         const GridPosition y(static_cast<double>(outline[j][1]));
-        unsigned int found = noVertex;
-        for (const double cellX : x.cells) {
-            for (const double cellY : y.cells) {
-                for (unsigned int i = table.GetFirst(cellX, cellY); i != noVertex; i = table.GetNext(i))
-                    if (i < found && outline.AreNear(i, j)) found = i;
-            }
-        }
-        original[j] = found;
+        unsigned int& head = table.GetFirst(x.cell, y.cell);
+        unsigned int found = FindInChain(outline, table, head, j, noVertex);
+        if (x.step != 0) found = FindInChain(outline, table, table.GetFirst(x.cell + x.step, y.cell), j, found);
+        if (y.step != 0) found = FindInChain(outline, table, table.GetFirst(x.cell, y.cell + y.step), j, found);
+        if (x.step != 0 && y.step != 0)
+            found = FindInChain(outline, table, table.GetFirst(x.cell + x.step, y.cell + y.step), j, found);
         if (found != noVertex) {
+            original[j] = found;
             ++duplicateCount;
             continue;
         }
-        unsigned int& head = table.GetFirst(x.cells[0], y.cells[0]);
         table.GetNext(j) = head;
         head = j;
     }

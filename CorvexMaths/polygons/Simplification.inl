@@ -41,8 +41,20 @@ void TPolygon<T, V>::SimplifyDPM(T tolerance)
     for (unsigned int i = 0; i < vertexCount; ++i) keep[i] = true;
     SimplifySection(0, vertexCount - 1, keep.get(), tolerance);
 
+    unsigned int end = vertexCount;
+    if (typeid(*this) == typeid(TPolygon)) {
+        // The hook of this very class recalculates the box and does nothing else, so that the last removal, that of the
+        // first vertex to go, decides; the others go at once. Each leaves the last vertex, which stays, in a slot.
+        const V<T> last = this->storage[vertexCount - 1];
+        end = static_cast<unsigned int>(std::find(keep.get(), keep.get() + vertexCount, false) - keep.get());
+        if (end < vertexCount) ++end;
+        this->count = end;
+        for (unsigned int i = end; i < vertexCount; ++i)
+            if (keep[i]) this->storage[this->count++] = this->storage[i];
+        std::fill(this->storage + this->count, this->storage + vertexCount, last);
+    }
     // Downwards, so that the flags stay in step with the vertices still to be visited.
-    for (unsigned int i = vertexCount; i-- > 0;)
+    for (unsigned int i = end; i-- > 0;)
         if (!keep[i]) this->RemoveAt(i, true);
 
     if (isClosed) {

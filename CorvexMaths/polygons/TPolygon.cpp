@@ -7,8 +7,12 @@
 #include <CorvexMaths/polygons/DuplicateSearch.h>
 #include <CorvexMaths/polygons/OffsetKernels.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <memory>
+#include <typeinfo>
 
 namespace Halmont::Orrin::CorvexMaths
 {

@@ -1,4 +1,5 @@
 #include <tests/polygons/PolygonSupport.h>
+#include <tests/support/plain/PlainHull.h>
 
 #include <algorithm>
 #include <limits>
@@ -71,6 +72,36 @@ TYPED_TEST(HullTest, GridsLieLeftOfTheirHullAndAreSortedByArcCosines)
             const Maths::TVector2<T> vertex = polygon.sortedList[i].second;
             const T cosine = vertex.x == 0 && vertex.y == 0 ? T(1) : vertex.x / vertex.GetLength();
             ASSERT_EQ(polygon.sortedList[i].first, static_cast<T>(std::acos(static_cast<double>(cosine))));
+        }
+    }
+}
+
+TYPED_TEST(HullTest, PairsAreOrderedAsByThePlainSortToTheBit)
+{
+    using T = typename TypeParam::T;
+    using Vector = typename TypeParam::Vector;
+    std::mt19937_64 random(31415);
+    SCOPED_TRACE("seed 31415");
+    std::uniform_real_distribution<T> scatter(T(-1), T(1));
+    for (unsigned int round = 0; round < 300; ++round) {
+        SCOPED_TRACE(round);
+        // Few are without ties; in double, the large ones of every other kind are: all around or in a wedge.
+        PlainOutline<T> outline = RandomOutline<T>(random);
+        if (round % 20 == 0) {
+            outline.resize(3000 + round);
+            for (auto& vertex : outline) vertex = {scatter(random), scatter(random)};
+            if (round % 40 == 0) outline.front() = {T(-1e5), T(-1e5)};
+        }
+        OpenPolygon<TypeParam> polygon(outline);
+        const auto pairs = PlainPolarOrder<T>(std::vector<Vector>(&polygon[0], &polygon[0] + polygon.GetCount()));
+        polygon.MakeConvexHull();
+        ASSERT_EQ(polygon.sortedList.GetCount(), pairs.GetCount());
+        for (unsigned int i = 0; i < pairs.GetCount(); ++i) {
+            const auto &actual = polygon.sortedList[i], &plain = pairs[i];
+            bool isSame = SameBits(actual.first, plain.first);
+            for (unsigned int k = 0; k < TypeParam::dimension; ++k)
+                isSame &= SameBits(actual.second[k], plain.second[k]);
+            ASSERT_TRUE(isSame) << i;
         }
     }
 }

@@ -69,3 +69,31 @@ TYPED_TEST(SimplificationTest, SectionsAreSplitAsByThePlainScanToTheBit)
         for (unsigned int i = 0; i < count; ++i) ASSERT_EQ(kept[i], kept[count + i]) << round << ", " << i;
     }
 }
+
+TYPED_TEST(SimplificationTest, OutlinesWithoutHooksOfTheirOwnAreThinnedToTheSameBits)
+{
+    using Polygon = typename TypeParam::Polygon;
+    std::mt19937_64 random(27182);
+    SCOPED_TRACE("seed 27182");
+    for (unsigned int round = 0; round < 300; ++round) {
+        SCOPED_TRACE(round);
+        OpenPolygon<TypeParam> hooked(RandomOutline<typename TypeParam::T>(random));
+        hooked.keepBox = round % 2 == 0;
+        Polygon plain(hooked);
+        const unsigned int count = hooked.GetCount();
+        const auto tolerance = static_cast<typename TypeParam::T>(random() % 5) / 4;
+        hooked.SimplifyDPM(tolerance);
+        plain.SimplifyDPM(tolerance);
+        ASSERT_EQ(plain.GetCount(), hooked.GetCount());
+        for (unsigned int k = 0; k < 3; ++k) {
+            ASSERT_TRUE(SameBits(plain.GetBoundingBox().minimum[k], hooked.GetBoundingBox().minimum[k]));
+            ASSERT_TRUE(SameBits(plain.GetBoundingBox().maximum[k], hooked.GetBoundingBox().maximum[k]));
+        }
+        // What the removals leave in the slots behind the count shows once these count again.
+        plain.Expand(count);
+        hooked.Expand(count);
+        for (unsigned int i = 0; i < count; ++i)
+            for (unsigned int k = 0; k < TypeParam::dimension; ++k)
+                ASSERT_TRUE(SameBits(plain[i][k], hooked[i][k])) << i;
+    }
+}
