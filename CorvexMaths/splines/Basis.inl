@@ -14,6 +14,7 @@
 #include <CorvexMaths/pointsets/PointValues.inl>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -53,10 +54,13 @@ void SweepBasis(const T* knots, T* basis, unsigned int basisCount, T x, unsigned
 }
 
 /// The recursion over the functions that can differ from +0, given the one span that holds x: after step j those from
-/// `span` - j to `span`. All others are +0 and stay it. Each function enters two results, over one and the same span.
+/// `span` - j to `span`. All others are +0 and stay it. Each function enters two results, over one and the same width:
+/// its two terms are formed side by side, each as BasisTerm does.
 template <class T>
 Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, unsigned int levels, unsigned int span)
 {
+    typedef T Pair __attribute__((vector_size(2 * sizeof(T))));
+    constexpr T tolerance = Numbers::commonTolerance<T>;
     basis[span] = T(1);
     unsigned int first = span;
     for (unsigned int j = 1; j < levels; ++j) {
@@ -67,73 +71,220 @@ Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, uns
             rising = BasisTerm(x - knots[0], knots[j] - knots[0], basis[0]);
         for (unsigned int i = first; i < span && i + j < basisCount; ++i) {
             const T width = knots[i + 1 + j] - knots[i + 1];
-            const T falling = BasisTerm(knots[i + 1 + j] - x, width, basis[i + 1]);
-            const T nextRising = BasisTerm(x - knots[i + 1], width, basis[i + 1]);
-            basis[i] = rising + falling;
-            rising = nextRising;
+            Pair terms = {};
+            if (!Numbers::IsZero(width, tolerance)) {
+                terms = Pair{knots[i + 1 + j] - x, x - knots[i + 1]} / width * basis[i + 1];
+                terms = ((terms <= tolerance) & (terms >= -tolerance)) ? Pair{} : terms;
+            }
+            basis[i] = rising + terms[0];
+            rising = terms[1];
         }
         if (span + j < basisCount) basis[span] = rising;
     }
     return {first, span + 1};
 }
 
-/// Whether no value is below the one before it. NaN makes it false.
+/// Within this bound no quotient by a width above the tolerance overflows, in `float` too, and 0 times it is 0.
 template <class T>
-bool IsAscending(const T* values, unsigned int valueCount)
-{
-    BaselineMask<T> all = ~BaselineMask<T>{};
-    unsigned int i = 0;
-    for (; i + baselineCount<T> < valueCount; i += baselineCount<T>)
-        all &= LoadLanes(values + i) <= LoadLanes(values + i + 1);
-    bool ascending = !AnyLane(~all);
-    for (; i + 1 < valueCount; ++i) ascending &= values[i] <= values[i + 1];
-    return ascending;
-}
+constexpr T knotBound = T(1e30);
 
-/// Sets the basis functions at x, `basisCount` of them over one knot more, to those of the order `levels`.
+/// The greatest stride at which a survey compares knots: the lanes of the widest register.
 template <class T>
-Support FillBasis(const T* knots, T* basis, unsigned int basisCount, T x, unsigned int levels)
+constexpr unsigned int knotStride = 32 / sizeof(T);
+
+/// How many functions, and how many control points, a survey takes at a time.
+template <unsigned int Bytes, class T>
+constexpr std::size_t blockSize = 2 * Lanes<T, Bytes>::count;
+
+/// Narrows a mask to where the knots of a block are not above those one register later.
+template <unsigned int Bytes, class T, class Mask>
+CORVEX_ALWAYS_INLINE void CompareKnots(const T* knots, Mask& ordered)
 {
-    // Within this bound no quotient of a span above the tolerance overflows, in `float` too, and 0 times it is 0.
-    constexpr T bound = T(1e30);
-    if (!(x > -bound && knots[0] >= -bound && knots[basisCount] <= bound && IsAscending(knots, basisCount + 1))) {
-        SweepBasis(knots, basis, basisCount, x, levels);
-        return {0, basisCount};
+    constexpr std::size_t width = Lanes<T, Bytes>::count;
+    typename Lanes<T, Bytes>::Type knot, next;
+    Load(knot, knots);
+    for (std::size_t k = width; k <= blockSize<Bytes, T>; k += width) {
+        Load(next, knots + k);
+        ordered &= knot <= next;
+        knot = next;
     }
-    for (unsigned int i = 0; i < basisCount; ++i) basis[i] = T(0);
-    if (x < knots[0] || x >= knots[basisCount]) return {0, 0};
-    unsigned int span = 0;
-    unsigned int end = basisCount;
-    while (end - span > 1) {
-        const unsigned int middle = span + (end - span) / 2;
-        const bool reached = x >= knots[middle];
-        span = reached ? middle : span;
-        end = reached ? end : middle;
+}
+
+/// Sets the functions of a block to +0.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE void ClearFunctions(T* basis)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    for (std::size_t k = 0; k < blockSize<Bytes, T>; k += Lanes<T, Bytes>::count) Store(basis + k, Lane{});
+}
+
+/// Adds the values of a block of control points to sums.
+template <class T, class Lane, std::size_t sumCount>
+CORVEX_ALWAYS_INLINE void AddValues(const T* values, Lane (&sums)[sumCount])
+{
+    for (std::size_t k = 0; k < sumCount; ++k) {
+        Lane lane;
+        Load(lane, values + k * (sizeof(Lane) / sizeof(T)));
+        sums[k] += lane;
     }
-    return SweepSupport(knots, basis, basisCount, x, levels, span);
 }
 
-/// The bits of values less themselves: none of a finite value, some of NaN and the infinities.
-template <class T>
-inline BaselineMask<T> StrangerBits(const T* values)
+/// How many values stand before the next aligned address behind the first of them.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE std::size_t CountToAligned(const T* values)
 {
-    const BaselineLanes<T> lanes = LoadLanes(values);
-    return reinterpret_cast<BaselineMask<T>>(lanes - lanes);
+    return (Bytes - reinterpret_cast<std::uintptr_t>(values) % Bytes) / sizeof(T);
 }
 
-/// Whether neither NaN nor an infinity is among the values.
-template <class T>
-bool IsFinite(const T* values, std::size_t valueCount)
+/// Whether SurveyBy serves for so many functions and control points.
+template <unsigned int Bytes, class T>
+constexpr bool IsEnough(std::size_t basisCount, std::size_t pointCount)
 {
-    constexpr std::size_t width = baselineCount<T>;
-    BaselineMask<T> strangers = {};
-    std::size_t i = 0;
-    for (; i + 4 * width <= valueCount; i += 4 * width)
-        strangers |= StrangerBits(values + i) | StrangerBits(values + i + width) |
-                     StrangerBits(values + i + 2 * width) | StrangerBits(values + i + 3 * width);
-    bool finite = !AnyLane(strangers);
-    for (; i < valueCount; ++i) finite &= values[i] - values[i] == T(0);
-    return finite;
+    return basisCount >= blockSize<Bytes, T> + Lanes<T, Bytes>::count && pointCount >= blockSize<Bytes, T>;
+}
+
+/// SurveySpline by lanes of the given width, which is the stride. Blocks may overlap; all but those at the ends are
+/// aligned where it counts, for a write across two lines of the cache is slow.
+template <unsigned int Bytes, unsigned int components, class T>
+CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCount, const T* values,
+                                   std::size_t pointCount)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    using Mask = decltype(Lane() <= Lane());
+    constexpr std::size_t size = blockSize<Bytes, T>;
+    const std::size_t lastRegister = basisCount + 1 - Lanes<T, Bytes>::count;
+    const std::size_t lastKnots = lastRegister - size;
+    const std::size_t lastValues = (pointCount - size) * components;
+
+    Mask ordered = ~Mask{};
+    Lane sums[2 * components] = {};
+    CompareKnots<Bytes>(knots, ordered);
+    ClearFunctions<Bytes>(basis);
+    AddValues(values, sums);
+    std::size_t i = CountToAligned<Bytes>(basis);
+    std::size_t j = CountToAligned<Bytes>(values);
+    for (; i < lastKnots && j < lastValues; i += size, j += size * components) {
+        CompareKnots<Bytes>(knots + i, ordered);
+        ClearFunctions<Bytes>(basis + i);
+        AddValues(values + j, sums);
+    }
+    for (; i < lastKnots; i += size) {
+        CompareKnots<Bytes>(knots + i, ordered);
+        ClearFunctions<Bytes>(basis + i);
+    }
+    for (; j < lastValues; j += size * components) AddValues(values + j, sums);
+    CompareKnots<Bytes>(knots + lastKnots, ordered);
+    ClearFunctions<Bytes>(basis + lastKnots);
+    ClearFunctions<Bytes>(basis + (basisCount - size));
+    AddValues(values + lastValues, sums);
+
+    Lane first, last, bound;
+    Load(first, knots);
+    Load(last, knots + lastRegister);
+    Spread(bound, knotBound<T>);
+    ordered &= (first >= -bound) & (last <= bound);
+    Lane sum = sums[0];
+    for (std::size_t k = 1; k < 2 * components; ++k) sum += sums[k];
+    return !AnyLane(~(ordered & (sum - sum == Lane{})));
+}
+
+/// SurveySpline with a stride of 1.
+template <unsigned int components, class T>
+bool SurveyFew(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
+{
+    bool holds = knots[0] >= -knotBound<T> && knots[basisCount] <= knotBound<T>;
+    for (std::size_t i = 0; i < basisCount; ++i) {
+        holds &= knots[i] <= knots[i + 1];
+        basis[i] = T(0);
+    }
+    T sums[components] = {};
+    for (std::size_t i = 0; i < pointCount; ++i)
+        for (unsigned int k = 0; k < components; ++k) sums[k] += values[i * components + k];
+    for (const T sum : sums) holds &= sum - sum == T(0);
+    return holds;
+}
+
+#ifdef CORVEX_WIDE_LANES
+template <unsigned int components, class T>
+CORVEX_WIDE_LANES bool SurveyWide(const T* knots, T* basis, std::size_t basisCount, const T* values,
+                                  std::size_t pointCount)
+{
+    return SurveyBy<wideBytes, components>(knots, basis, basisCount, values, pointCount);
+}
+#endif
+
+/// Sets the basis functions to +0 and tells whether the recursion and the sum may pass over those that stay it:
+///
+/// - the knots, one more than there are functions, are ordered: those at some stride, at most `knotStride`, ascend, and
+///   each of them is within the bound. NaN is neither;
+/// - all control points are finite, by sums of their values, which never recover from NaN or an infinity. Where a sum
+///   overflows, finite values are taken for others, at the cost of time alone.
+template <unsigned int components, class T>
+bool SurveySpline(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
+{
+#ifdef CORVEX_WIDE_LANES
+    if (hasWideLanes && IsEnough<wideBytes, T>(basisCount, pointCount))
+        return SurveyWide<components>(knots, basis, basisCount, values, pointCount);
+#endif
+    if (IsEnough<baselineBytes, T>(basisCount, pointCount))
+        return SurveyBy<baselineBytes, components>(knots, basis, basisCount, values, pointCount);
+    return SurveyFew<components>(knots, basis, basisCount, values, pointCount);
+}
+
+/// How many knots x reaches if they ascend; any number up to their count if they do not.
+template <class T>
+unsigned int CountReached(const T* knots, unsigned int knotCount, T x, unsigned int levels)
+{
+    // Where the inner knots are evenly spaced, the share of the way between the outermost of them tells it but for
+    // rounding.
+    const unsigned int first = levels - 1;
+    const unsigned int last = knotCount - levels;
+    if (first < last && last < knotCount) {
+        const T share = (x - knots[first]) / (knots[last] - knots[first]);
+        if (share >= T(0) && share < T(1)) {
+            const unsigned int guess = first + static_cast<unsigned int>(share * static_cast<T>(last - first));
+            if (guess < last && x >= knots[guess] && knots[guess + 1] > x) return guess + 1;
+        }
+    }
+    unsigned int reached = 0;
+    for (unsigned int left = knotCount; left > 0;) {
+        const unsigned int half = (left + 1) / 2;
+        reached += x >= knots[reached + half - 1] ? half : 0;
+        left -= half;
+    }
+    return reached;
+}
+
+/// Whether x reaches the first knots, that many, and none of the others; there are some of either. Of ordered knots
+/// those within a stride of the place tell it of all: each of the others is ordered against one of them.
+template <class T>
+bool IsReached(const T* knots, unsigned int knotCount, T x, unsigned int reached)
+{
+    const unsigned int last = knotCount - 1;
+    bool holds = true;
+    for (unsigned int i = 0; i < knotStride<T>; ++i) {
+        const unsigned int before = reached > i ? reached - i - 1 : 0;
+        const unsigned int behind = last - reached > i ? reached + i : last;
+        holds &= x >= knots[before];
+        holds &= knots[behind] > x;
+    }
+    return holds;
+}
+
+/// Sets the basis functions at x, `basisCount` of them over one knot more, to those of the order `levels`. Those
+/// outside the result may be left out of the sum over the control points.
+template <class T, template <class> class V>
+Support FillBasis(const T* knots, T* basis, unsigned int basisCount, const TList<V<T>>& points, T x,
+                  unsigned int levels)
+{
+    // Counted before it is known whether that holds, so that the survey need not wait for it.
+    const unsigned int reached = CountReached(knots, basisCount + 1, x, levels);
+    const bool isPlain =
+        SurveySpline<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount());
+    if (isPlain && reached > 0 && reached <= basisCount && IsReached(knots, basisCount + 1, x, reached))
+        return SweepSupport(knots, basis, basisCount, x, levels, reached - 1);
+    SweepBasis(knots, basis, basisCount, x, levels);
+    return {0, basisCount};
 }
 
 /// The sum of the basis functions times the points, ascending. A sum that starts from +0 never becomes -0, so that a
@@ -142,8 +293,6 @@ template <class T, template <class> class V>
 V<T> WeighPoints(const TList<V<T>>& points, const T* basis, Support support)
 {
     const unsigned int pointCount = points.GetCount();
-    if (!IsFinite(ValuesOf<T, V>(points), static_cast<std::size_t>(pointCount) * componentsOf<T, V>))
-        support = {0, pointCount};
     V<T> sum = ZeroVector<T, V>();
     for (unsigned int i = support.first; i < support.end && i < pointCount; ++i) sum += points[i] * basis[i];
     return sum;

@@ -145,7 +145,7 @@ void TBSpline<T, V>::CalculateCoefficients(T u)
 template <class T, template <class> class V>
 void TBSpline<T, V>::CalculateCoefficients(T u, unsigned int levels)
 {
-    FillBasis(knots.GetStream(), coefficients.GetStream(), coefficientCount, MapToKnots(u), levels);
+    FillBasis<T, V>(knots.GetStream(), coefficients.GetStream(), coefficientCount, *this, MapToKnots(u), levels);
 }
 
 template <class T, template <class> class V>
@@ -155,7 +155,7 @@ V<T> TBSpline<T, V>::Evaluate(T u)
     CORVEX_PRECONDITION("TBSpline::Evaluate", knots.GetCount() == order + this->count, knots.GetCount(), order,
                         this->count, type);
     T* basis = coefficients.GetStream();
-    const Support support = FillBasis(knots.GetStream(), basis, coefficientCount, MapToKnots(u), order);
+    const Support support = FillBasis<T, V>(knots.GetStream(), basis, coefficientCount, *this, MapToKnots(u), order);
     return WeighPoints<T, V>(*this, basis, support);
 }
 

@@ -28,7 +28,8 @@ TYPED_TEST(SplineCurve, IsEvaluatedOnTheScaleOfItsKnots)
     EXPECT_EQ(uniform.Evaluate(0), Point<TypeParam>(12, 0, 0, 0)) << "from the knot of the order";
 }
 
-/// Knots as built (kind 0), sorted with near ones among them (1), descending (2), spoilt and sorted (3), spoilt (4).
+/// Knots as built (kind 0), sorted with near ones among them (1), descending (2), spoilt and sorted (3), spoilt (4),
+/// sorted but for two neighbours (5).
 template <class T>
 void FillKnots(std::mt19937& random, unsigned int kind, TList<T>& knots)
 {
@@ -38,7 +39,9 @@ void FillKnots(std::mt19937& random, unsigned int kind, TList<T>& knots)
         *k = static_cast<T>(Below(random, 12)) / 8 + T(5e-7) * static_cast<T>(random() % 3);
     std::sort(values, end);
     if (kind == 2) std::reverse(values, end);
-    if (kind < 3) return;
+    T* const swapped = values + Below(random, knots.GetCount() - 1);
+    if (kind == 5) std::swap(swapped[0], swapped[1]);
+    if (kind < 3 || kind == 5) return;
     using Limits = std::numeric_limits<T>;
     const T infinity = Limits::infinity(), max = Limits::max();
     const T spoilt[] = {-3, T(0.5), infinity, -infinity, max, -max, Limits::quiet_NaN()};
@@ -73,11 +76,14 @@ TYPED_TEST(SplineCurve, HasTheBitsOfTheWholeRecursion)
     SCOPED_TRACE("seed 20240807");
     for (int round = 0; round < 6000; ++round) {
         SCOPED_TRACE(round);
-        const unsigned int n = 1 + Below(random, 20), order = 1 + Below(random, 6);
+        const unsigned int n = 1 + Below(random, round % 2 == 0 ? 20 : 90), order = 1 + Below(random, 6);
         const bool uniform = Below(random, 2) == 0;
         OpenSpline<F> spline = Straight<F>(order, uniform ? Uniform : Clamped, n);
-        if (Below(random, 4) == 0) spline[Below(random, n)][Below(random, F::dimension)] = AwkwardValue<T>(random, 3);
-        FillKnots(random, Below(random, 5), spline.knots);
+        const T stranger = Below(random, 2) == 0 ? AwkwardValue<T>(random, 3) : std::numeric_limits<T>::infinity();
+        if (Below(random, 4) == 0) spline[Below(random, n)][Below(random, F::dimension)] = stranger;
+        if (Below(random, 8) == 0) std::fill_n(&spline[0][0], n, std::numeric_limits<T>::max());
+        std::fill_n(spline.coefficients.GetStream(), spline.coefficientCount, T(7));
+        FillKnots(random, Below(random, 6), spline.knots);
         const T* knots = spline.knots.GetStream();
         T u = std::uniform_real_distribution<T>(T(-0.1), T(1.1))(random);
         if (Below(random, 2)) u = knots[Below(random, spline.knotCount)];
