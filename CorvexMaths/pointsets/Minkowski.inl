@@ -6,6 +6,8 @@
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
+#include <typeinfo>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 namespace
@@ -28,6 +30,54 @@ inline Vector Combine(const Vector& a, const Vector& b)
         return a - b;
 }
 
+/// Replaces the points of a set by results, which it appends in batches where nobody can tell.
+///
+/// The hooks of the point set itself keep the box and nothing else: it extends by a batch with the bits of an extension
+/// point by point, and it need not be recalculated just before it is emptied. A derived class may look at the set in
+/// its hooks and change it, so there each result is computed and added by itself.
+template <class T, template <class> class V>
+class Results
+{
+public:
+    /// Empties the set and makes room for so many results. The old points stay in their slots until overwritten.
+    Results(TPointSet<T, V>& points, unsigned int resultCount)
+        : set(points), isPlain(typeid(points) == typeid(TPointSet<T, V>))
+    {
+        set.Expand(resultCount);
+        if (isPlain)
+            set.RemoveFromEnd(set.GetCount());
+        else
+            set.Clear(false);
+    }
+
+    /// Appends what `result` gives for each index below the count.
+    template <class Result>
+    void Append(unsigned int resultCount, Result result)
+    {
+        const unsigned int step = isPlain ? batchSize : 1;
+        for (unsigned int from = 0; from < resultCount;) {
+            const unsigned int length = resultCount - from < step ? resultCount - from : step;
+            for (unsigned int i = 0; i < length; ++i) batch[i] = result(from + i);
+            if (isPlain)
+                set.AddRange(batch, length);
+            else
+                set.Add(batch[0]);
+            from += length;
+        }
+    }
+
+private:
+    /// A batch stays in the nearest cache until it is appended.
+    static constexpr unsigned int batchSize = 256;
+
+    TPointSet<T, V>& set;
+    const bool isPlain;
+    /// In a union, so that it is not set to default vectors first, which would cost more than a few results do.
+    union {
+        V<T> batch[batchSize];
+    };
+};
+
 /// Replaces a set by its combination with another, in its own block.
 ///
 /// The first run, with other[0], overwrites the slots that all later runs read. So these take other[0] out again, with
@@ -38,14 +88,14 @@ void CombineInPlace(TPointSet<T, V>& set, const V<T>* other, unsigned int otherC
 {
     constexpr Combination inverse = combination == Combination::Sum ? Combination::Difference : Combination::Sum;
     const unsigned int oldCount = set.GetCount();
-    set.Expand(oldCount * otherCount);
-    set.Clear(false);
-
+    Results<T, V> results(set, oldCount * otherCount);
     V<T> correction = ZeroVector<T, V>();
     for (unsigned int j = 0; j < otherCount; ++j) {
         if (j == 1) correction = other[0];
-        for (unsigned int i = 0; i < oldCount; ++i)
-            set.Add(Combine<combination>(Combine<inverse>(set.GetStream()[i], correction), other[j]));
+        const V<T> element = other[j];
+        results.Append(oldCount, [&set, correction, element](unsigned int i) {
+            return Combine<combination>(Combine<inverse>(set.GetStream()[i], correction), element);
+        });
     }
 }
 
@@ -53,10 +103,10 @@ void CombineInPlace(TPointSet<T, V>& set, const V<T>* other, unsigned int otherC
 template <Combination combination, class T, template <class> class V>
 void CombineOperands(TPointSet<T, V>& set, const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount)
 {
-    set.Expand(aCount * bCount);
-    set.Clear(false);
+    Results<T, V> results(set, aCount * bCount);
     for (unsigned int i = 0; i < aCount; ++i) {
-        for (unsigned int j = 0; j < bCount; ++j) set.Add(Combine<combination>(a[i], b[j]));
+        const V<T> element = a[i];
+        results.Append(bCount, [element, b](unsigned int j) { return Combine<combination>(element, b[j]); });
     }
 }
 

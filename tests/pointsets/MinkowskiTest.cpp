@@ -1,4 +1,6 @@
 #include <tests/pointsets/OpenSet.h>
+#include <tests/support/Bits.h>
+#include <tests/support/RecordingList.h>
 
 using namespace CorvexTest;
 
@@ -46,4 +48,68 @@ TYPED_TEST(PointSetMinkowski, TakesTheFirstElementOutAgainWithItsRounding)
     difference.MinkowskiDifference(other);
     EXPECT_EQ(difference[1].x, 1 - 3);
     EXPECT_FALSE(std::signbit(difference[0].y)) << "the first run adds its zero correction too";
+}
+
+TYPED_TEST(PointSetMinkowski, GivesASetOfItsOwnClassWhatResultsOneByOneGive)
+{
+    using F = TypeParam;
+    using Set = typename F::PointSet;
+    using T = typename F::T;
+    std::mt19937 random(20250311);
+    SCOPED_TRACE("seed 20250311");
+    const auto points = [&random](unsigned int n) {
+        Set set;
+        for (unsigned int i = 0; i < n; ++i)
+            set.Add(Point<F>(AwkwardValue<T>(random, 3), AwkwardValue<T>(random, 3), AwkwardValue<T>(random, 3),
+                             AwkwardValue<T>(random, 3)));
+        return set;
+    };
+    using Operation = void (*)(Set&, const Set&, const Set&);
+    const Operation operations[] = {[](Set& set, const Set& a, const Set&) { set.MinkowskiSum(a); },
+                                    [](Set& set, const Set& a, const Set&) { set.MinkowskiDifference(a); },
+                                    [](Set& set, const Set& a, const Set& b) { set.MinkowskiSum(a, b); },
+                                    [](Set& set, const Set& a, const Set& b) { set.MinkowskiDifference(a, b); }};
+    for (const unsigned int n : {0u, 1u, 3u, 256u, 600u}) {
+        const Set a = points(3), b = points(n);
+        for (const Operation operation : operations) {
+            Set set(b);
+            OpenSet<F> oneByOne(b);
+            operation(set, a, b);
+            operation(oneByOne, a, b);
+            ASSERT_EQ(set.GetCount(), 3 * n);
+            ASSERT_EQ(oneByOne.GetCount(), 3 * n);
+            for (unsigned int i = 0; i < 3 * n; ++i)
+                for (unsigned int k = 0; k < F::dimension; ++k) ASSERT_TRUE(SameBits(set[i][k], oneByOne[i][k])) << i;
+            const auto &box = set.GetBoundingBox(), &expected = oneByOne.GetBoundingBox();
+            for (unsigned int k = 0; k < 3; ++k) {
+                EXPECT_TRUE(SameBits(box.minimum[k], expected.minimum[k]));
+                EXPECT_TRUE(SameBits(box.maximum[k], expected.maximum[k]));
+            }
+        }
+    }
+}
+
+/// Doubles the x of the slot behind each point that is added.
+template <class F>
+struct MeddlingSet : OpenSet<F>
+{
+    using OpenSet<F>::OpenSet;
+    void ElementAdded(typename F::Vector& point) override { (&point + 1)->x *= 2; }
+};
+
+TYPED_TEST(PointSetMinkowski, TellsADerivedClassOfEachResultBeforeTheNextIsComputed)
+{
+    using F = TypeParam;
+    RecordingList<typename F::PointSet> told(OpenSet<F>{Point<F>(1, 0), Point<F>(2, 0)}.GetStream(), 2u);
+    told.MinkowskiSum(told.GetStream(), 0);
+    EXPECT_EQ(told.log, "ElementsRemoved(0: of 2) count 2; Cleared(0: of 0) count 0");
+    const OpenSet<F> one = {Point<F>(1, 0, 0, 0)};
+    told.log.clear();
+    told.MinkowskiSum(one, one);
+    EXPECT_EQ(told.log, "ElementsRemoved(0: of 1) count 1; Cleared(0: of 0) count 0; ElementAdded(0: of 1) count 1");
+    MeddlingSet<F> meddling(0, 4);
+    meddling.AddRange(OpenSet<F>{Point<F>(1, 0), Point<F>(2, 0), Point<F>(3, 0)});
+    meddling.MinkowskiSum(one);
+    EXPECT_EQ(meddling[1].x, 2 * 2 + 1);
+    EXPECT_EQ(meddling[2].x, 2 * 3 + 1);
 }
