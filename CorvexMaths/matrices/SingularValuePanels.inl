@@ -214,7 +214,7 @@ private:
     template <class Operation>
     void ForPanels(Operation operation) const
     {
-        InWidestLanes([&] {
+        InWideLanes([&] {
             T* panel = elements;
             for (unsigned int left = rowCount; left > 0;) {
                 const unsigned int count = left < longest ? left : longest;

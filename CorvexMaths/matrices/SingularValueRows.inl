@@ -45,9 +45,9 @@ CORVEX_WIDE_LANES __attribute__((noinline, flatten)) auto RunWide(Operation oper
 }
 #endif
 
-/// Calls an operation with the widest registers the processor has.
+/// Calls an operation compiled for wide registers where the processor has them.
 template <class Operation>
-inline auto InWidestLanes(Operation operation)
+inline auto InWideLanes(Operation operation)
 {
 #ifdef CORVEX_WIDE_LANES
     if (hasWideLanes) return RunWide(operation);
@@ -55,11 +55,11 @@ inline auto InWidestLanes(Operation operation)
     return operation();
 }
 
-/// Calls an operation on loops over `width` columns with the widest registers the processor has.
+/// Calls an operation on loops over `width` columns, in wide registers where the processor has them.
 template <class Operation>
 inline auto WithAnyWidth(unsigned int width, Operation operation)
 {
-    return InWidestLanes([&] { return operation(AnyWidth{width}); });
+    return InWideLanes([&] { return operation(AnyWidth{width}); });
 }
 
 /// The same, but 3 columns or fewer are fixed, so that a tall matrix of up to 4 columns streams through registers.

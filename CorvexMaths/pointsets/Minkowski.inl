@@ -3,10 +3,9 @@
 /// Minkowski sums and differences of point sets.
 
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/containers/ExactClass.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
-
-#include <typeinfo>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -34,14 +33,13 @@ inline Vector Combine(const Vector& a, const Vector& b)
 ///
 /// The hooks of the point set itself keep the box and nothing else: it extends by a batch with the bits of an extension
 /// point by point, and it need not be recalculated just before it is emptied. A derived class may look at the set in
-/// its hooks and change it, so there each result is computed and added by itself.
+/// its hooks and change it, or the operands, so there each result is computed and added by itself.
 template <class T, template <class> class V>
 class Results
 {
 public:
     /// Empties the set and makes room for so many results. The old points stay in their slots until overwritten.
-    Results(TPointSet<T, V>& points, unsigned int resultCount)
-        : set(points), isPlain(typeid(points) == typeid(TPointSet<T, V>))
+    Results(TPointSet<T, V>& points, unsigned int resultCount) : set(points), isPlain(IsExactly(points))
     {
         set.Expand(resultCount);
         if (isPlain)
@@ -50,18 +48,19 @@ public:
             set.Clear(false);
     }
 
-    /// Appends what `result` gives for each index below the count.
+    /// Appends what `result` gives for an element and each index below the count. Hooks may change the element.
     template <class Result>
-    void Append(unsigned int resultCount, Result result)
+    void Append(unsigned int resultCount, const V<T>& element, Result result)
     {
-        const unsigned int step = isPlain ? batchSize : 1;
+        if (!isPlain) {
+            for (unsigned int i = 0; i < resultCount; ++i) set.Add(result(element, i));
+            return;
+        }
         for (unsigned int from = 0; from < resultCount;) {
-            const unsigned int length = resultCount - from < step ? resultCount - from : step;
-            for (unsigned int i = 0; i < length; ++i) batch[i] = result(from + i);
-            if (isPlain)
-                set.AddRange(batch, length);
-            else
-                set.Add(batch[0]);
+            const V<T> copy = element;
+            const unsigned int length = resultCount - from < batchSize ? resultCount - from : batchSize;
+            for (unsigned int i = 0; i < length; ++i) batch[i] = result(copy, from + i);
+            set.AddRange(batch, length);
             from += length;
         }
     }
@@ -92,8 +91,7 @@ void CombineInPlace(TPointSet<T, V>& set, const V<T>* other, unsigned int otherC
     V<T> correction = ZeroVector<T, V>();
     for (unsigned int j = 0; j < otherCount; ++j) {
         if (j == 1) correction = other[0];
-        const V<T> element = other[j];
-        results.Append(oldCount, [&set, correction, element](unsigned int i) {
+        results.Append(oldCount, other[j], [&set, correction](const V<T>& element, unsigned int i) {
             return Combine<combination>(Combine<inverse>(set.GetStream()[i], correction), element);
         });
     }
@@ -105,8 +103,8 @@ void CombineOperands(TPointSet<T, V>& set, const V<T>* a, unsigned int aCount, c
 {
     Results<T, V> results(set, aCount * bCount);
     for (unsigned int i = 0; i < aCount; ++i) {
-        const V<T> element = a[i];
-        results.Append(bCount, [element, b](unsigned int j) { return Combine<combination>(element, b[j]); });
+        results.Append(bCount, a[i],
+                       [b](const V<T>& element, unsigned int j) { return Combine<combination>(element, b[j]); });
     }
 }
 

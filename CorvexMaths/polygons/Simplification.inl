@@ -1,5 +1,7 @@
 // The thinning of polygons; included by TPolygon.cpp alone.
 
+#include <CorvexMaths/containers/ExactClass.h>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 
@@ -42,7 +44,7 @@ void TPolygon<T, V>::SimplifyDPM(T tolerance)
     SimplifySection(0, vertexCount - 1, keep.get(), tolerance);
 
     unsigned int end = vertexCount;
-    if (typeid(*this) == typeid(TPolygon)) {
+    if (IsExactly(*this)) {
         // The hook of this very class recalculates the box and does nothing else, so that the last removal, that of the
         // first vertex to go, decides; the others go at once. Each leaves the last vertex, which stays, in a slot.
         const V<T> last = this->storage[vertexCount - 1];

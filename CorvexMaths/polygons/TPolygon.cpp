@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <typeinfo>
 
 namespace Halmont::Orrin::CorvexMaths
 {

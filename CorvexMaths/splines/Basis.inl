@@ -84,11 +84,12 @@ Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, uns
     return {first, span + 1};
 }
 
-/// Within this bound no quotient by a width above the tolerance overflows, in `float` too, and 0 times it is 0.
+/// Within this bound no quotient by a width that counts as one overflows, in `float` too, whatever the sign of the
+/// width, and 0 times it is 0. (x is within the bound where it lies between two knots.)
 template <class T>
 constexpr T knotBound = T(1e30);
 
-/// The greatest stride at which a survey compares knots: the lanes of the widest register.
+/// The greatest stride at which a survey compares knots: the lanes of its widest register.
 template <class T>
 constexpr unsigned int knotStride = 32 / sizeof(T);
 
@@ -152,6 +153,7 @@ CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCo
     using Lane = typename Lanes<T, Bytes>::Type;
     using Mask = decltype(Lane() <= Lane());
     constexpr std::size_t size = blockSize<Bytes, T>;
+    static_assert(Lanes<T, Bytes>::count <= knotStride<T>, "IsReached must look a whole stride to either side");
     const std::size_t lastRegister = basisCount + 1 - Lanes<T, Bytes>::count;
     const std::size_t lastKnots = lastRegister - size;
     const std::size_t lastValues = (pointCount - size) * components;

@@ -89,12 +89,16 @@ TYPED_TEST(PointSetMinkowski, GivesASetOfItsOwnClassWhatResultsOneByOneGive)
     }
 }
 
-/// Doubles the x of the slot behind each point that is added.
+/// Doubles the x of the slot behind each point that is added, or steps that of an operand.
 template <class F>
 struct MeddlingSet : OpenSet<F>
 {
     using OpenSet<F>::OpenSet;
-    void ElementAdded(typename F::Vector& point) override { (&point + 1)->x *= 2; }
+    typename F::Vector* operand = nullptr;
+    void ElementAdded(typename F::Vector& point) override
+    {
+        operand != nullptr ? operand->x += 1 : (&point + 1)->x *= 2;
+    }
 };
 
 TYPED_TEST(PointSetMinkowski, TellsADerivedClassOfEachResultBeforeTheNextIsComputed)
@@ -112,4 +116,8 @@ TYPED_TEST(PointSetMinkowski, TellsADerivedClassOfEachResultBeforeTheNextIsCompu
     meddling.MinkowskiSum(one);
     EXPECT_EQ(meddling[1].x, 2 * 2 + 1);
     EXPECT_EQ(meddling[2].x, 2 * 3 + 1);
+    const OpenSet<F> zeros = {Point<F>(0, 0), Point<F>(0, 0)};
+    meddling.operand = one.GetStream();
+    meddling.MinkowskiSum(one, zeros);
+    EXPECT_EQ(meddling[1].x, 1 + 1);
 }
