@@ -93,7 +93,7 @@ private:
 
     /// Writes, for each vertex, which of the buckets its direction falls into. They part the upper half of a diamond
     /// around the pivot evenly, and so part its angles in their order but for rounding. Returns false where a vertex
-    /// lies in the pivot or below it, or not at a finite distance.
+    /// lies in the pivot or below it, or where its angle may be no number.
     bool FindBuckets(std::uint16_t* bucket) const
     {
         const T scale = static_cast<T>(bucketCount) * T(0.5);

@@ -139,15 +139,20 @@ unsigned int FindOutsider(const TCircle2<T>& circle, const TList<TVector2<T>>& p
 /// Whether a point r is clear of improving on the circles through p, q and a third point that a RimSearch has found,
 /// told without a division. Only where this is certain does a point pass.
 ///
-/// With w the distance from p to q, k = cross(q - p, r - p) and L the offset of the best circle on the side of r, let
+/// With w the distance from p to q, k = cross(q - p, r - p) and L the offset of the best circle on the side of r, a
+/// number that was computed and need not be that of any circle, let
 ///
 ///     power = (r - p) . (r - q) - 2 k L / w^2.
 ///
 /// The exact offset of the circle through p, q and r is L + w^2 power / (2 k): no better where the power is negative,
 /// on either side. It remains to bound what rounding does to the computed offset. Let u be the unit roundoff, and let B
-/// bound all coordinates, w and |L| / w. The computed determinant is within 50 u B^2 of 2 k, and both numerators of the
-/// centre within 80 u B^3 of theirs; with |k| at least 512 u B^2 this moves the computed offset away from the exact one
-/// by no more than
+/// bound all coordinates, w and |L| / w. A computed power below 0 implies that r is no farther from p than
+/// w + 2 |L| / w, give or take roundings, as all points of a circle with that offset are; with the coordinates of p and
+/// q this gives B. As w is at least 1024 u B, the reserve in it outweighs its own rounding.
+///
+/// The computed determinant is within 50 u B^2 of 2 k, and both numerators of the centre within 80 u B^3 of theirs. The
+/// computed side, which has the sign that decides for the search, is within 12 u B^2 of k; with 512 u B^2 or more it
+/// leaves |2 k| above 1000 u B^2. This moves the computed offset away from the exact one by no more than
 ///
 ///     u w B^2 (948 B + 306 w |power| / |2 k|) / |2 k|.
 ///
@@ -155,11 +160,9 @@ unsigned int FindOutsider(const TCircle2<T>& circle, const TList<TVector2<T>>& p
 /// first where -power is at least 1896 u B^3 / w. The power itself is computed to within 58 u B^2. Hence a power of
 /// at most -4096 u B^3 / w settles it, with a reserve of two for what products of roundings add.
 ///
-/// A computed power below 0 implies in turn that r is no farther from p than w + 2 |L| / w, give or take roundings, as
-/// all points of a circle with that offset are; with the coordinates of p and q this gives B. A product that overflows
-/// makes the power infinite or NaN, never negative: (r - p) . (r - q) overflows first. Where B or w is so large or
-/// small that another step might overflow, or underflow by what matters, no point passes; nor does one where there is
-/// no circle yet: the bounds are then NaN.
+/// A product that overflows makes the power infinite or NaN, never negative: (r - p) . (r - q) overflows first. Where B
+/// or w is so large or small that another step might overflow, or underflow by what matters, no point passes; nor does
+/// one where there is no circle yet: the bounds are then NaN.
 template <class T>
 class ClearTest
 {
