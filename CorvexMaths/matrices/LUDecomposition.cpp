@@ -81,17 +81,32 @@ void CopyRows(T* const* rows, T* block, unsigned int order, bool back)
 }
 
 #ifdef CORVEX_WIDE_LANES
-template <class T>
+template <class T, unsigned int Width>
 CORVEX_WIDE_LANES void SolvePanelWide(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
-    SolvePanel<T, wideBytes>(panel, lu, order, q);
+    SolvePanel<T, wideBytes, Width>(panel, lu, order, q);
 }
 #endif
 
-template <class T>
+template <class T, unsigned int Width>
 void SolvePanelBaseline(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
-    SolvePanel<T, baselineBytes>(panel, lu, order, q);
+    SolvePanel<T, baselineBytes, Width>(panel, lu, order, q);
+}
+
+/// Solves for the unit vectors from q on, up to `Width` of them, and writes each solution to its column of the inverse.
+template <class T, unsigned int Width>
+void InvertPanel(T** rows, T* panel, const T* const* lu, unsigned int order, unsigned int q,
+                 const unsigned int* columns)
+{
+    auto solve = SolvePanelBaseline<T, Width>;
+#ifdef CORVEX_WIDE_LANES
+    if (hasWideLanes) solve = SolvePanelWide<T, Width>;
+#endif
+    solve(panel, lu, order, q);
+    const unsigned int count = order - q < Width ? order - q : Width;
+    for (unsigned int i = 0; i < order; ++i)
+        for (unsigned int l = 0; l < count; ++l) rows[i][columns[l]] = panel[std::size_t(i) * Width + l];
 }
 
 /// The inverse column by column.
@@ -113,7 +128,7 @@ void InvertByColumns(T** rows, T** lu, const int* pivots, unsigned int order)
 template <class T>
 void InvertByPanels(T** rows, T** lu, const int* pivots, unsigned int order)
 {
-    constexpr unsigned int width = panelBytes / sizeof(T);
+    constexpr unsigned int width = panelWidth<T>;
     const std::unique_ptr<T[]> panel(new T[std::size_t(order) * width]);
 
     // Which column of the inverse has its 1 at row q once the swaps are done.
@@ -125,15 +140,10 @@ void InvertByPanels(T** rows, T** lu, const int* pivots, unsigned int order)
         columns[static_cast<unsigned int>(pivots[q])] = column;
     }
 
-    auto solve = SolvePanelBaseline<T>;
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) solve = SolvePanelWide<T>;
-#endif
     for (unsigned int q = 0; q < order; q += width) {
-        solve(panel.get(), lu, order, q);
-        for (unsigned int i = 0; i < order; ++i)
-            for (unsigned int l = 0; l < width && l < order - q; ++l)
-                rows[i][columns[q + l]] = panel[std::size_t(i) * width + l];
+        // Half as many columns take half the divisions in a panel of half the width.
+        const auto invert = order - q <= width / 2 ? InvertPanel<T, width / 2> : InvertPanel<T, width>;
+        invert(rows, panel.get(), lu, order, q, columns.get() + q);
     }
 }
 

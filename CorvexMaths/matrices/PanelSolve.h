@@ -4,7 +4,7 @@
 ///
 /// Let the row swaps of a decomposition all go downwards. Then they may be done before the forward sums, and a unit
 /// vector is again a unit vector with its 1 at some q. Its forward sums begin at q and leave zeros above. The solutions
-/// of `width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them
+/// of `Width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them
 /// is a sum of its own in the stated order.
 
 #include <CorvexMaths/Lanes.h>
@@ -12,23 +12,23 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// The bytes of a panel's row: wide enough to hide the latency of the sums, narrow enough to stay in the first-level
-/// cache up to an order of some hundreds.
-inline constexpr unsigned int panelBytes = 128;
+/// The values of a panel's row: enough to hide the latency of the sums, few enough to stay in the first-level cache up
+/// to an order of some hundreds.
+template <class T>
+inline constexpr unsigned int panelWidth = 128 / sizeof(T);
 
 /// Takes the products of `factors` with the panel's rows from `begin` to `end` from a row of the panel.
-template <class T, unsigned int Bytes>
+template <class T, unsigned int Bytes, unsigned int Width>
 CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, const T* factors, const T* panel, unsigned int begin,
                                             unsigned int end, const T* divisor)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     constexpr unsigned int lane = Lanes<T, Bytes>::count;
-    constexpr unsigned int laneCount = panelBytes / Bytes;
-    constexpr unsigned int width = laneCount * lane;
+    constexpr unsigned int laneCount = Width / lane;
     Lane sums[laneCount];
     for (unsigned int l = 0; l < laneCount; ++l) Load(sums[l], row + l * lane);
-    const T* source = panel + static_cast<decltype(sizeof(T))>(begin) * width;
-    for (unsigned int j = begin; j < end; ++j, source += width) {
+    const T* source = panel + static_cast<decltype(sizeof(T))>(begin) * Width;
+    for (unsigned int j = begin; j < end; ++j, source += Width) {
         const T factor = factors[j];
         for (unsigned int l = 0; l < laneCount; ++l) {
             Lane other;
@@ -52,28 +52,28 @@ CORVEX_ALWAYS_INLINE bool AreFinite(const T* values, unsigned int begin, unsigne
 
 /// Fills the panel with the solutions for the unit vectors with their 1 at q, q + 1, ... (those from `order` on, which
 /// do not exist, hold nothing of use).
-template <class T, unsigned int Bytes>
+template <class T, unsigned int Bytes, unsigned int Width>
 CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
-    constexpr unsigned int width = panelBytes / sizeof(T);
-    const auto rowOf = [panel](unsigned int i) { return panel + static_cast<decltype(sizeof(T))>(i) * width; };
+    const auto rowOf = [panel](unsigned int i) { return panel + static_cast<decltype(sizeof(T))>(i) * Width; };
     for (unsigned int i = 0; i < order; ++i)
-        for (unsigned int l = 0; l < width; ++l) rowOf(i)[l] = T(0);
+        for (unsigned int l = 0; l < Width; ++l) rowOf(i)[l] = T(0);
 
     for (unsigned int i = q; i < order; ++i) {
         // Column q + l takes part from row q + l on. Where the factors are finite, the rows before only take zeros from
         // the zero that stands there, which leaves it +0; otherwise they are left out.
         unsigned int begin = q;
-        const unsigned int end = i - q < width ? i : q + width;
+        const unsigned int end = i - q < Width ? i : q + Width;
         if (!AreFinite(lu[i], q, end)) {
             for (; begin < end; ++begin)
                 for (unsigned int l = 0; l <= begin - q; ++l) rowOf(i)[l] -= lu[i][begin] * rowOf(begin)[l];
         }
-        SubtractPanelRows<T, Bytes>(rowOf(i), lu[i], panel, begin, i, nullptr);
-        if (i - q < width) rowOf(i)[i - q] = T(1);
+        SubtractPanelRows<T, Bytes, Width>(rowOf(i), lu[i], panel, begin, i, nullptr);
+        if (i - q < Width) rowOf(i)[i - q] = T(1);
     }
 
-    for (unsigned int i = order; i-- > 0;) SubtractPanelRows<T, Bytes>(rowOf(i), lu[i], panel, i + 1, order, lu[i] + i);
+    for (unsigned int i = order; i-- > 0;)
+        SubtractPanelRows<T, Bytes, Width>(rowOf(i), lu[i], panel, i + 1, order, lu[i] + i);
 }
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

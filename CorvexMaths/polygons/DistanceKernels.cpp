@@ -38,18 +38,21 @@ T DistanceFromOutline(const EdgeColumns<T>& edges, const TVector2<T>& point)
 namespace
 {
 
-/// Writes how far `length` vertices lie from the line of a chord, by lanes of the given width; returns whether all of
-/// them lie beside the chord, so that these are their distances from it.
+/// Writes how far `length` vertices lie from the line of a chord, by lanes of the given width, and raises `greatest` to
+/// the greatest of these; NaN exceeds nothing. Returns whether all of the vertices lie beside the chord, so that these
+/// are their distances from it.
 template <unsigned int Bytes, class T>
 CORVEX_ALWAYS_INLINE bool MeasureBeside(const EdgeValues<T>& chord, const T* vertices, std::size_t stride,
-                                        unsigned int length, T* distance)
+                                        unsigned int length, T* distance, T& greatest)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     using Mask = decltype(Lane() < Lane());
     constexpr unsigned int laneCount = Lanes<T, Bytes>::count;
     Lane minusZero;
     Spread(minusZero, T(-0.0));
-    Mask isBeyond = {};
+    // The bounds of how far the vertices reach along the chord, which NaN does not move.
+    Lane leastFromStart = {}, greatestFromEnd = {}, farthest;
+    Spread(farthest, greatest);
     unsigned int k = 0;
     for (; length - k >= laneCount; k += laneCount) {
         Lane x, y;
@@ -61,35 +64,36 @@ CORVEX_ALWAYS_INLINE bool MeasureBeside(const EdgeValues<T>& chord, const T* ver
         const PointAndEdge<T, Lane> pairs(chord, x, y);
         const Lane fromLine = pairs.fromStartX * chord.directionY - pairs.fromStartY * chord.directionX;
         // The absolute value.
-        Store(distance + k, reinterpret_cast<Mask>(fromLine) & ~reinterpret_cast<Mask>(minusZero));
-        isBeyond |= (pairs.alongFromStart < 0) | (pairs.alongFromEnd > 0);
+        const Lane size = reinterpret_cast<Lane>(reinterpret_cast<Mask>(fromLine) & ~reinterpret_cast<Mask>(minusZero));
+        Store(distance + k, size);
+        farthest = size > farthest ? size : farthest;
+        leastFromStart = pairs.alongFromStart < leastFromStart ? pairs.alongFromStart : leastFromStart;
+        greatestFromEnd = pairs.alongFromEnd > greatestFromEnd ? pairs.alongFromEnd : greatestFromEnd;
     }
     bool isTailBeyond = false;
     for (; k < length; ++k, vertices += stride) {
         const PointAndEdge<T> pair(chord, vertices[0], vertices[1]);
         distance[k] = pair.DistanceFromLine(chord);
+        greatest = distance[k] > greatest ? distance[k] : greatest;
         isTailBeyond = isTailBeyond || pair.IsBeforeStart() || pair.IsPastEnd();
     }
-    return !isTailBeyond && !AnyLane(isBeyond);
+    for (unsigned int j = 0; j < laneCount; ++j) greatest = farthest[j] > greatest ? farthest[j] : greatest;
+    return !isTailBeyond && !AnyLane((leastFromStart < 0) | (greatestFromEnd > 0));
 }
 
-/// The greatest of a bound and some values, by lanes of the given width; NaN exceeds nothing.
+/// The index of the first of some values that is equal to one of them, by lanes of the given width.
 template <unsigned int Bytes, class T>
-CORVEX_ALWAYS_INLINE T Greatest(T bound, const T* values, unsigned int count)
+CORVEX_ALWAYS_INLINE unsigned int FindFirst(T value, const T* values, unsigned int count)
 {
-    using Lane = typename Lanes<T, Bytes>::Type;
     constexpr unsigned int laneCount = Lanes<T, Bytes>::count;
-    Lane greatest;
-    Spread(greatest, bound);
     unsigned int k = 0;
     for (; count - k >= laneCount; k += laneCount) {
-        Lane lane;
+        typename Lanes<T, Bytes>::Type lane;
         Load(lane, values + k);
-        greatest = lane > greatest ? lane : greatest;
+        if (AnyLane(lane == value)) break;
     }
-    for (; k < count; ++k) bound = values[k] > bound ? values[k] : bound;
-    for (unsigned int j = 0; j < laneCount; ++j) bound = greatest[j] > bound ? greatest[j] : bound;
-    return bound;
+    while (values[k] != value) ++k;
+    return k;
 }
 
 /// FarthestFromChord by lanes of the given width, a run of vertices at a time. The maximum of a run is found first and
@@ -104,15 +108,17 @@ CORVEX_ALWAYS_INLINE unsigned int FindFarthest(const EdgeValues<T>& chord, const
     for (unsigned int from = first + 1; from < last; from += runLength) {
         const T* const run = points + std::size_t(from) * stride;
         const unsigned int length = last - from < runLength ? last - from : runLength;
-        if (!MeasureBeside<Bytes>(chord, run, stride, length, distance))
-            for (unsigned int k = 0; k < length; ++k)
+        T greatest = *best;
+        if (!MeasureBeside<Bytes>(chord, run, stride, length, distance, greatest)) {
+            greatest = *best;
+            for (unsigned int k = 0; k < length; ++k) {
                 distance[k] = PointAndEdge<T>(chord, run[k * stride], run[k * stride + 1]).Distance(chord);
-        const T greatest = Greatest<Bytes>(*best, distance, length);
+                greatest = distance[k] > greatest ? distance[k] : greatest;
+            }
+        }
         if (!(greatest > *best)) continue;
         *best = greatest;
-        unsigned int k = 0;
-        while (distance[k] != greatest) ++k;
-        farthest = from + k;
+        farthest = from + FindFirst<Bytes>(greatest, distance, length);
     }
     return farthest;
 }

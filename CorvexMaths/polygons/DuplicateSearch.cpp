@@ -1,7 +1,9 @@
 #include <CorvexMaths/polygons/DuplicateSearch.h>
 
+#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -32,61 +34,159 @@ struct Outline
     }
 };
 
-/// Where a coordinate falls in a grid of cells 64 tolerances wide, whose borders lie midway between the multiples.
+/// Where a vertex falls in a grid of cells `Width` tolerances wide, whose borders lie midway between the multiples.
 ///
 /// Of two coordinates within the tolerance of each other, one lies in the other's cell, or in the one across a border
 /// that is near to it. Equal ones, infinities among them, share a cell; so do -0 and 0. Let a < b differ. Their
-/// difference is at most a rounding above the tolerance, which is 1/64 of a cell. From 2^33 on, neighbouring numbers
-/// lie further apart, so that neither magnitude is above it; the quotients are then below 2^47, and each is rounded by
-/// 2^-7 at most. So the places of a and b are in the same order and not 1/31 of a cell apart; where a border parts
-/// them, each is nearer to it than that. The nearest whole number and the distance from it are exact for such
-/// quotients; for greater ones they are some function of the coordinate, which is all that equal ones ask for.
-struct GridPosition
+/// difference is at most a rounding above the tolerance, which is 1 / Width of a cell. From 2^33 on, neighbouring
+/// numbers lie further apart, so that neither magnitude is above it; the quotients are then below 2^53 / Width, and
+/// each is rounded by 1 / (2 Width) at most. So the places of a and b are in the same order and not 2 / (Width - 2) of
+/// a cell apart; where a border parts them, each is nearer to it than that. The nearest whole number and the distance
+/// from it are exact for such quotients; for greater ones they are some function of the coordinate, which is all that
+/// equal ones ask for.
+template <unsigned int Width>
+class GridPosition
 {
-    /// The number of the cell, in the last bits of a word: neighbouring cells have neighbouring words.
-    std::uint64_t cell;
-    /// The way to the cell across the nearer border: 1 or -1, or 0 where that border is not near.
-    std::uint64_t step;
+    static_assert((Width & (Width - 1)) == 0 && Width >= 16);
 
-    explicit GridPosition(double coordinate)
+public:
+    /// Takes both coordinates side by side.
+    template <class T>
+    explicit GridPosition(const T* point)
     {
-        constexpr double nearShare = 1.0 / 31;
+        constexpr double nearShare = 2.0 / (Width - 2);
         // In this binade the last bit counts as 1, so that a sum is rounded to a whole number.
         constexpr double wholeNumbers = 0x1.8p52;
-        const double position = coordinate / (64 * Numbers::commonTolerance<double>);
-        const double sum = position + wholeNumbers;
-        const double share = position - (sum - wholeNumbers);
-        std::memcpy(&cell, &sum, sizeof(cell));
-        step = std::uint64_t(share > 0.5 - nearShare) - std::uint64_t(share < nearShare - 0.5);
+        const Pair coordinates = {static_cast<double>(point[0]), static_cast<double>(point[1])};
+        const Pair positions = coordinates / (Width * Numbers::commonTolerance<double>);
+        const Pair sums = positions + wholeNumbers;
+        const Pair shares = positions - (sums - wholeNumbers);
+        std::memcpy(cells, &sums, sizeof(cells));
+        // A comparison that holds is -1.
+        steps = (shares < nearShare - 0.5) - (shares > 0.5 - nearShare);
     }
+
+    /// The hash of the vertex's own cell.
+    std::uint64_t GetOwn() const { return Hash(0, 0); }
+
+    /// Visits the hashes of the cells of all vertices that may be near: its own and those across near borders.
+    template <class Visit>
+    void VisitNear(Visit visit) const
+    {
+        visit(GetOwn());
+        if (!AnyLane(steps)) return;
+        const auto x = static_cast<std::uint64_t>(steps[0]);
+        const auto y = static_cast<std::uint64_t>(steps[1]);
+        if (x != 0) visit(Hash(x, 0));
+        if (y != 0) visit(Hash(0, y));
+        if (x != 0 && y != 0) visit(Hash(x, y));
+    }
+
+private:
+    using Pair = BaselineLanes<double>;
+
+    std::uint64_t Hash(std::uint64_t x, std::uint64_t y) const
+    {
+        // Odd multipliers spread the last bits, in which neighbouring cells differ, over the first ones, which count.
+        const std::uint64_t hash = (cells[0] + x) * 0x9E3779B97F4A7C15u + (cells[1] + y) * 0xC2B2AE3D27D4EB4Fu;
+        return (hash ^ (hash >> 32)) * 0xBF58476D1CE4E5B9u;
+    }
+
+    /// The numbers of the cells, in the last bits of the words: neighbouring cells have neighbouring words.
+    std::uint64_t cells[2];
+    /// The way to the cell across the nearer border: 1 or -1, or 0 where that border is not near.
+    BaselineMask<double> steps;
 };
 
-/// A hash table of the vertices that stay, by cell. Its chains may mix cells: the vertices themselves are compared.
+/// The search for suspects is done in wide cells, which seldom have a near border; the vertices of a chain share a
+/// narrow one, so that chains stay short where vertices are close.
+using WidePosition = GridPosition<1024>;
+using NarrowPosition = GridPosition<16>;
+
+/// Tells places apart by the first bits of a hash: a power of two of them, 64 at least and 2^31 at most.
+class Places
+{
+public:
+    explicit Places(std::size_t least)
+    {
+        while (shift > 64 - 31 && GetCount() < least) --shift;
+    }
+
+    std::size_t GetCount() const { return std::size_t(1) << (64 - shift); }
+    unsigned int operator[](std::uint64_t hash) const { return static_cast<unsigned int>(hash >> shift); }
+
+private:
+    unsigned int shift = 64 - 6;
+};
+
+/// A set of cells, one bit for each place. It may hold cells that nobody added, few while there are as many vertices as
+/// told.
+class CellSet
+{
+public:
+    explicit CellSet(unsigned int count)
+        : places(placesPerVertex * std::size_t(count)), words(new std::uint64_t[places.GetCount() / 64]())
+    {}
+
+    unsigned int GetPlace(std::uint64_t hash) const { return places[hash]; }
+    bool Has(unsigned int place) const { return (words[place / 64] >> place % 64 & 1) != 0; }
+    void Add(unsigned int place) { words[place / 64] |= std::uint64_t(1) << place % 64; }
+    void Clear() { std::fill_n(words.get(), places.GetCount() / 64, 0); }
+
+private:
+    static constexpr std::size_t placesPerVertex = 16;
+    Places places;
+    std::unique_ptr<std::uint64_t[]> words;
+};
+
+/// A hash table of vertices, by cell. Its chains may mix cells: the vertices themselves are compared.
 class CellTable
 {
 public:
-    explicit CellTable(unsigned int count) : next(new unsigned int[count])
+    CellTable(std::size_t expected, unsigned int count)
+        : places(2 * expected), first(new unsigned int[places.GetCount()]), next(new unsigned int[count])
     {
-        while (std::size_t(1) << (64 - shift) < 2 * std::size_t(count)) --shift;
-        const std::size_t bucketCount = std::size_t(1) << (64 - shift);
-        first.reset(new unsigned int[bucketCount]);
-        for (std::size_t i = 0; i < bucketCount; ++i) first[i] = noVertex;
+        std::fill_n(first.get(), places.GetCount(), noVertex);
     }
 
-    unsigned int& GetFirst(std::uint64_t cellX, std::uint64_t cellY) const
-    {
-        // Odd multipliers spread the last bits, in which neighbouring cells differ, over the first ones, which count.
-        const std::uint64_t hash = cellX * 0x9E3779B97F4A7C15u + cellY * 0xC2B2AE3D27D4EB4Fu;
-        return first[((hash ^ (hash >> 32)) * 0xBF58476D1CE4E5B9u) >> shift];
-    }
+    unsigned int GetFirst(std::uint64_t hash) const { return first[places[hash]]; }
+    unsigned int GetNext(unsigned int vertex) const { return next[vertex]; }
 
-    unsigned int& GetNext(unsigned int vertex) const { return next[vertex]; }
+    void Add(std::uint64_t hash, unsigned int vertex)
+    {
+        unsigned int& head = first[places[hash]];
+        next[vertex] = head;
+        head = vertex;
+    }
 
 private:
-    unsigned int shift = 58;
+    Places places;
     std::unique_ptr<unsigned int[]> first;
     std::unique_ptr<unsigned int[]> next;
 };
+
+/// Marks in `original` a vertex that must be compared with others.
+constexpr unsigned int suspect = 1u << 31;
+
+/// Writes the place of each vertex, with the mark of a suspect where an earlier vertex may lie in a cell near to it:
+/// only of these can one be a duplicate. What is found does not branch, for it cannot be foreseen. Returns how many
+/// there are; if more than `most`, it stops there.
+template <class T>
+unsigned int FindSuspects(const Outline<T>& outline, unsigned int count, unsigned int most, CellSet& cells,
+                          unsigned int* original)
+{
+    unsigned int suspectCount = 0;
+    for (unsigned int j = 0; j < count && suspectCount <= most; ++j) {
+        const WidePosition position(outline[j]);
+        unsigned int isSuspect = 0;
+        position.VisitNear([&](std::uint64_t hash) { isSuspect |= cells.Has(cells.GetPlace(hash)); });
+        const unsigned int place = cells.GetPlace(position.GetOwn());
+        cells.Add(place);
+        original[j] = isSuspect != 0 ? place | suspect : place;
+        suspectCount += isSuspect;
+    }
+    return suspectCount;
+}
 
 /// The first vertex near to vertex j among those of a chain of the table and one found before.
 template <class T>
@@ -103,28 +203,43 @@ unsigned int FindInChain(const Outline<T>& outline, const CellTable& table, unsi
 template <class T>
 unsigned int FindDuplicates(const T* points, unsigned int stride, unsigned int count, unsigned int* original)
 {
+    // Where there are more suspects than a few, it is quicker to take all vertices for such.
+    const unsigned int fewSuspects = count / 8;
     const Outline<T> outline{points, stride};
-    const CellTable table(count);
+    CellSet cells(count);
+    const unsigned int suspectCount = FindSuspects(outline, count, fewSuspects, cells, original);
+    if (suspectCount == 0) {
+        std::fill_n(original, count, noVertex);
+        return 0;
+    }
+
+    // From here on the set holds the cells near to suspects. Only vertices in these can be what a suspect repeats, so
+    // that the table needs no others.
+    const bool areFew = suspectCount <= fewSuspects;
+    cells.Clear();
+    for (unsigned int j = 0; areFew && j < count; ++j)
+        if ((original[j] & suspect) != 0)
+            WidePosition(outline[j]).VisitNear([&](std::uint64_t hash) { cells.Add(cells.GetPlace(hash)); });
+
+    CellTable table(areFew ? 2 * std::size_t(suspectCount) : count, count);
     unsigned int duplicateCount = 0;
     for (unsigned int j = 0; j < count; ++j) {
+        const bool isSuspect = !areFew || (original[j] & suspect) != 0;
+        const bool isPassedOver = areFew && !cells.Has(original[j] & ~suspect);
         original[j] = noVertex;
         // What is not a number is near nothing and needs no cell.
-        if (std::isnan(outline[j][0]) || std::isnan(outline[j][1])) continue;
-        const GridPosition x(static_cast<double>(outline[j][0]));
-        const GridPosition y(static_cast<double>(outline[j][1]));
-        unsigned int& head = table.GetFirst(x.cell, y.cell);
-        unsigned int found = FindInChain(outline, table, head, j, noVertex);
-        if (x.step != 0) found = FindInChain(outline, table, table.GetFirst(x.cell + x.step, y.cell), j, found);
-        if (y.step != 0) found = FindInChain(outline, table, table.GetFirst(x.cell, y.cell + y.step), j, found);
-        if (x.step != 0 && y.step != 0)
-            found = FindInChain(outline, table, table.GetFirst(x.cell + x.step, y.cell + y.step), j, found);
-        if (found != noVertex) {
-            original[j] = found;
-            ++duplicateCount;
-            continue;
+        if (isPassedOver || std::isnan(outline[j][0]) || std::isnan(outline[j][1])) continue;
+        const NarrowPosition position(outline[j]);
+        unsigned int found = noVertex;
+        if (isSuspect) {
+            position.VisitNear(
+                [&](std::uint64_t hash) { found = FindInChain(outline, table, table.GetFirst(hash), j, found); });
         }
-        table.GetNext(j) = head;
-        head = j;
+        original[j] = found;
+        if (found != noVertex)
+            ++duplicateCount;
+        else
+            table.Add(position.GetOwn(), j);
     }
     return duplicateCount;
 }

@@ -13,6 +13,7 @@
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -89,9 +90,16 @@ Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, uns
 template <class T>
 constexpr T knotBound = T(1e30);
 
-/// The greatest stride at which a survey compares knots: the lanes of its widest register.
+/// The most bytes of a register in which a survey compares knots: g++ compares wider ones value by value.
+constexpr unsigned int mostKnotBytes = 32;
+
+/// The greatest stride at which a survey compares knots: the lanes of such a register.
 template <class T>
-constexpr unsigned int knotStride = 32 / sizeof(T);
+constexpr unsigned int knotStride = mostKnotBytes / sizeof(T);
+
+/// The register in which a survey by registers of some width compares knots.
+template <unsigned int Bytes, class T>
+using KnotLanes = Lanes<T, std::min(Bytes, mostKnotBytes)>;
 
 /// How many functions, and how many control points, a survey takes at a time.
 template <unsigned int Bytes, class T>
@@ -101,8 +109,8 @@ constexpr std::size_t blockSize = 2 * Lanes<T, Bytes>::count;
 template <unsigned int Bytes, class T, class Mask>
 CORVEX_ALWAYS_INLINE void CompareKnots(const T* knots, Mask& ordered)
 {
-    constexpr std::size_t width = Lanes<T, Bytes>::count;
-    typename Lanes<T, Bytes>::Type knot, next;
+    constexpr std::size_t width = KnotLanes<Bytes, T>::count;
+    typename KnotLanes<Bytes, T>::Type knot, next;
     Load(knot, knots);
     for (std::size_t k = width; k <= blockSize<Bytes, T>; k += width) {
         Load(next, knots + k);
@@ -141,20 +149,20 @@ CORVEX_ALWAYS_INLINE std::size_t CountToAligned(const T* values)
 template <unsigned int Bytes, class T>
 constexpr bool IsEnough(std::size_t basisCount, std::size_t pointCount)
 {
-    return basisCount >= blockSize<Bytes, T> + Lanes<T, Bytes>::count && pointCount >= blockSize<Bytes, T>;
+    return basisCount >= blockSize<Bytes, T> + KnotLanes<Bytes, T>::count && pointCount >= blockSize<Bytes, T>;
 }
 
-/// SurveySpline by lanes of the given width, which is the stride. Blocks may overlap; all but those at the ends are
-/// aligned where it counts, for a write across two lines of the cache is slow.
+/// SurveySpline by lanes of the given width. Blocks may overlap; all but those at the ends are aligned where it counts,
+/// for a write across two lines of the cache is slow.
 template <unsigned int Bytes, unsigned int components, class T>
 CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCount, const T* values,
                                    std::size_t pointCount)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
-    using Mask = decltype(Lane() <= Lane());
+    using Knots = typename KnotLanes<Bytes, T>::Type;
+    using Mask = decltype(Knots() <= Knots());
     constexpr std::size_t size = blockSize<Bytes, T>;
-    static_assert(Lanes<T, Bytes>::count <= knotStride<T>, "IsReached must look a whole stride to either side");
-    const std::size_t lastRegister = basisCount + 1 - Lanes<T, Bytes>::count;
+    const std::size_t lastRegister = basisCount + 1 - KnotLanes<Bytes, T>::count;
     const std::size_t lastKnots = lastRegister - size;
     const std::size_t lastValues = (pointCount - size) * components;
 
@@ -180,14 +188,19 @@ CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCo
     ClearFunctions<Bytes>(basis + (basisCount - size));
     AddValues(values + lastValues, sums);
 
-    Lane first, last, bound;
+    Knots first, last, bound;
     Load(first, knots);
     Load(last, knots + lastRegister);
     Spread(bound, knotBound<T>);
     ordered &= (first >= -bound) & (last <= bound);
     Lane sum = sums[0];
     for (std::size_t k = 1; k < 2 * components; ++k) sum += sums[k];
-    return !AnyLane(~(ordered & (sum - sum == Lane{})));
+    for (unsigned int k = 0; k < sizeof(Lane); k += sizeof(Knots)) {
+        Knots part;
+        std::memcpy(&part, reinterpret_cast<const char*>(&sum) + k, sizeof(part));
+        ordered &= part - part == Knots{};
+    }
+    return !AnyLane(~ordered);
 }
 
 /// SurveySpline with a stride of 1.
@@ -213,6 +226,13 @@ CORVEX_WIDE_LANES bool SurveyWide(const T* knots, T* basis, std::size_t basisCou
 {
     return SurveyBy<wideBytes, components>(knots, basis, basisCount, values, pointCount);
 }
+
+template <unsigned int components, class T>
+CORVEX_WIDEST_LANES bool SurveyWidest(const T* knots, T* basis, std::size_t basisCount, const T* values,
+                                      std::size_t pointCount)
+{
+    return SurveyBy<widestBytes, components>(knots, basis, basisCount, values, pointCount);
+}
 #endif
 
 /// Sets the basis functions to +0 and tells whether the recursion and the sum may pass over those that stay it:
@@ -225,6 +245,11 @@ template <unsigned int components, class T>
 bool SurveySpline(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
 {
 #ifdef CORVEX_WIDE_LANES
+    // For few points the widest registers spend more on the ends than they save between them.
+    constexpr std::size_t manyPoints = 200;
+    static_assert(IsEnough<widestBytes, T>(manyPoints, manyPoints));
+    if (laneBytes >= widestBytes && pointCount >= manyPoints && basisCount >= manyPoints)
+        return SurveyWidest<components>(knots, basis, basisCount, values, pointCount);
     if (hasWideLanes && IsEnough<wideBytes, T>(basisCount, pointCount))
         return SurveyWide<components>(knots, basis, basisCount, values, pointCount);
 #endif

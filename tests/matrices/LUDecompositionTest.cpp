@@ -83,7 +83,7 @@ TYPED_TEST(LUDecomposition, HasTheBitsOfCroutsOrder)
 TYPED_TEST(LUDecomposition, SolvesPanelsAlikeAtEveryRegisterWidth)
 {
     using T = TypeParam;
-    constexpr unsigned int order = 50, width = Kernels::panelBytes / sizeof(T);
+    constexpr unsigned int order = 50, width = Kernels::panelWidth<T>;
     std::vector<int> pivots(order);
     for (unsigned int i = 0; i < order; ++i) pivots[i] = int(i);
     for (Content const content : {"uniform", "infinite", "NaN", "mixed"}) {
@@ -91,7 +91,7 @@ TYPED_TEST(LUDecomposition, SolvesPanelsAlikeAtEveryRegisterWidth)
         TMatrixMxN<T> factors(order, order);
         Fill(factors, content, this->random);
         Rows<T> lu(factors), panel(order, width), inverse(order, order + width);
-        for (auto const solve : {Kernels::SolvePanel<T, 16>, Kernels::SolvePanel<T, 32>}) {
+        for (auto const solve : {Kernels::SolvePanel<T, 16, width>, Kernels::SolvePanel<T, 32, width>}) {
             for (unsigned int q = 0; q < order; q += width) {
                 solve(panel[0], *lu, order, q);
                 for (unsigned int i = 0; i < order; ++i) std::copy_n(panel[i], width, inverse[i] + q);
