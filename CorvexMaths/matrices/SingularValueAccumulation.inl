@@ -147,8 +147,7 @@ void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n, Below& below)
         const T diagonal = head * g + T(1);
         summed = i > 0 && w[i - 1][i - 1] != T(0);
         WithWidth(count, [&](auto width) { SweepLeft(u, i, m, g, diagonal, summed, width); });
-        below.SweepLeft(i, factors, count, g);
-        if (summed) below.AddColumnProducts(i - 1, u[i - 1] + i, count + 1);
+        below.SweepLeft(i, factors, count, g, summed ? u[i - 1] + i : nullptr);
         for (unsigned int j = 0; j < count; ++j) factors[j] = T(0) + factors[j] * head;
         *row = diagonal;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
-/// The forms of the decomposition: of rows, of a tall matrix in panels, and of one whose U is not asked for.
+/// The forms of the decomposition: of rows, of a tall matrix in panels, of one whose U is not asked for, and of one of
+/// which only the solution of a system is.
 
 #include <CorvexMaths/matrices/SingularValues.h>
 
@@ -9,6 +10,9 @@
 #include <CorvexMaths/matrices/SingularValueIteration.inl>
 #include <CorvexMaths/matrices/SingularValuePanels.inl>
 #include <CorvexMaths/matrices/SingularValueReduction.inl>
+#include <CorvexMaths/matrices/SingularValueSolve.inl>
+
+#include <cstdint>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -21,7 +25,7 @@ namespace
 /// read again, and the iteration hands rotations to U without looking at what becomes of them.
 template <bool withU, class T, class Below, class Left>
 bool Decompose(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit, Below& below,
-               Left left)
+               Left& left)
 {
     // The steps write every element of v, but of w only the diagonal.
     for (unsigned int i = 0; i < n; ++i) SetZero(w[i], n);
@@ -37,7 +41,8 @@ template <class T>
 bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit)
 {
     NoPanels below;
-    return n == 0 || Decompose<true>(u, w, v, work, m, n, iterationLimit, below, RotationRun<T>(u, m));
+    RotationRun<T> left(u, m);
+    return n == 0 || Decompose<true>(u, w, v, work, m, n, iterationLimit, below, left);
 }
 
 namespace
@@ -49,17 +54,37 @@ bool DecomposeRows(const T*, T** u, T** w, T** v, T* work, unsigned int m, unsig
     return SVDRows(u, w, v, work, m, n, iterationLimit);
 }
 
-/// The same in panels, for rows that follow one another in `source` and in u, which may be one; m is at least n.
+/// The most rows of the head of a matrix of so many columns.
+constexpr unsigned int MostHeadRows(unsigned int n)
+{
+    return n + stripRows - 1;
+}
+
+/// The same in panels, for rows that follow one another in `source` and in u, which may be one; m is at least n. The
+/// head stands apart, so that the panels can begin a line of the cache in its place.
 template <class T>
 bool DecomposeInPanels(const T* source, T** u, T** w, T** v, T* work, unsigned int m, unsigned int n,
                        unsigned int iterationLimit)
 {
     const unsigned int head = HeadRows(m, n);
     const unsigned int headSize = head * n;
-    for (unsigned int e = 0; e < headSize; ++e) u[0][e] = source[e];
-    Panels<T> below(source + headSize, nullptr, u[0] + headSize, m - head, n);
-    return Decompose<true>(u, w, v, work, head, n, iterationLimit, below, PanelRotations<T>(u, head, &below));
+    T headElements[MostHeadRows(mostPanelColumns) * mostPanelColumns];
+    T* headRows[MostHeadRows(mostPanelColumns)];
+    for (unsigned int e = 0; e < headSize; ++e) headElements[e] = source[e];
+    for (unsigned int i = 0; i < head; ++i) headRows[i] = headElements + i * n;
+    constexpr std::size_t lineValues = lineBytes / sizeof(T);
+    const std::size_t toLine =
+        (lineValues - reinterpret_cast<std::uintptr_t>(u[0]) / sizeof(T) % lineValues) % lineValues;
+    Panels<T> below(source + headSize, nullptr, u[0] + (toLine < headSize ? toLine : headSize), m - head, n);
+    PanelRotations<T> left(headRows, head, &below);
+    const bool isConverged = Decompose<true>(headRows, w, v, work, head, n, iterationLimit, below, left);
+    left.GiveBackRows(u[0] + headSize);
+    for (unsigned int e = 0; e < headSize; ++e) u[0][e] = headElements[e];
+    return isConverged;
 }
+
+/// The most columns of the forms that keep U to themselves.
+constexpr unsigned int mostFewColumns = 4;
 
 } // namespace
 
@@ -67,17 +92,38 @@ template <class T>
 bool SVDWithoutU(const T* rows, const T* shift, T* scratch, T** w, T** v, unsigned int m, unsigned int n,
                  unsigned int iterationLimit)
 {
-    constexpr unsigned int mostColumns = 4;
-    T* u[mostColumns + stripRows];
-    T work[mostColumns];
+    T* u[MostHeadRows(mostFewColumns)];
+    T work[mostFewColumns];
     const unsigned int head = HeadRows(m, n);
-    const unsigned int headSize = head * n;
     for (unsigned int i = 0; i < head; ++i) {
-        u[i] = scratch + i * n;
+        u[i] = scratch + std::size_t(m - head + i) * n;
         for (unsigned int j = 0; j < n; ++j) u[i][j] = rows[i * n + j] - shift[j];
     }
-    Panels<T> below(rows + headSize, shift, scratch + headSize, m - head, n);
-    return Decompose<false>(u, w, v, work, head, n, iterationLimit, below, NoRotations<T>());
+    Panels<T> below(rows + head * n, shift, scratch, m - head, n);
+    NoRotations<T> left;
+    return Decompose<false>(u, w, v, work, head, n, iterationLimit, below, left);
+}
+
+template <class T>
+bool SVDSolve(T* a, const T* b, T* x, unsigned int m, unsigned int n)
+{
+    constexpr unsigned int iterationLimit = 30;
+    T* rows[MostHeadRows(mostFewColumns) + 2 * mostFewColumns];
+    T** const u = rows;
+    T** const w = u + MostHeadRows(mostFewColumns);
+    T** const v = w + mostFewColumns;
+    T squares[2][mostFewColumns][mostFewColumns];
+    T work[mostFewColumns];
+    const unsigned int head = HeadRows(m, n);
+    for (unsigned int i = 0; i < head; ++i) u[i] = a + std::size_t(m - head + i) * n;
+    for (unsigned int i = 0; i < n; ++i) {
+        w[i] = squares[0][i];
+        v[i] = squares[1][i];
+    }
+    Panels<T> below(nullptr, nullptr, a, m - head, n);
+    PanelRotations<T> left(u, head, &below);
+    return Decompose<true>(u, w, v, work, head, n, iterationLimit, below, left) &&
+           BackSubstitute(u, w, v, b, x, work, head, n, left);
 }
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -22,6 +22,12 @@ namespace
 /// The most columns of a matrix in panels.
 constexpr unsigned int mostPanelColumns = 32;
 
+/// The same of those columns that an operation is for.
+template <class Width>
+constexpr unsigned int mostColumns = mostPanelColumns;
+template <unsigned int N>
+constexpr unsigned int mostColumns<FixedWidth<N>> = N;
+
 /// Panels hold a multiple of this number of rows, those of registers that a sweep works on at a time.
 constexpr unsigned int stripRows = 16;
 
@@ -34,21 +40,42 @@ constexpr bool GoesInPanels(unsigned int m, unsigned int n)
     return n > 0 && n <= mostPanelColumns && m >= 64 && m >= 4 * n;
 }
 
+/// The most rows of a panel. Were it a power of two, columns would lie 4 KiB apart, where the processor takes a load for
+/// one that waits for a store.
+constexpr unsigned int longestPanel = 3 * stripRows;
+
 /// The number of rows in the head: those that steps from the right reflect, and what fills no strip.
 constexpr unsigned int HeadRows(unsigned int m, unsigned int n)
 {
-    return n + (m - n) % stripRows;
+    return m < n ? m : n + (m - n) % stripRows;
+}
+
+/// Calls operation(panel, number of its rows, state) for panels of n columns from the top down, or up. The state is
+/// held in a copy, which can stay in registers.
+template <bool upwards = false, class T, class State, class Operation>
+void ForPanels(T* first, unsigned int rowCount, unsigned int n, State* state, Operation operation)
+{
+    InWideLanes([&] {
+        State held = *state;
+        const unsigned int panelCount = (rowCount + longestPanel - 1) / longestPanel;
+        for (unsigned int p = 0; p < panelCount; ++p) {
+            const unsigned int from = (upwards ? panelCount - 1 - p : p) * longestPanel;
+            const unsigned int left = rowCount - from;
+            operation(first + std::size_t(from) * n, left < longestPanel ? left : longestPanel, held);
+        }
+        *state = held;
+    });
 }
 
 /// Adds the products of x with 4 * G columns, each of `count` rows, to their sums. The products of four rows are
 /// turned, so that those of a row lie side by side and each sum takes its terms in the order of the rows.
-template <unsigned int G, class T>
-CORVEX_ALWAYS_INLINE void AddProductsOfFours(const T* x, const T* const (&columns)[4 * G], unsigned int count, T* sums)
+template <unsigned int G, class T, class Lane>
+CORVEX_ALWAYS_INLINE void AddProductsOfFours(const T* x, const T* const (&columns)[4 * G], unsigned int count,
+                                             Lane* sums)
 {
-    using Lane = typename Lanes<T, 4 * sizeof(T)>::Type;
     using Source = const AnyAddress<Lane>*;
     Lane sum[G];
-    for (unsigned int g = 0; g < G; ++g) Load(sum[g], sums + 4 * g);
+    for (unsigned int g = 0; g < G; ++g) sum[g] = sums[g];
     for (unsigned int r = 0; r < count; r += 4) {
         const Lane factor = reinterpret_cast<Source>(x + r)->lane;
         for (unsigned int g = 0; g < G; ++g) {
@@ -59,40 +86,97 @@ CORVEX_ALWAYS_INLINE void AddProductsOfFours(const T* x, const T* const (&column
             for (unsigned int c = 0; c < 4; ++c) sum[g] += products[c];
         }
     }
-    for (unsigned int g = 0; g < G; ++g) Store(sums + 4 * g, sum[g]);
+    for (unsigned int g = 0; g < G; ++g) sums[g] = sum[g];
 }
 
-/// The same for `width` columns right of x. The sums are filled up to a multiple of 4; what is added to those beyond
-/// the width is the last column's.
-template <class T>
-CORVEX_ALWAYS_INLINE void AddProducts(const T* x, unsigned int count, T* sums, unsigned int width)
+/// Sums of products with `Width` columns, four to a register. What is added to those beyond the width is the last
+/// column's.
+template <class T, class Width>
+class PanelSums
 {
-    const auto at = [=](unsigned int j) { return x + std::size_t(1 + (j < width ? j : width - 1)) * count; };
-    unsigned int j = 0;
-    for (; width - j > 4 && j < width; j += 8) {
-        const T* const columns[] = {at(j), at(j + 1), at(j + 2), at(j + 3), at(j + 4), at(j + 5), at(j + 6), at(j + 7)};
-        AddProductsOfFours<2>(x, columns, count, sums + j);
+public:
+    PanelSums(const T* begun, Width sumCount) : width(sumCount)
+    {
+        for (unsigned int j = 0; j < width.Get(); ++j) sums[j / 4][j % 4] = begun[j];
     }
-    if (j < width) {
-        const T* const columns[] = {at(j), at(j + 1), at(j + 2), at(j + 3)};
-        AddProductsOfFours<1>(x, columns, count, sums + j);
-    }
-}
 
-#ifdef CORVEX_WIDE_LANES
-template <class T>
-CORVEX_WIDE_LANES __attribute__((noinline)) void AddProductsWide(const T* x, unsigned int count, T* sums,
-                                                                 unsigned int width)
+    void PutBack(T* target) const
+    {
+        for (unsigned int j = 0; j < width.Get(); ++j) target[j] = sums[j / 4][j % 4];
+    }
+
+    /// Adds the products of `count` elements of x with those of columns `stride` apart, the first at `first`.
+    CORVEX_ALWAYS_INLINE void Add(const T* x, const T* first, std::size_t stride, unsigned int count)
+    {
+        const unsigned int end = width.Get();
+        const auto at = [=](unsigned int j) { return first + (j < end ? j : end - 1) * stride; };
+        unsigned int j = 0;
+        for (; j + 4 < end; j += 8) {
+            const T* const columns[] = {at(j),     at(j + 1), at(j + 2), at(j + 3),
+                                        at(j + 4), at(j + 5), at(j + 6), at(j + 7)};
+            AddProductsOfFours<2>(x, columns, count, sums + j / 4);
+        }
+        if (j < end) {
+            const T* const columns[] = {at(j), at(j + 1), at(j + 2), at(j + 3)};
+            AddProductsOfFours<1>(x, columns, count, sums + j / 4);
+        }
+    }
+
+private:
+    using Lane = typename Lanes<T, 4 * sizeof(T)>::Type;
+    Width width;
+    Lane sums[mostColumns<Width> / 4 + 2] = {};
+};
+
+/// The elements of a strip of rows in columns `stride` apart: in their place where there may be many.
+template <class T, class Width>
+class StripColumns
 {
-    AddProducts(x, count, sums, width);
-}
-#endif
+public:
+    static constexpr unsigned int rows = stripRows;
+    using Column = Strip<T, panelBytes, stripRows * sizeof(T) / panelBytes>;
+
+    StripColumns(T* first, std::size_t columnStride) : place(first), stride(columnStride) {}
+    void Get(unsigned int j, Column* column) const { column->Read(place + j * stride); }
+    void Set(unsigned int j, const Column& column) const { column.Write(place + j * stride); }
+    static void PutBack() {}
+
+private:
+    T* place;
+    std::size_t stride;
+};
+
+/// Few columns are held in registers, so fewer rows at a time.
+template <class T, unsigned int N>
+class StripColumns<T, FixedWidth<N>>
+{
+public:
+    static constexpr unsigned int rows = panelBytes / sizeof(T);
+    using Column = Strip<T, panelBytes, 1>;
+
+    StripColumns(T* first, std::size_t columnStride) : place(first), stride(columnStride)
+    {
+        for (unsigned int j = 0; j < N; ++j) columns[j].Read(place + j * stride);
+    }
+    void Get(unsigned int j, Column* column) const { *column = columns[j]; }
+    void Set(unsigned int j, const Column& column) { columns[j] = column; }
+    void PutBack() const
+    {
+        for (unsigned int j = 0; j < N; ++j) columns[j].Write(place + j * stride);
+    }
+
+private:
+    T* place;
+    std::size_t stride;
+    Column columns[N];
+};
 
 template <class T>
 class Panels
 {
 public:
-    /// Of rows of n elements that follow one another in `source`, which may be `target`, less `shift` if there is one.
+    /// Of rows of n elements that follow one another in `source`, which may lie in the memory of `target` but not
+    /// before it, less `shift` if there is one. Without a source the rows stand in panels.
     Panels(const T* source, const T* shift, T* target, unsigned int rows, unsigned int columns)
         : rowSource(source), origin(shift), elements(target), rowCount(rows), n(columns)
     {}
@@ -100,19 +184,20 @@ public:
     /// Takes the rows and adds up the absolute values of their first column.
     void Begin(T* sum) const
     {
-        const T* rows = rowSource;
-        WithOrder([&](auto order) {
-            ForPanels([&](T* panel, unsigned int count) {
-                const unsigned int width = order.Get();
-                T taken[longest * mostPanelColumns];
-                for (unsigned int r = 0; r < count; ++r)
-                    for (unsigned int j = 0; j < width; ++j) taken[j * count + r] = rows[r * width + j];
+        WithColumns(n, [&](auto columns) {
+            const T* rows = rowSource;
+            ForPanels(sum, [&](T* panel, unsigned int count, T& total) {
+                if (rowSource == nullptr) return AddMagnitudes(panel, count, &total);
+                const unsigned int width = columns.Get();
+                T taken[longestPanel * mostColumns<decltype(columns)>];
+                for (unsigned int r = 0; r < count; r += 4) {
+                    const T* const at = rows + r * width;
+                    TurnFourRows<true>({at, at + width, at + 2 * width, at + 3 * width}, taken + r, count, width);
+                }
                 if (origin != nullptr)
                     for (unsigned int j = 0; j < width; ++j)
                         for (unsigned int r = 0; r < count; ++r) taken[j * count + r] -= origin[j];
-                T total = *sum;
-                for (unsigned int r = 0; r < count; ++r) total += Numbers::Absolute(taken[r]);
-                *sum = total;
+                AddMagnitudes(taken, count, &total);
                 for (unsigned int e = 0; e < width * count; ++e) panel[e] = taken[e];
                 rows += std::size_t(count) * width;
             });
@@ -122,48 +207,41 @@ public:
     /// Divides column i and adds up the squares.
     void DivideColumn(unsigned int i, T scale, T* squares) const
     {
-        ForPanels([=](T* panel, unsigned int count) {
+        ForPanels(squares, [=](T* panel, unsigned int count, T& sum) {
             T* const x = panel + std::size_t(i) * count;
-            T sum = *squares;
             CORVEX_INDEPENDENT_STEPS
             for (unsigned int r = 0; r < count; ++r) x[r] /= scale;
             for (unsigned int r = 0; r < count; ++r) sum += x[r] * x[r];
-            *squares = sum;
         });
     }
 
     /// Adds the products of column i with each of the `width` columns right of it to `sums`.
     void AddColumnProducts(unsigned int i, T* sums, unsigned int width) const
     {
-        T held[mostPanelColumns + 8] = {};
-        for (unsigned int j = 0; j < width; ++j) held[j] = sums[j];
-        ForPanels([&](T* panel, unsigned int count) {
+        AddUp(sums, width, [i](T* panel, unsigned int count, auto, auto& held) {
             const T* const x = panel + std::size_t(i) * count;
-#ifdef CORVEX_WIDE_LANES
-            if (hasWideLanes) return AddProductsWide(x, count, held, width);
-#endif
-            AddProducts(x, count, held, width);
+            held.Add(x, x + count, count, count);
         });
-        for (unsigned int j = 0; j < width; ++j) sums[j] = held[j];
     }
 
     /// Applies both reflections of a step to the rows and adds up the absolute values of the column after its own.
     void Sweep(const ReductionStep<T>& step, unsigned int width, T* nextScale) const
     {
-        ForPanels([&](T* panel, unsigned int count) {
-            T* const x = panel + std::size_t(step.i) * count;
-            for (unsigned int r = 0; r < count; r += stripRows) SweepStrip(x + r, count, step, width);
-            if (width == 0) return;
-            T sum = *nextScale;
-            for (unsigned int r = 0; r < count; ++r) sum += Numbers::Absolute(x[count + r]);
-            *nextScale = sum;
+        WithColumns(width + 1, [&](auto columns) {
+            ForPanels(nextScale, [&](T* panel, unsigned int count, T& sum) {
+                T* const x = panel + std::size_t(step.i) * count;
+                for (unsigned int r = 0; r < count; r += stripRows) {
+                    SweepStrip(x + r, count, step, columns);
+                    if (columns.Get() > 1) AddMagnitudes(x + count + r, stripRows, &sum);
+                }
+            });
         });
     }
 
-    /// Adds multiples of column i to the `width` columns right of it and takes it times g. The last step, that of
-    /// column 0, waits for `Rotate` or `Finish`: no sum needs what it gives, so it goes with the rotations panel by
-    /// panel.
-    void SweepLeft(unsigned int i, const T* factors, unsigned int width, T g)
+    /// Adds multiples of column i to the `width` columns right of it and takes it times g; with `sums`, adds the
+    /// products of column i - 1 with all of these to them. The last step, that of column 0, waits for `Rotate` or
+    /// `Finish`: no sum needs what it gives, so it goes with the rotations panel by panel.
+    void SweepLeft(unsigned int i, const T* factors, unsigned int width, T g, T* sums)
     {
         if (i == 0) {
             for (unsigned int j = 0; j < width; ++j) lastFactors[j] = factors[j];
@@ -171,132 +249,180 @@ public:
             lastWaits = true;
             return;
         }
-        ForPanels([&](T* panel, unsigned int count) {
+        T unused[mostPanelColumns] = {};
+        AddUp(sums != nullptr ? sums : unused, width + 1, [=](T* panel, unsigned int count, auto columns, auto& held) {
             T* const x = panel + std::size_t(i) * count;
-            for (unsigned int r = 0; r < count; r += stripRows) UpdateStrip(x + r, count, factors, width, g);
+            for (unsigned int r = 0; r < count; r += stripRows) {
+                UpdateStrip(x + r, count, factors, columns, g);
+                if (sums != nullptr) held.Add(x + r - count, x + r, count, stripRows);
+            }
         });
     }
 
     void ClearColumn(unsigned int i) const
     {
-        ForPanels([=](T* panel, unsigned int count) { SetZero(panel + std::size_t(i) * count, count); });
+        NoState none;
+        ForPanels(&none,
+                  [=](T* panel, unsigned int count, NoState) { SetZero(panel + std::size_t(i) * count, count); });
     }
 
     /// Rotates the columns.
     void Rotate(const Rotation<T>* rotations, unsigned int rotationCount)
     {
-        ForPanels([&](T* panel, unsigned int count) { Complete(panel, count, rotations, rotationCount); });
+        WithColumns(n, [&](auto columns) {
+            NoState none;
+            ForPanels(&none, [&](T* panel, unsigned int count, NoState) {
+                Complete(panel, count, rotations, rotationCount, columns);
+            });
+        });
         lastWaits = false;
     }
 
-    /// Rotates the columns and gives the rows back.
-    void Finish(const Rotation<T>* rotations, unsigned int rotationCount) const
+    /// Rotates the columns and adds the product of each with b to its sum.
+    void Finish(const Rotation<T>* rotations, unsigned int rotationCount, const T* b, T* sums) const
     {
-        WithOrder([&](auto order) {
-            ForPanels([&](T* panel, unsigned int count) {
-                Complete(panel, count, rotations, rotationCount);
-                const unsigned int width = order.Get();
-                T turned[longest * mostPanelColumns];
-                for (unsigned int r = 0; r < count; ++r)
-                    for (unsigned int j = 0; j < width; ++j) turned[r * width + j] = panel[j * count + r];
-                for (unsigned int e = 0; e < width * count; ++e) panel[e] = turned[e];
+        AddUp(sums, n, [&](T* panel, unsigned int count, auto columns, auto& held) {
+            for (unsigned int r = 0; r < count; r += stripRows, b += stripRows) {
+                CompleteStrip(panel + r, count, rotations, rotationCount, columns);
+                held.Add(b, panel + r, count, stripRows);
+            }
+        });
+    }
+
+    /// Rotates the columns and gives the rows back, to memory that may be that of the panels but does not begin before.
+    void Finish(const Rotation<T>* rotations, unsigned int rotationCount, T* rows) const
+    {
+        WithColumns(n, [&](auto columns) {
+            NoState none;
+            ForPanels<true>(&none, [&](T* panel, unsigned int count, NoState) {
+                Complete(panel, count, rotations, rotationCount, columns);
+                const unsigned int width = columns.Get();
+                T turned[longestPanel * mostColumns<decltype(columns)>];
+                for (unsigned int r = 0; r < count; r += 4) {
+                    T* const at = turned + r * width;
+                    TurnFourRows<false>({at, at + width, at + 2 * width, at + 3 * width}, panel + r, count, width);
+                }
+                T* const target = rows + (panel - elements);
+                for (unsigned int e = 0; e < width * count; ++e) target[e] = turned[e];
             });
         });
     }
 
 private:
-    static constexpr unsigned int longest = 4 * stripRows;
+    struct NoState
+    {};
 
-    /// A strip of one column.
-    using Column = Strip<T, panelBytes, stripRows * sizeof(T) / panelBytes>;
-
-    /// Calls operation(panel, number of its rows) from the top down.
-    template <class Operation>
-    void ForPanels(Operation operation) const
+    template <bool upwards = false, class State, class Operation>
+    void ForPanels(State* state, Operation operation) const
     {
-        InWideLanes([&] {
-            T* panel = elements;
-            for (unsigned int left = rowCount; left > 0;) {
-                const unsigned int count = left < longest ? left : longest;
-                operation(panel, count);
-                panel += std::size_t(count) * n;
-                left -= count;
-            }
-        });
+        Kernels::ForPanels<upwards>(elements, rowCount, n, state, operation);
     }
 
-    /// Calls an operation for the number of columns; that of points and of the fits of a circle and a sphere is fixed.
+    /// Calls an operation for a number of columns; up to 4, those of points and of the fits of a circle and a sphere,
+    /// are fixed.
     template <class Operation>
-    void WithOrder(Operation operation) const
+    static void WithColumns(unsigned int count, Operation operation)
     {
-        switch (n) {
+        switch (count) {
+        case 1:
+            return operation(FixedWidth<1>());
+        case 2:
+            return operation(FixedWidth<2>());
         case 3:
             return operation(FixedWidth<3>());
         case 4:
             return operation(FixedWidth<4>());
         default:
-            return operation(AnyWidth{n});
+            return operation(AnyWidth{count});
         }
+    }
+
+    /// Calls operation(panel, number of its rows, columns, sums), which adds to sums of so many columns.
+    template <class Operation>
+    void AddUp(T* sums, unsigned int count, Operation operation) const
+    {
+        WithColumns(count, [&](auto columns) {
+            PanelSums<T, decltype(columns)> all(sums, columns);
+            ForPanels(&all, [&](T* panel, unsigned int rows, auto& held) { operation(panel, rows, columns, held); });
+            all.PutBack(sums);
+        });
+    }
+
+    /// Adds up absolute values.
+    static void AddMagnitudes(const T* x, unsigned int count, T* sum)
+    {
+        for (unsigned int r = 0; r < count; ++r) *sum += Numbers::Absolute(x[r]);
     }
 
     /// `Sweep` of a strip, x in the column of the step. Without a reflection of the row its products go unused.
-    static void SweepStrip(T* x, unsigned int count, const ReductionStep<T>& step, unsigned int width)
+    template <class Width>
+    static void SweepStrip(T* x, unsigned int count, const ReductionStep<T>& step, Width columns)
     {
-        const T* const factors = step.columnFactors;
-        const T* const rowVector = step.rowVector;
-        Column column;
-        column.Read(x);
-        Column products = {};
-        if (step.columnScale != T(0)) {
+        using Columns = StripColumns<T, Width>;
+        const unsigned int width = columns.Get() - 1;
+        const bool isReflected = step.columnScale != T(0);
+        for (unsigned int r = 0; r < stripRows; r += Columns::rows) {
+            Columns strip(x + r, count);
+            typename Columns::Column column, element, products = {};
+            strip.Get(0, &column);
             for (unsigned int j = 0; j < width; ++j) {
-                T* const y = x + std::size_t(j + 1) * count;
-                Column element;
-                element.Read(y);
-                element.AddTimes(column, factors[j]);
-                element.Write(y);
-                products.AddTimes(element, rowVector[j]);
+                strip.Get(j + 1, &element);
+                if (isReflected) {
+                    element.AddTimes(column, step.columnFactors[j]);
+                    strip.Set(j + 1, element);
+                }
+                products.AddTimes(element, step.rowVector[j]);
             }
-            column.Multiply(step.columnScale);
-            column.Write(x);
-        } else {
-            for (unsigned int j = 0; j < width; ++j) {
-                Column element;
-                element.Read(x + std::size_t(j + 1) * count);
-                products.AddTimes(element, rowVector[j]);
+            if (isReflected) {
+                column.Multiply(step.columnScale);
+                strip.Set(0, column);
             }
+            if (step.rowScale != T(0)) {
+                for (unsigned int j = 0; j < width; ++j) {
+                    strip.Get(j + 1, &element);
+                    element.AddTimes(products, step.rowVectorOverH[j]);
+                    strip.Set(j + 1, element);
+                }
+            }
+            strip.PutBack();
         }
-        if (step.rowScale != T(0)) AddToColumns(products, x, count, step.rowVectorOverH, width);
     }
 
-    /// Adds multiples of the column at x to those right of it and takes it times `scale`.
-    static void UpdateStrip(T* x, unsigned int count, const T* factors, unsigned int width, T scale)
+    /// Adds multiples of the first of the columns at x to the others and takes it times `scale`.
+    template <class Width>
+    static void UpdateStrip(T* x, unsigned int count, const T* factors, Width columns, T scale)
     {
-        Column column;
-        column.Read(x);
-        AddToColumns(column, x, count, factors, width);
-        column.Multiply(scale);
-        column.Write(x);
-    }
-
-    /// Adds multiples of `values` to the columns right of that at x.
-    static void AddToColumns(const Column& values, T* x, unsigned int count, const T* factors, unsigned int width)
-    {
-        for (unsigned int j = 0; j < width; ++j) {
-            x += count;
-            Column element;
-            element.Read(x);
-            element.AddTimes(values, factors[j]);
-            element.Write(x);
+        using Columns = StripColumns<T, Width>;
+        for (unsigned int r = 0; r < stripRows; r += Columns::rows) {
+            Columns strip(x + r, count);
+            typename Columns::Column column, element;
+            strip.Get(0, &column);
+            for (unsigned int j = 1; j < columns.Get(); ++j) {
+                strip.Get(j, &element);
+                element.AddTimes(column, factors[j - 1]);
+                strip.Set(j, element);
+            }
+            column.Multiply(scale);
+            strip.Set(0, column);
+            strip.PutBack();
         }
     }
 
     /// What waits of the last step from the left, and then rotations.
-    void Complete(T* panel, unsigned int count, const Rotation<T>* rotations, unsigned int rotationCount) const
+    template <class Width>
+    void Complete(T* panel, unsigned int count, const Rotation<T>* rotations, unsigned int rotationCount,
+                  Width columns) const
     {
-        for (unsigned int r = 0; r < count; r += stripRows) {
-            if (lastWaits) UpdateStrip(panel + r, count, lastFactors, n - 1, lastScale);
-            ApplyRotations<Column>(rotations, rotationCount, panel + r, 0, count);
-        }
+        for (unsigned int r = 0; r < count; r += stripRows)
+            CompleteStrip(panel + r, count, rotations, rotationCount, columns);
+    }
+
+    template <class Width>
+    void CompleteStrip(T* x, unsigned int count, const Rotation<T>* rotations, unsigned int rotationCount,
+                       Width columns) const
+    {
+        if (lastWaits) UpdateStrip(x, count, lastFactors, columns, lastScale);
+        ApplyRotations<typename StripColumns<T, AnyWidth>::Column>(rotations, rotationCount, x, 0, count);
     }
 
     const T* rowSource;
@@ -330,9 +456,13 @@ struct NoPanels
     template <class... Arguments>
     static void ClearColumn(Arguments...)
     {}
+    template <class... Arguments>
+    static void AddRowProducts(Arguments...)
+    {}
 };
 
-/// The rotations of the columns of U where the matrix stands in a head, which is rotated at once, and in panels.
+/// The rotations of the columns of U where the matrix stands in a head, which the iteration leaves rotated, and in
+/// panels, whose last rotations wait for what becomes of them.
 template <class T>
 class PanelRotations
 {
@@ -350,11 +480,13 @@ public:
         rotations[count++] = {c, s, first, second};
     }
 
-    void Flush()
-    {
-        head.Flush();
-        panels.Finish(rotations, count);
-    }
+    void Flush() { head.Flush(); }
+
+    /// Gives back the rows of U below the head.
+    void GiveBackRows(T* rows) const { panels.Finish(rotations, count, rows); }
+
+    /// Adds the product of each column of U below the head with b to its sum. U itself is lost.
+    void AddRowProducts(const T* b, T* sums) const { panels.Finish(rotations, count, b, sums); }
 
 private:
     static constexpr unsigned int capacity = 1024;

@@ -54,14 +54,12 @@ CORVEX_ALWAYS_INLINE void DivideColumn(T** u, unsigned int i, unsigned int m, T 
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     constexpr unsigned int lanes = Bytes / sizeof(T);
-    Lane divisor;
-    Spread(divisor, scale);
     T sum = T(0);
     unsigned int k = i;
     for (; m - k >= lanes; k += lanes) {
         Lane x;
         for (unsigned int r = 0; r < lanes; ++r) x[r] = u[k + r][i];
-        x /= divisor;
+        x /= scale;
         for (unsigned int r = 0; r < lanes; ++r) u[k + r][i] = x[r];
         x *= x;
         for (unsigned int r = 0; r < lanes; ++r) sum += x[r];

@@ -38,6 +38,7 @@ struct Strip
     using Lane = typename Lanes<T, Bytes>::Type;
     using InMemory = AnyAddress<Lane>;
     static constexpr unsigned int lanes = Bytes / sizeof(T);
+    static constexpr unsigned int count = vectorCount;
     Lane vectors[vectorCount];
 
     CORVEX_ALWAYS_INLINE void Read(const T* source)
@@ -54,16 +55,12 @@ struct Strip
 
     CORVEX_ALWAYS_INLINE void Multiply(T factor)
     {
-        Lane spread;
-        Spread(spread, factor);
-        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] *= spread;
+        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] *= factor;
     }
 
     CORVEX_ALWAYS_INLINE void AddTimes(const Strip& x, T factor)
     {
-        Lane spread;
-        Spread(spread, factor);
-        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] += x.vectors[v] * spread;
+        for (unsigned int v = 0; v < vectorCount; ++v) vectors[v] += x.vectors[v] * factor;
     }
 };
 
@@ -90,12 +87,11 @@ CORVEX_ALWAYS_INLINE void ApplyRotations(const Rotation<T>* rotations, unsigned 
             for (auto& vector : carried.vectors) vector = -vector;
             continue;
         }
-        typename Column::Lane c, s;
-        Spread(c, rotation.c);
-        Spread(s, rotation.s);
+        const T c = rotation.c;
+        const T s = rotation.s;
         T* const next = start + (rotation.second - column) * stride;
         other.Read(next);
-        for (unsigned int v = 0; v < sizeof(Column) / sizeof(c); ++v) {
+        for (unsigned int v = 0; v < Column::count; ++v) {
             turned.vectors[v] = carried.vectors[v] * c + other.vectors[v] * s;
             carried.vectors[v] = other.vectors[v] * c - carried.vectors[v] * s;
         }
@@ -116,34 +112,15 @@ public:
     static constexpr unsigned int lanes = Lanes<T, Bytes>::count;
     static constexpr unsigned int rowCount = vectorCount * lanes;
 
-    /// Takes `width` columns from `first` on of the given rows, `present` of them. The last one fills the panel up.
-    CORVEX_ALWAYS_INLINE void Load(T* const* rows, unsigned int present, unsigned int first, unsigned int width)
+    /// Takes `width` columns from `first` on of the given rows, `present` of them, or gives them back. The last row
+    /// fills the panel up.
+    template <bool take>
+    CORVEX_ALWAYS_INLINE void Move(T* const* rows, unsigned int present, unsigned int first, unsigned int width)
     {
-        for (unsigned int v = 0; v < vectorCount; ++v) {
-            const T* from[lanes];
-            for (unsigned int lane = 0; lane < lanes; ++lane) {
-                const unsigned int r = v * lanes + lane;
-                from[lane] = rows[r < present ? r : present - 1] + first;
-            }
-            for (unsigned int j = 0; j < width; ++j) {
-                Vector column;
-                for (unsigned int lane = 0; lane < lanes; ++lane) column[lane] = from[lane][j];
-                elements[j][v] = column;
-            }
-        }
-    }
-
-    /// Gives the columns back to the rows that were taken.
-    CORVEX_ALWAYS_INLINE void Store(T* const* rows, unsigned int present, unsigned int column, unsigned int width) const
-    {
-        for (unsigned int v = 0; v < vectorCount; ++v) {
-            T* to[lanes];
-            for (unsigned int lane = 0; lane < lanes; ++lane) {
-                const unsigned int r = v * lanes + lane;
-                to[lane] = rows[r < present ? r : present - 1] + column;
-            }
-            for (unsigned int j = 0; j < width; ++j)
-                for (unsigned int lane = 0; lane < lanes; ++lane) to[lane][j] = elements[j][v][lane];
+        for (unsigned int r = 0; r < rowCount; r += 4) {
+            T* row[4];
+            for (unsigned int k = 0; k < 4; ++k) row[k] = rows[r + k < present ? r + k : present - 1] + first;
+            TurnFourRows<take>(row, reinterpret_cast<T*>(&elements[0][0]) + r, rowCount, width);
         }
     }
 
@@ -179,9 +156,9 @@ CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(const RotationSpan<T>& span, T*
     while (rowCount - from >= fewest) {
         const unsigned int left = rowCount - from;
         const unsigned int present = left < Panel::rowCount ? left : Panel::rowCount;
-        panel.Load(rows + from, present, span.lowest, width);
+        panel.template Move<true>(rows + from, present, span.lowest, width);
         panel.Apply(span.rotations, span.count, span.lowest);
-        panel.Store(rows + from, present, span.lowest, width);
+        panel.template Move<false>(rows + from, present, span.lowest, width);
         from += present;
     }
     return from;

@@ -14,6 +14,8 @@
 
 #include <CorvexMaths/Lanes.h>
 
+#include <cstddef>
+
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
@@ -188,6 +190,35 @@ CORVEX_ALWAYS_INLINE void Transpose(Lane (&x)[4])
     x[3] = __builtin_shufflevector(b, d, 2, 3, 6, 7);
 }
 
+/// Turns four rows of `width` elements into columns `stride` apart, the first at `column`, or back.
+template <bool take, class T, class Row>
+CORVEX_ALWAYS_INLINE void TurnFourRows(Row* const (&row)[4], T* column, std::size_t stride, unsigned int width)
+{
+    using Lane = typename Lanes<T, 4 * sizeof(T)>::Type;
+    unsigned int j = 0;
+    for (; width - j >= 4; j += 4, column += 4 * stride) {
+        Lane x[4];
+        for (unsigned int k = 0; k < 4; ++k)
+            x[k] = reinterpret_cast<const AnyAddress<Lane>*>(take ? row[k] + j : column + k * stride)->lane;
+        Transpose(x);
+        for (unsigned int k = 0; k < 4; ++k) {
+            if constexpr (take)
+                reinterpret_cast<AnyAddress<Lane>*>(column + k * stride)->lane = x[k];
+            else
+                reinterpret_cast<AnyAddress<Lane>*>(row[k] + j)->lane = x[k];
+        }
+    }
+    for (; j < width; ++j, column += stride) {
+        if constexpr (take) {
+            Lane x;
+            for (unsigned int k = 0; k < 4; ++k) x[k] = row[k][j];
+            reinterpret_cast<AnyAddress<Lane>*>(column)->lane = x;
+        } else {
+            for (unsigned int k = 0; k < 4; ++k) row[k][j] = column[k];
+        }
+    }
+}
+
 #ifdef CORVEX_WIDE_LANES
 /// The dot products of 4 rows with `values`. The rows are turned, four columns at a time, so that they lie side by side
 /// in a register and each sum still takes its terms one by one in the order of the columns.
@@ -202,11 +233,7 @@ CORVEX_WIDE_LANES __attribute__((noinline)) void DotRowsWide(T* const (&rows)[4]
         Lane x[4];
         for (unsigned int r = 0; r < 4; ++r) x[r] = reinterpret_cast<const AnyAddress<Lane>*>(rows[r] + j)->lane;
         Transpose(x);
-        for (unsigned int c = 0; c < 4; ++c) {
-            Lane factor;
-            Spread(factor, values[j + c]);
-            sums += x[c] * factor;
-        }
+        for (unsigned int c = 0; c < 4; ++c) sums += x[c] * values[j + c];
     }
     Store(products, sums);
     for (; j < count; ++j)

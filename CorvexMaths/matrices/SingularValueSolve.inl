@@ -3,7 +3,7 @@
 /// Linear systems through the decomposition: x = V W^-1 U-transposed b.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/SingularValueRows.inl>
+#include <CorvexMaths/matrices/SingularValuePanels.inl>
 #include <CorvexMaths/matrices/SingularValues.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 
@@ -15,9 +15,11 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// `SVDBackSubstitute` on whatever answers a row to an index.
-template <class T, class Rows>
-bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n)
+/// `SVDBackSubstitute` on whatever answers a row to an index. `below` holds further rows of U, which are complete only
+/// after no singular value has refused.
+template <class T, class Rows, class Below>
+bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n,
+                    const Below& below)
 {
     for (unsigned int i = 0; i < n; ++i)
         if (Numbers::IsZero(w[i][i], Numbers::commonTolerance<T>)) return false;
@@ -33,6 +35,7 @@ bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, uns
         }
         AddRows(block, scratch, width);
     });
+    below.AddRowProducts(b + m, scratch);
     for (unsigned int j = 0; j < n; ++j) scratch[j] = scratch[j] / w[j][j];
 
     // x = V scratch.
@@ -50,7 +53,7 @@ bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, uns
 template <class T>
 bool SVDBackSubstitute(T** u, T** w, T** v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n)
 {
-    return BackSubstitute(u, w, v, b, x, scratch, m, n);
+    return BackSubstitute(u, w, v, b, x, scratch, m, n, NoPanels());
 }
 
 template <class T>
@@ -63,17 +66,10 @@ bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const
     T* const solution = column + m;
     for (unsigned int c = 0; c < b.GetN(); ++c) {
         for (unsigned int r = 0; r < m; ++r) column[r] = b[r][c];
-        if (!BackSubstitute(u, w, v, column, solution, solution + n, m, n)) return false;
+        if (!BackSubstitute(u, w, v, column, solution, solution + n, m, n, NoPanels())) return false;
         for (unsigned int r = 0; r < n; ++r) (*x)[r][c] = solution[r];
     }
     return true;
-}
-
-template <class T>
-bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, const T* b, T* x, T* scratch)
-{
-    constexpr unsigned int iterationLimit = 30;
-    return a.SVD(u, w, v, iterationLimit) && BackSubstitute(*u, *w, *v, b, x, scratch, a.GetM(), a.GetN());
 }
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

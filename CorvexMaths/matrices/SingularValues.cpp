@@ -1,7 +1,6 @@
 #include <CorvexMaths/matrices/SingularValues.h>
 
 #include <CorvexMaths/matrices/SingularValueForms.inl>
-#include <CorvexMaths/matrices/SingularValueSolve.inl>
 
 #include <memory>
 
@@ -58,7 +57,7 @@ bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned in
     template bool TMatrixMxN<T>::SVD(TMatrixMxN*, TMatrixMxN*, TMatrixMxN*, unsigned int);                             \
     template bool Kernels::SVDSolveColumns(TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T>&, const TMatrixMxN<T>&,       \
                                            TMatrixMxN<T>*);                                                            \
-    template bool Kernels::SVDSolve(TMatrixMxN<T>&, TMatrixMxN<T>*, TMatrixMxN<T>*, TMatrixMxN<T>*, const T*, T*, T*);
+    template bool Kernels::SVDSolve(T*, const T*, T*, unsigned int, unsigned int);
 #define CORVEX_INSTANTIATE_FIXED_SVD(M, T, N)                                                                          \
     template bool SquareMatrixOperations<M, T, N>::SVD(M*, M*, M*, unsigned int) const;
 

@@ -4,6 +4,9 @@
 
 #include <CorvexMaths/Forward.h>
 
+#include <cstddef>
+#include <memory>
+
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
@@ -24,8 +27,29 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 template <class T>
 bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit);
 
+/// The bytes of a line of the cache.
+constexpr std::size_t lineBytes = 64;
+
+/// Room for panels: it begins a line of the cache, so that no register of a panel lies across two.
+template <class T>
+class PanelMemory
+{
+public:
+    /// Room for so many undefined values.
+    explicit PanelMemory(std::size_t count) : lines(new Line[(count + lineValues - 1) / lineValues]) {}
+    T* Get() const { return reinterpret_cast<T*>(lines.get()); }
+
+private:
+    static constexpr std::size_t lineValues = lineBytes / sizeof(T);
+    struct alignas(lineBytes) Line
+    {
+        T values[lineValues];
+    };
+    std::unique_ptr<Line[]> lines;
+};
+
 /// `w` and `v` of `SVDRows`, and its result, for the matrix of m rows of n elements, one behind the other in `rows`,
-/// less `shift` each. n is 1 to 4 and m no less than n; `scratch` has room for the matrix. U is not formed.
+/// less `shift` each. n is 1 to 4 and m no less than n; `scratch` is memory for the matrix. U is not formed.
 template <class T>
 bool SVDWithoutU(const T* rows, const T* shift, T* scratch, T** w, T** v, unsigned int m, unsigned int n,
                  unsigned int iterationLimit);
@@ -43,11 +67,10 @@ bool SVDBackSubstitute(T** u, T** w, T** v, const T* b, T* x, T* scratch, unsign
 template <class T>
 bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x);
 
-/// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. `u`, `w` and `v`
-/// receive the decomposition, so that a caller who solves again and again keeps their storage; `x` and `scratch` have
-/// as many elements as A has columns. False when the decomposition does not converge or a singular value counts as
-/// zero.
+/// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. A is m by n with
+/// n from 1 to 4, in panels, behind which its first rows stand one after the other, and is lost. False, with x untouched,
+/// when the decomposition does not converge or a singular value counts as zero.
 template <class T>
-bool SVDSolve(TMatrixMxN<T>& a, TMatrixMxN<T>* u, TMatrixMxN<T>* w, TMatrixMxN<T>* v, const T* b, T* x, T* scratch);
+bool SVDSolve(T* a, const T* b, T* x, unsigned int m, unsigned int n);
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

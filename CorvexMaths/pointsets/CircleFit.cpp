@@ -26,10 +26,6 @@ public:
     T a = T(0);
     T b = T(0);
     T r = T(0);
-    /// The residuals of the last step, from before it was taken.
-    T squares = T(0);
-    T lowest = Kernels::measureBeforeSteps<T>;
-    T highest = -Kernels::measureBeforeSteps<T>;
 
     explicit CircleFit(unsigned int pointCount)
         : count(pointCount),
@@ -39,17 +35,18 @@ public:
           system(pointCount)
     {}
 
-    void SetPoint(unsigned int i, const PlanePoint<T>& point)
+    /// Takes points to the axes e1 and e2 through an origin and makes the algebraic fit, linear in its unknowns:
+    /// 2 X a + 2 Y b - k = X^2 + Y^2, where k = a^2 + b^2 - r^2. It leaves k in r, which the first step corrects, the
+    /// residual being linear in r. False when it could not be solved.
+    bool FitAlgebraically(const TVector3<T>* points, const TVector3<T>& origin, const TVector3<T>& e1,
+                          const TVector3<T>& e2)
     {
-        x[i] = point.x;
-        y[i] = point.y;
-        SetRow(i, T(2) * point.x, T(2) * point.y, point.s);
-    }
-
-    /// The algebraic fit, linear in its unknowns: 2 X a + 2 Y b - k = X^2 + Y^2, where k = a^2 + b^2 - r^2. It leaves k
-    /// in r, which the first step corrects, the residual being linear in r. False when it could not be solved.
-    bool FitAlgebraically()
-    {
+        system.Fill([=, x = x, y = y](unsigned int i) {
+            const PlanePoint<T> point(points[i] - origin, e1, e2);
+            x[i] = point.x;
+            y[i] = point.y;
+            return Row{{T(2) * point.x, T(2) * point.y}, point.s};
+        });
         if (!system.Solve()) return false;
         a = system.solution[0];
         b = system.solution[1];
@@ -82,35 +79,40 @@ public:
         return false;
     }
 
-private:
-    /// Fills the system of a step and tallies the residuals.
-    void Linearise()
+    /// The residuals of the last step, from before it was taken, as far as they are asked for. They are the negative
+    /// right sides of its system, which solving it leaves alone.
+    void Tally(T* spread, T* squares) const
     {
-        squares = T(0);
-        lowest = Kernels::measureBeforeSteps<T>;
-        highest = -Kernels::measureBeforeSteps<T>;
-        for (unsigned int i = 0; i < count; ++i) {
-            const T dx = x[i] - a;
-            const T dy = y[i] - b;
-            const T length = Numbers::SquareRoot(dx * dx + dy * dy);
-            const T residual = length - r;
-            SetRow(i, -dx / length, -dy / length, -residual);
-            squares += residual * residual;
+        T sum = T(0);
+        T lowest = Kernels::measureBeforeSteps<T>;
+        T highest = -Kernels::measureBeforeSteps<T>;
+        for (unsigned int i = 0; i < residualCount; ++i) {
+            const T residual = -system.GetRight(i);
+            sum += residual * residual;
             if (residual < lowest) lowest = residual;
             if (residual > highest) highest = residual;
         }
+        if (squares != nullptr) *squares = sum;
+        if (spread != nullptr) *spread = highest - lowest;
     }
 
-    void SetRow(unsigned int i, T first, T second, T right)
+private:
+    using Row = typename Kernels::LeastSquares<T, 3>::Row;
+
+    /// Fills the system of a step.
+    void Linearise()
     {
-        T* const row = system[i];
-        row[0] = first;
-        row[1] = second;
-        row[2] = T(-1);
-        system.Right(i) = right;
+        system.Fill([x = x, y = y, a = a, b = b, r = r](unsigned int i) {
+            const T dx = x[i] - a;
+            const T dy = y[i] - b;
+            const T length = Numbers::SquareRoot(dx * dx + dy * dy);
+            return Row{{-dx / length, -dy / length}, -(length - r)};
+        });
+        residualCount = count;
     }
 
     unsigned int count;
+    unsigned int residualCount = 0;
     std::unique_ptr<T[]> buffer;
     T* x;
     T* y;
@@ -138,15 +140,14 @@ bool TCircle3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T t
 
     // 2. The circle in these axes: a linear fit, then steps on the distances.
     CircleFit<T> fit(count);
-    for (unsigned int i = 0; i < count; ++i) fit.SetPoint(i, PlanePoint<T>(points[i] - plane.point, e1, e2));
-    const bool isFitted = fit.FitAlgebraically() && fit.Refine(tolerance, iterations);
+    const bool isFitted =
+        fit.FitAlgebraically(points.GetStream(), plane.point, e1, e2) && fit.Refine(tolerance, iterations);
 
     // 3. The result, whatever came of the steps.
     radius = fit.r;
     centre = plane.point + e1 * fit.a + e2 * fit.b;
     normal = plane.normal;
-    if (squares != nullptr) *squares = fit.squares;
-    if (spread != nullptr) *spread = fit.highest - fit.lowest;
+    if (spread != nullptr || squares != nullptr) fit.Tally(spread, squares);
     return isFitted;
 }
 

@@ -2,12 +2,15 @@
 
 /// What the fits of circles and spheres share: the linear system of a Gauss-Newton step. Internal to the library.
 
+#include <CorvexMaths/matrices/SingularValuePanels.inl>
 #include <CorvexMaths/matrices/SingularValues.h>
-#include <CorvexMaths/matrices/TMatrixMxN.h>
 
-#include <memory>
+#include <cstddef>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+namespace
 {
 
 /// Where the measures of a fit's steps start: the step before the first one, above any real measure, and the first one,
@@ -22,7 +25,7 @@ template <>
 inline constexpr float measureOfNoStep<float> = 1e29f;
 
 /// A linear system of N unknowns, one row for each point, that is filled and solved again and again in the same
-/// storage.
+/// storage. The coefficient of the last unknown is -1 in all rows.
 template <class T, unsigned int N>
 class LeastSquares
 {
@@ -31,24 +34,59 @@ public:
     T solution[N] = {};
 
     /// A system of undefined elements.
-    explicit LeastSquares(unsigned int rowCount) : matrix(rowCount, N), rightSide(new T[rowCount]) {}
+    explicit LeastSquares(unsigned int rowCount)
+        : count(rowCount),
+          memory(std::size_t(rowCount) * (N + 1)),
+          matrix(memory.Get()),
+          right(matrix + std::size_t(rowCount) * N)
+    {}
 
-    /// The N coefficients of a row.
-    T* operator[](unsigned int row) { return matrix[row]; }
+    /// What differs from row to row.
+    struct Row
+    {
+        T coefficients[N - 1];
+        T right;
+    };
+
+    /// Sets row i to rowOf(i) for all rows, in no order and several at once.
+    template <class RowOf>
+    void Fill(RowOf rowOf)
+    {
+        const unsigned int head = HeadRows(count, N);
+        T* const headRows = right - head * N;
+        for (unsigned int i = 0; i < head; ++i) SetRow(headRows + i * N, 1, right + i, rowOf(i));
+        unsigned int first = head;
+        ForPanels(matrix, count - head, N, &first, [&](T* panel, unsigned int rowCount, unsigned int& from) {
+            // Copies, so that what they hold stays in registers while rows are written.
+            const RowOf held = rowOf;
+            T* const rights = right + from;
+            CORVEX_INDEPENDENT_STEPS
+            for (unsigned int r = 0; r < rowCount; ++r) SetRow(panel + r, rowCount, rights + r, held(from + r));
+            from += rowCount;
+        });
+    }
+
     /// The right side of a row.
-    T& Right(unsigned int row) { return rightSide[row]; }
+    T GetRight(unsigned int row) const { return right[row]; }
 
-    /// Solves in the sense of least squares. False, with the old solution kept, when the decomposition does not
-    /// converge or a singular value is zero within the common tolerance.
-    bool Solve() { return SVDSolve(matrix, &u, &w, &v, rightSide.get(), solution, scratch); }
+    /// Solves in the sense of least squares; the coefficients are lost. False, with the old solution kept, when the
+    /// decomposition does not converge or a singular value is zero within the common tolerance.
+    bool Solve() { return SVDSolve<T>(matrix, right, solution, count, N); }
 
 private:
-    TMatrixMxN<T> matrix;
-    std::unique_ptr<T[]> rightSide;
-    TMatrixMxN<T> u;
-    TMatrixMxN<T> w;
-    TMatrixMxN<T> v;
-    T scratch[N];
+    static void SetRow(T* elements, unsigned int step, T* rightSide, const Row& row)
+    {
+        for (unsigned int j = 0; j + 1 < N; ++j) elements[j * step] = row.coefficients[j];
+        elements[(N - 1) * step] = T(-1);
+        *rightSide = row.right;
+    }
+
+    unsigned int count;
+    PanelMemory<T> memory;
+    T* matrix;
+    T* right;
 };
+
+} // namespace
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

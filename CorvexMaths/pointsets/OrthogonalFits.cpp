@@ -7,7 +7,7 @@
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/primitives/TPlane.h>
 
-#include <memory>
+#include <cstddef>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -28,11 +28,11 @@ public:
     {
         constexpr unsigned int iterationLimit = 30;
         const unsigned int count = points.GetCount();
-        const std::unique_ptr<T[]> scratch(new T[std::size_t(3) * count]);
+        const Kernels::PanelMemory<T> scratch(std::size_t(3) * count);
         *centre = points.GetCentre();
         T* wRows[] = {w[0], w[1], w[2]};
         T* vRows[] = {v[0], v[1], v[2]};
-        return Kernels::SVDWithoutU<T>(ValuesOf<T, TVector3>(points), *centre, scratch.get(), wRows, vRows, count, 3,
+        return Kernels::SVDWithoutU<T>(ValuesOf<T, TVector3>(points), *centre, scratch.Get(), wRows, vRows, count, 3,
                                        iterationLimit);
     }
 

@@ -68,7 +68,7 @@ class SphereFit
 {
 public:
     SphereFit(const TPointSet<T, TVector3>& set, TVector4<T>& result)
-        : points(set.GetStream()), count(set.GetCount()), sphere(result), system(count)
+        : points(set.GetStream()), sphere(result), system(set.GetCount())
     {
         SetCentre(set.GetCentre());
     }
@@ -77,11 +77,11 @@ public:
     ///   2 d . u - k = |d|^2,  where u = the step of the centre and k = |u|^2 - r^2.
     bool FitAlgebraically()
     {
-        const TVector3<T> centre = sphere;
-        for (unsigned int i = 0; i < count; ++i) {
-            const TVector3<T> d = points[i] - centre;
-            SetRow(i, d * T(2), d.GetLengthSquared());
-        }
+        // Component by component, for the compiler to take several points at once.
+        system.Fill([p = points, x = sphere.x, y = sphere.y, z = sphere.z](unsigned int i) {
+            const T dx = p[i].x - x, dy = p[i].y - y, dz = p[i].z - z;
+            return Row{{dx * T(2), dy * T(2), dz * T(2)}, dx * dx + dy * dy + dz * dz};
+        });
         if (!system.Solve()) return false;
 
         const TVector3<T> step = GetStep();
@@ -102,11 +102,11 @@ public:
         for (unsigned int pass = 1; pass <= iterations && last > measure; ++pass) {
             last = measure;
             const TVector3<T> centre = sphere;
-            for (unsigned int i = 0; i < count; ++i) {
-                const TVector3<T> d = centre - points[i];
-                const T length = d.GetLength();
-                SetRow(i, d / length, sphere.w - length);
-            }
+            system.Fill([p = points, x = sphere.x, y = sphere.y, z = sphere.z, radius = sphere.w](unsigned int i) {
+                const T dx = x - p[i].x, dy = y - p[i].y, dz = z - p[i].z;
+                const T length = Numbers::SquareRoot(dx * dx + dy * dy + dz * dz);
+                return Row{{dx / length, dy / length, dz / length}, radius - length};
+            });
             if (!system.Solve()) return false;
 
             // A step that is too small to count is not taken.
@@ -120,20 +120,12 @@ public:
     }
 
 private:
+    using Row = typename Kernels::LeastSquares<T, 4>::Row;
+
     TVector3<T> GetStep() const { return TVector3<T>(system.solution); }
     void SetCentre(const TVector3<T>& centre) { sphere = TVector4<T>(centre.x, centre.y, centre.z, sphere.w); }
-    void SetRow(unsigned int i, const TVector3<T>& coefficients, T right)
-    {
-        T* const row = system[i];
-        row[0] = coefficients.x;
-        row[1] = coefficients.y;
-        row[2] = coefficients.z;
-        row[3] = T(-1);
-        system.Right(i) = right;
-    }
 
     const TVector3<T>* points;
-    unsigned int count;
     TVector4<T>& sphere;
     Kernels::LeastSquares<T, 4> system;
 };

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <new>
 #include <random>
 
@@ -25,34 +26,61 @@ struct Tally
 
 Tally tally;
 
-/// In front of each block, its size; as wide as the strictest alignment that plain operator new promises.
-constexpr std::size_t headerSize = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+/// What stands in front of each block.
+struct Header
+{
+    std::size_t size;
+    void* memory;
+};
+
+void* Allocate(std::size_t size, std::size_t alignment)
+{
+    void* const memory = std::malloc(size + sizeof(Header) + alignment);
+    if (memory == nullptr) throw std::bad_alloc();
+    void* block = static_cast<Header*>(memory) + 1;
+    std::size_t room = size + alignment;
+    std::align(alignment, size, block, room);
+    static_cast<Header*>(block)[-1] = {size, memory};
+    ++tally.allocations;
+    tally.bytes += size;
+    tally.held += size;
+    tally.peak = std::max(tally.peak, tally.held);
+    return block;
+}
+
+void Free(void* block)
+{
+    if (block == nullptr) return;
+    const Header header = static_cast<Header*>(block)[-1];
+    tally.held -= header.size;
+    std::free(header.memory);
+}
 
 } // namespace
 
 void* operator new(std::size_t size)
 {
-    char* const block = static_cast<char*>(std::malloc(size + headerSize));
-    if (block == nullptr) throw std::bad_alloc();
-    *reinterpret_cast<std::size_t*>(block) = size;
-    ++tally.allocations;
-    tally.bytes += size;
-    tally.held += size;
-    tally.peak = std::max(tally.peak, tally.held);
-    return block + headerSize;
+    return Allocate(size, __STDCPP_DEFAULT_NEW_ALIGNMENT__);
 }
-
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    return Allocate(size, static_cast<std::size_t>(alignment));
+}
 void operator delete(void* memory) noexcept
 {
-    if (memory == nullptr) return;
-    char* const block = static_cast<char*>(memory) - headerSize;
-    tally.held -= *reinterpret_cast<std::size_t*>(block);
-    std::free(block);
+    Free(memory);
 }
-
 void operator delete(void* memory, std::size_t) noexcept
 {
-    operator delete(memory);
+    Free(memory);
+}
+void operator delete(void* memory, std::align_val_t) noexcept
+{
+    Free(memory);
+}
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept
+{
+    Free(memory);
 }
 
 namespace

@@ -365,6 +365,7 @@ public:
     using Rows = Eigen::Matrix<double, N, Eigen::Dynamic>; // A point to a column.
 
     Centre centre;
+    double k = 0;
     double radius = 0;
 
     /// 2 p . c - k = |p|^2, where k = |c|^2 - r^2.
@@ -375,7 +376,8 @@ public:
         right = points.colwise().squaredNorm().transpose();
         const Solution solution = Solve();
         centre = solution.template head<N>();
-        radius = std::sqrt(centre.squaredNorm() - solution(N));
+        k = solution(N);
+        radius = std::sqrt(centre.squaredNorm() - k);
     }
 
     /// Steps on the distances until `measure` of a step says that it is the last.
@@ -452,6 +454,9 @@ Work EigenCircleFit(const Array<double>& points, double tolerance, int steps)
                 const Eigen::Matrix<double, 2, Eigen::Dynamic> plane =
                     (axes.centred * axes.vectors.leftCols<2>()).transpose();
                 RoundFit<2> fit(plane);
+                // From where our fit starts, so that both take two steps. The residual is linear in the radius, so any
+                // start leads to the same circle, but here the measure of the first step holds its way from there.
+                fit.radius = fit.k;
                 double last = 1e30;
                 fit.Refine(steps, [&](Eigen::Vector2d* centre, double* radius, const Eigen::Vector2d& step, double dr) {
                     *centre += step;

@@ -108,6 +108,39 @@ TYPED_TEST(SingularValues, HaveTheBitsOfThePlainFormWithoutU)
     }
 }
 
+// A tall system is solved from its panels, with no U: the bits are those of the plain form and its U.
+TYPED_TEST(SingularValues, SolveTallSystemsWithTheBitsOfThePlainForm)
+{
+    using T = TypeParam;
+    std::mt19937 random(80);
+    SCOPED_TRACE("seed 80");
+    unsigned int solved = 0;
+    for (auto const& [m, n] : {std::pair{2u, 4u}, {4u, 4u}, {18u, 3u}, {20u, 4u}, {19u, 2u}, {17u, 1u}, {215u, 4u}}) {
+        for (auto const content : contents) {
+            TMatrixMxN<T> a(m, n), b(m, 1);
+            Fill(a, content, random);
+            Fill(b, "uniform", random);
+            Kernels::PanelMemory<T> const memory(std::size_t(m) * n);
+            unsigned int const head = Kernels::HeadRows(m, n), rest = m - head;
+            for (unsigned int i = 0; i < m; ++i) {
+                unsigned int const first = (i - head) / Kernels::longestPanel * Kernels::longestPanel;
+                unsigned int const count = std::min(rest - first, Kernels::longestPanel);
+                for (unsigned int j = 0; j < n; ++j)
+                    memory.Get()[i < head ? (rest + i) * n + j : first * n + j * count + i - head - first] = a[i][j];
+            }
+            Rows<T> u(a), w(n, n), v(n, n);
+            std::vector<T> work(n), x(n, T(7)), plain(x);
+            bool const isSolved = Plain::SVDRows(*u, *w, *v, work.data(), m, n, 30) &&
+                                  Plain::BackSubstitute(*u, *w, *v, b[0], plain.data(), work.data(), m, n);
+            EXPECT_EQ(Kernels::SVDSolve<T>(memory.Get(), b[0], x.data(), m, n), isSolved);
+            EXPECT_TRUE(std::equal(x.begin(), x.end(), plain.begin(), SameBits<T>))
+                << m << ", " << n << ", " << content;
+            solved += isSolved;
+        }
+    }
+    EXPECT_GT(solved, 20u);
+}
+
 TYPED_TEST(SingularValues, RebuildTheMatrixFromOrthonormalFactors)
 {
     using T = TypeParam;
@@ -187,11 +220,10 @@ TYPED_TEST(SingularValues, RefuseToSolveWhenOneOfThemCountsAsZero)
         EXPECT_TRUE(x[0][0] == (solves ? T(1) : T(7)) && x[1][1] == (solves ? T(1) / value : T(7))) << value;
     }
     // The straight line y = 3 + 2 x through four points, and columns that leave the slope open.
-    auto line = Make<T>(4, 2, {1, 0, 1, 1, 1, 2, 1, 3}), open = Make<T>(4, 2, {1, 1, 2, 2, 3, 3, 4, 4});
-    TMatrixMxN<T> u, w, v;
+    T line[] = {1, 0, 1, 1, 1, 2, 1, 3}, open[] = {1, 1, 2, 2, 3, 3, 4, 4};
     T const b[] = {T(3), T(5), T(7), T(9)}, tolerance = T(100) * std::numeric_limits<T>::epsilon();
-    T x[2], scratch[2];
-    EXPECT_TRUE(Kernels::SVDSolve(line, &u, &w, &v, b, x, scratch));
+    T x[2];
+    EXPECT_TRUE(Kernels::SVDSolve(line, b, x, 4, 2));
     EXPECT_TRUE(std::fabs(x[0] - 3) < tolerance && std::fabs(x[1] - 2) < tolerance);
-    EXPECT_FALSE(Kernels::SVDSolve(open, &u, &w, &v, b, x, scratch));
+    EXPECT_FALSE(Kernels::SVDSolve(open, b, x, 4, 2));
 }
