@@ -40,8 +40,8 @@ constexpr bool GoesInPanels(unsigned int m, unsigned int n)
     return n > 0 && n <= mostPanelColumns && m >= 64 && m >= 4 * n;
 }
 
-/// The most rows of a panel. Were it a power of two, columns would lie 4 KiB apart, where the processor takes a load for
-/// one that waits for a store.
+/// The most rows of a panel. Were it a power of two, columns would lie 4 KiB apart, where the processor takes a load
+/// for one that waits for a store.
 constexpr unsigned int longestPanel = 3 * stripRows;
 
 /// The number of rows in the head: those that steps from the right reflect, and what fills no strip.
@@ -252,10 +252,8 @@ public:
         T unused[mostPanelColumns] = {};
         AddUp(sums != nullptr ? sums : unused, width + 1, [=](T* panel, unsigned int count, auto columns, auto& held) {
             T* const x = panel + std::size_t(i) * count;
-            for (unsigned int r = 0; r < count; r += stripRows) {
-                UpdateStrip(x + r, count, factors, columns, g);
-                if (sums != nullptr) held.Add(x + r - count, x + r, count, stripRows);
-            }
+            for (unsigned int r = 0; r < count; r += stripRows) UpdateStrip(x + r, count, factors, columns, g);
+            if (sums != nullptr) held.Add(x - count, x, count, count);
         });
     }
 

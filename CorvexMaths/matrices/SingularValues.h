@@ -49,7 +49,8 @@ private:
 };
 
 /// `w` and `v` of `SVDRows`, and its result, for the matrix of m rows of n elements, one behind the other in `rows`,
-/// less `shift` each. n is 1 to 4 and m no less than n; `scratch` is memory for the matrix. U is not formed.
+/// less `shift` each. n is 1 to 4 and m no less than n; `scratch` is room for the matrix, best `PanelMemory`. U is
+/// not formed.
 template <class T>
 bool SVDWithoutU(const T* rows, const T* shift, T* scratch, T** w, T** v, unsigned int m, unsigned int n,
                  unsigned int iterationLimit);
@@ -68,8 +69,8 @@ template <class T>
 bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x);
 
 /// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. A is m by n with
-/// n from 1 to 4, in panels, behind which its first rows stand one after the other, and is lost. False, with x untouched,
-/// when the decomposition does not converge or a singular value counts as zero.
+/// n from 1 to 4, in panels, behind which its first rows stand one after the other. It is lost; U is not formed. False,
+/// with x untouched, when the decomposition does not converge or a singular value counts as zero.
 template <class T>
 bool SVDSolve(T* a, const T* b, T* x, unsigned int m, unsigned int n);
 

@@ -11,8 +11,8 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 ///
 /// The lines of two edges cross as TLine2::IntersectWith finds it, at the common tolerance, and the point must pass
 /// TEdge2::IsWithin of both. The search gives exactly the bits and decisions of those tests; it computes once what
-/// depends on one edge alone, works on several pairs at a time, and passes over blocks of edges that lie further off than
-/// rounding can reach.
+/// depends on one edge alone, works on several pairs at a time, and passes over blocks of edges that lie further off
+/// than rounding can reach.
 template <class T>
 class CrossingSearch
 {

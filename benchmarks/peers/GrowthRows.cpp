@@ -55,7 +55,7 @@ const Registration growthRows([] {
         "hull, a point", {100, 1000, 10000, 100000, 1000000},
         [](std::size_t count) { return OurHull(MakeCloud(count, false)); }, Each);
     AddSizes(
-        "offset, a vertex", {30, 100, 300, 1000, 3000},
+        "offset, a vertex", {30, 100, 300, 1000, 3000, 10000},
         [](std::size_t count) { return OurOffset(MakeGear(count, 0), 5); }, Each);
     AddSizes(
         "containment, a side", {10, 100, 1000, 10000},

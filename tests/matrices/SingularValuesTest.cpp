@@ -121,10 +121,9 @@ TYPED_TEST(SingularValues, SolveTallSystemsWithTheBitsOfThePlainForm)
             Fill(a, content, random);
             Fill(b, "uniform", random);
             Kernels::PanelMemory<T> const memory(std::size_t(m) * n);
-            unsigned int const head = Kernels::HeadRows(m, n), rest = m - head;
+            unsigned int const head = Kernels::HeadRows(m, n), rest = m - head, longest = Kernels::longestPanel;
             for (unsigned int i = 0; i < m; ++i) {
-                unsigned int const first = (i - head) / Kernels::longestPanel * Kernels::longestPanel;
-                unsigned int const count = std::min(rest - first, Kernels::longestPanel);
+                unsigned int const first = (i - head) / longest * longest, count = std::min(rest - first, longest);
                 for (unsigned int j = 0; j < n; ++j)
                     memory.Get()[i < head ? (rest + i) * n + j : first * n + j * count + i - head - first] = a[i][j];
             }
@@ -133,8 +132,7 @@ TYPED_TEST(SingularValues, SolveTallSystemsWithTheBitsOfThePlainForm)
             bool const isSolved = Plain::SVDRows(*u, *w, *v, work.data(), m, n, 30) &&
                                   Plain::BackSubstitute(*u, *w, *v, b[0], plain.data(), work.data(), m, n);
             EXPECT_EQ(Kernels::SVDSolve<T>(memory.Get(), b[0], x.data(), m, n), isSolved);
-            EXPECT_TRUE(std::equal(x.begin(), x.end(), plain.begin(), SameBits<T>))
-                << m << ", " << n << ", " << content;
+            EXPECT_TRUE(std::equal(x.begin(), x.end(), plain.begin(), SameBits<T>)) << m << " by " << n << content;
             solved += isSolved;
         }
     }
