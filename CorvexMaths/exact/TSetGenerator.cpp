@@ -1,6 +1,6 @@
 #include <CorvexMaths/exact/TSetGenerator.h>
 
-#include <CorvexMaths/Owners.h>
+#include <CorvexMaths/internal/Owners.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

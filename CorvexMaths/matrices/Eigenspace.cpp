@@ -13,8 +13,8 @@
 // latency is nearly all of the time at small orders.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/Kernels.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
+#include <CorvexMaths/matrices/internal/Kernels.h>
 
 #include <memory>
 #include <type_traits>

@@ -1,9 +1,9 @@
-#include <CorvexMaths/matrices/Crout.h>
-#include <CorvexMaths/matrices/Kernels.h>
 #include <CorvexMaths/matrices/TMatrix2x2.h>
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 #include <CorvexMaths/matrices/TMatrix4x4.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
+#include <CorvexMaths/matrices/internal/Crout.h>
+#include <CorvexMaths/matrices/internal/Kernels.h>
 
 /// What the fixed matrices do not do inline, and their one compilation.
 

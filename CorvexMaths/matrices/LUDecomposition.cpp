@@ -1,6 +1,6 @@
-#include <CorvexMaths/matrices/Crout.h>
-#include <CorvexMaths/matrices/Kernels.h>
-#include <CorvexMaths/matrices/PanelSolve.h>
+#include <CorvexMaths/matrices/internal/Crout.h>
+#include <CorvexMaths/matrices/internal/Kernels.h>
+#include <CorvexMaths/matrices/internal/PanelSolve.h>
 
 #include <cstddef>
 #include <memory>

@@ -1,6 +1,6 @@
-#include <CorvexMaths/matrices/Crout.h>
-#include <CorvexMaths/matrices/Kernels.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
+#include <CorvexMaths/matrices/internal/Crout.h>
+#include <CorvexMaths/matrices/internal/Kernels.h>
 
 #include <cstddef>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 /// Extension of a box by many points at once, in lanes.
 
-#include <CorvexMaths/Lanes.h>
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/primitives/TBox.h>
 
 #include <cstddef>

@@ -1,11 +1,11 @@
 // The fit of a circle in space to points.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/pointsets/LeastSquares.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
-#include <CorvexMaths/primitives/PlanePoint.h>
+#include <CorvexMaths/pointsets/internal/LeastSquares.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TPlane.h>
+#include <CorvexMaths/primitives/internal/PlanePoint.h>
 
 #include <cstddef>
 #include <memory>

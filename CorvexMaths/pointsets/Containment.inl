@@ -2,9 +2,9 @@
 
 /// Point sets as closed outlines in the x-y plane: containment by crossing count, and where an edge meets the outline.
 
-#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/primitives/TEdge.h>

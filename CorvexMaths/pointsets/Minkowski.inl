@@ -3,7 +3,7 @@
 /// Minkowski sums and differences of point sets.
 
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/containers/ExactClass.h>
+#include <CorvexMaths/containers/internal/ExactClass.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 

@@ -1,7 +1,7 @@
 // The orthogonal fits of a line and of a plane to points.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/SingularValues.h>
+#include <CorvexMaths/matrices/decomposition/SingularValues.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/primitives/TLine.h>

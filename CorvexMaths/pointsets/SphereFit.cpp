@@ -2,8 +2,8 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/TMatrix4x4.h>
-#include <CorvexMaths/pointsets/LeastSquares.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
+#include <CorvexMaths/pointsets/internal/LeastSquares.h>
 #include <CorvexMaths/primitives/TSphere.h>
 
 #include <cmath>

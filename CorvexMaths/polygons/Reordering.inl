@@ -1,6 +1,6 @@
 // The reordering of polygons; included by TPolygon.cpp alone.
 
-#include <CorvexMaths/polygons/NearestSides.h>
+#include <CorvexMaths/polygons/internal/NearestSides.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

@@ -1,6 +1,6 @@
 // The thinning of polygons; included by TPolygon.cpp alone.
 
-#include <CorvexMaths/containers/ExactClass.h>
+#include <CorvexMaths/containers/internal/ExactClass.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

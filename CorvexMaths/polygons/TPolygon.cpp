@@ -2,10 +2,10 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/polygons/CrossingSearch.h>
-#include <CorvexMaths/polygons/DistanceKernels.h>
-#include <CorvexMaths/polygons/DuplicateSearch.h>
-#include <CorvexMaths/polygons/OffsetKernels.h>
+#include <CorvexMaths/polygons/internal/CrossingSearch.h>
+#include <CorvexMaths/polygons/internal/DistanceKernels.h>
+#include <CorvexMaths/polygons/internal/DuplicateSearch.h>
+#include <CorvexMaths/polygons/internal/OffsetKernels.h>
 
 #include <algorithm>
 #include <cstddef>

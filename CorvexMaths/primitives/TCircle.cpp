@@ -1,12 +1,12 @@
 #include <CorvexMaths/primitives/TCircle.h>
 
-#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/TList.h>
-#include <CorvexMaths/primitives/PlanePoint.h>
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
+#include <CorvexMaths/primitives/internal/PlanePoint.h>
 
 #include <algorithm>
 #include <cmath>

@@ -2,9 +2,9 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/primitives/Revolution.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TLine.h>
+#include <CorvexMaths/primitives/internal/Revolution.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

@@ -1,9 +1,9 @@
 #include <CorvexMaths/primitives/TCylinder.h>
 
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/primitives/Revolution.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TLine.h>
+#include <CorvexMaths/primitives/internal/Revolution.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

@@ -2,10 +2,10 @@
 
 /// The products of TCRSMatrixMxN. Internal; compiled by TCRSMatrixMxN.cpp alone.
 
-#include <CorvexMaths/sparse/ColumnWalk.h>
-#include <CorvexMaths/sparse/RowSums.h>
 #include <CorvexMaths/sparse/TMatrixFragment.h>
-#include <CorvexMaths/sparse/ThreadingRuntime.h>
+#include <CorvexMaths/sparse/internal/ColumnWalk.h>
+#include <CorvexMaths/sparse/internal/RowSums.h>
+#include <CorvexMaths/sparse/internal/ThreadingRuntime.h>
 
 #include <cstddef>
 

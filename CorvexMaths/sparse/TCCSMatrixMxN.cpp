@@ -1,4 +1,4 @@
-#include <CorvexMaths/Owners.h>
+#include <CorvexMaths/internal/Owners.h>
 #include <CorvexMaths/sparse/TCCSMatrixMxN.h>
 
 #include <cstddef>

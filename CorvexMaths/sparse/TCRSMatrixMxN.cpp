@@ -1,8 +1,8 @@
-#include <CorvexMaths/Owners.h>
+#include <CorvexMaths/internal/Owners.h>
 #include <CorvexMaths/sparse/Products.inl>
-#include <CorvexMaths/sparse/RowRange.h>
 #include <CorvexMaths/sparse/TCCSMatrixMxN.h>
 #include <CorvexMaths/sparse/TCRSMatrixMxN.h>
+#include <CorvexMaths/sparse/internal/RowRange.h>
 
 #include <cstddef>
 

@@ -9,8 +9,8 @@
 /// where a span or a term that is zero within the common tolerance gives 0. For ordinary knots all but `order` of the
 /// functions are 0, and the recursion need not visit those; for any others it sweeps over all of them.
 
-#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 /// The least-squares fit of a B-spline.
 
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/matrices/SingularValues.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
+#include <CorvexMaths/matrices/decomposition/SingularValues.h>
 #include <CorvexMaths/splines/Knots.inl>
 #include <CorvexMaths/splines/TBSpline.h>
 

@@ -4,9 +4,9 @@
 #include <CorvexMaths/vectors/TVector3.h>
 #include <CorvexMaths/vectors/TVector4.h>
 
-#include <CorvexMaths/matrices/Kernels.h>
 #include <CorvexMaths/matrices/TMatrix2x2.h>
 #include <CorvexMaths/matrices/TMatrix3x3.h>
+#include <CorvexMaths/matrices/internal/Kernels.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

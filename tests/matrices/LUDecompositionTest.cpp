@@ -1,7 +1,7 @@
 #include "Samples.h"
 #include "tests/support/plain/PlainLU.h"
 
-#include <CorvexMaths/matrices/PanelSolve.h>
+#include <CorvexMaths/matrices/internal/PanelSolve.h>
 
 using namespace CorvexTest;
 using namespace CorvexTest::Maths;

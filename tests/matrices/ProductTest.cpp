@@ -1,7 +1,7 @@
 #include "Samples.h"
 #include "tests/support/plain/PlainProduct.h"
 
-#include <CorvexMaths/matrices/ProductTiles.h>
+#include <CorvexMaths/matrices/internal/ProductTiles.h>
 
 using namespace CorvexTest;
 namespace Kernels = Halmont::Orrin::CorvexMaths::Kernels;

@@ -1,8 +1,8 @@
 #include "Samples.h"
 #include "tests/support/plain/PlainSVD.h"
 
-#include <CorvexMaths/matrices/SingularValueForms.inl>
-#include <CorvexMaths/matrices/SingularValueSolve.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueForms.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueSolve.inl>
 
 using namespace CorvexTest;
 using namespace CorvexTest::Maths;

@@ -2,7 +2,7 @@
 
 /// The search for the point of a cloud that lies nearest to an outline, as the outline grows through the cloud.
 
-#include <CorvexMaths/polygons/EdgeColumns.h>
+#include <CorvexMaths/polygons/internal/EdgeColumns.h>
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include <CorvexMaths/polygons/CrossingSearch.h>
+#include <CorvexMaths/polygons/internal/CrossingSearch.h>
 
 #include <algorithm>
 #include <limits>

@@ -2,7 +2,7 @@
 
 /// The search for self-crossings of an outline, on which the trimming of polygons spends its time.
 
-#include <CorvexMaths/polygons/EdgeColumns.h>
+#include <CorvexMaths/polygons/internal/EdgeColumns.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -3,9 +3,9 @@
 /// Linear systems through the decomposition: x = V W^-1 U-transposed b.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/SingularValuePanels.inl>
-#include <CorvexMaths/matrices/SingularValues.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
+#include <CorvexMaths/matrices/decomposition/SingularValuePanels.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
 #include <memory>
 

@@ -1,6 +1,6 @@
-#include <CorvexMaths/matrices/SingularValues.h>
+#include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
-#include <CorvexMaths/matrices/SingularValueForms.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueForms.inl>
 
 #include <memory>
 

@@ -12,7 +12,7 @@
 #define CORVEX_INDEPENDENT_STEPS _Pragma("GCC ivdep")
 #endif
 
-#include <CorvexMaths/Lanes.h>
+#include <CorvexMaths/internal/Lanes.h>
 
 #include <cstddef>
 

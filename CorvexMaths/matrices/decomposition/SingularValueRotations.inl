@@ -7,7 +7,7 @@
 /// vector registers. Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is
 /// not a plain copy for infinities, NaNs and zeros of either sign.
 
-#include <CorvexMaths/matrices/SingularValueRows.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueRows.inl>
 
 #include <cstddef>
 

@@ -1,7 +1,7 @@
-#include <CorvexMaths/polygons/DuplicateSearch.h>
+#include <CorvexMaths/polygons/internal/DuplicateSearch.h>
 
-#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/internal/Lanes.h>
 
 #include <algorithm>
 #include <cmath>

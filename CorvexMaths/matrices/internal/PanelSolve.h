@@ -7,7 +7,7 @@
 /// of `Width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them
 /// is a sum of its own in the stated order.
 
-#include <CorvexMaths/Lanes.h>
+#include <CorvexMaths/internal/Lanes.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -3,14 +3,14 @@
 /// The forms of the decomposition: of rows, of a tall matrix in panels, of one whose U is not asked for, and of one of
 /// which only the solution of a system is.
 
-#include <CorvexMaths/matrices/SingularValues.h>
+#include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
 // The steps, each in a file of its own.
-#include <CorvexMaths/matrices/SingularValueAccumulation.inl>
-#include <CorvexMaths/matrices/SingularValueIteration.inl>
-#include <CorvexMaths/matrices/SingularValuePanels.inl>
-#include <CorvexMaths/matrices/SingularValueReduction.inl>
-#include <CorvexMaths/matrices/SingularValueSolve.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueAccumulation.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueIteration.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValuePanels.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueReduction.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueSolve.inl>
 
 #include <cstdint>
 

@@ -2,8 +2,8 @@
 
 /// Rows of one matrix against the columns of another that is stored by columns. Internal.
 
-#include <CorvexMaths/sparse/RowRange.h>
 #include <CorvexMaths/sparse/TCCSMatrixMxN.h>
+#include <CorvexMaths/sparse/internal/RowRange.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -2,8 +2,8 @@
 
 /// The edges of an outline laid out column by column, so that loops over them work on many edges at once.
 
-#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/primitives/TEdge.h>
 
 #include <cstddef>

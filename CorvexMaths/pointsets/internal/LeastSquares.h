@@ -2,8 +2,8 @@
 
 /// What the fits of circles and spheres share: the linear system of a Gauss-Newton step. Internal to the library.
 
-#include <CorvexMaths/matrices/SingularValuePanels.inl>
-#include <CorvexMaths/matrices/SingularValues.h>
+#include <CorvexMaths/matrices/decomposition/SingularValuePanels.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
 #include <cstddef>
 

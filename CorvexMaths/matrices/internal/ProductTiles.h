@@ -6,7 +6,7 @@
 /// independent are the sums: a tile of a few rows by a few columns stays in registers while t runs through a block, and
 /// c is loaded and stored once for each block, which rounds nothing that was not rounded before.
 
-#include <CorvexMaths/Lanes.h>
+#include <CorvexMaths/internal/Lanes.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -6,10 +6,10 @@
 /// matrix to all columns of the block at once. Every sum still takes its terms in the order of the left row, one
 /// rounded multiplication and one rounded addition each, so that it has the bits of the sum formed column by column.
 
-#include <CorvexMaths/Lanes.h>
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
-#include <CorvexMaths/sparse/RowRange.h>
+#include <CorvexMaths/sparse/internal/RowRange.h>
 
 #include <cstdint>
 

@@ -1,5 +1,5 @@
-#include <CorvexMaths/matrices/Kernels.h>
-#include <CorvexMaths/matrices/ProductTiles.h>
+#include <CorvexMaths/matrices/internal/Kernels.h>
+#include <CorvexMaths/matrices/internal/ProductTiles.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

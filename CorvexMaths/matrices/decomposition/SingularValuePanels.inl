@@ -10,8 +10,8 @@
 /// changed places in time.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/SingularValueReduction.inl>
-#include <CorvexMaths/matrices/SingularValueRotations.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueReduction.inl>
+#include <CorvexMaths/matrices/decomposition/SingularValueRotations.inl>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -1,4 +1,4 @@
-#include <CorvexMaths/polygons/OffsetKernels.h>
+#include <CorvexMaths/polygons/internal/OffsetKernels.h>
 
 #include <CorvexMaths/Numbers.h>
 

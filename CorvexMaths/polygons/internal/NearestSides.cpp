@@ -1,4 +1,4 @@
-#include <CorvexMaths/polygons/NearestSides.h>
+#include <CorvexMaths/polygons/internal/NearestSides.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -1,4 +1,4 @@
-#include <CorvexMaths/polygons/DistanceKernels.h>
+#include <CorvexMaths/polygons/internal/DistanceKernels.h>
 
 #include <limits>
 

@@ -2,7 +2,7 @@
 
 /// Distances between the vertices and the edges of outlines, many at a time.
 
-#include <CorvexMaths/polygons/EdgeColumns.h>
+#include <CorvexMaths/polygons/internal/EdgeColumns.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
