@@ -48,3 +48,5 @@
 
 #include <CorvexMaths/exact/Int128.h>
 #include <CorvexMaths/exact/TSetGenerator.h>
+
+#include <CorvexMaths/robust/Robust.h>

@@ -10,7 +10,7 @@ headers=$2
 # The classes of the interface, as mangled names spell them: length and name.
 classes=$(grep -rhoE '(class|struct) CORVEX_API [A-Za-z0-9]+' "$headers" |
     awk '{ print length($3) $3 }' | sort -u | paste -sd '|' -)
-ours="^_Z(T[VIS])?N[VKRO]*7Halmont5Orrin(11CorvexMaths|15CorvexUtilities)($classes)"
+ours="^_Z(T[VIS])?N[VKRO]*7Halmont5Orrin(11CorvexMaths(6Robust)?|15CorvexUtilities)($classes)"
 
 symbols=$(nm -D --defined-only --format=posix "$library" | cut -d ' ' -f 1)
 strangers=$(printf '%s\n' "$symbols" | grep -vE "$ours" | c++filt) || :
