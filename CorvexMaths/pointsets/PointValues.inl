@@ -11,7 +11,7 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// The number of components of a point.
+/// The number of components of a point, and so the stride from a coordinate of one point of a list to that of the next.
 template <class T, template <class> class V>
 constexpr unsigned int componentsOf = sizeof(V<T>) / sizeof(T);
 

@@ -18,6 +18,13 @@ TPointSet<T, V>::TPointSet(unsigned int initialCapacity, unsigned int stepSize)
 {}
 
 template <class T, template <class> class V>
+TPointSet<T, V>::TPointSet(const V<T>* points, unsigned int pointCount, unsigned int stepSize)
+    : TList<V<T>>(points, pointCount, stepSize), keepBox(true), dimension(componentsOf<T, V>)
+{
+    RecalculateBoundingBox();
+}
+
+template <class T, template <class> class V>
 TPointSet<T, V>::TPointSet(const TPointSet<T, TVector2>& other) : TPointSet(other.GetCount(), other.GetGrowSize())
 {
     CopyPoints(other);

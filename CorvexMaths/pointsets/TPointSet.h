@@ -59,13 +59,8 @@ public:
     /// `TPointSet(0, 5)` means sizes.
     template <class Pointer,
               std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
-    TPointSet(Pointer points, unsigned int pointCount)
-        : TList<V<T>>(static_cast<const V<T>*>(points), pointCount, 1000u),
-          keepBox(true),
-          dimension(sizeof(V<T>) / sizeof(T))
-    {
-        RecalculateBoundingBox();
-    }
+    TPointSet(Pointer points, unsigned int pointCount) : TPointSet(static_cast<const V<T>*>(points), pointCount, 1000u)
+    {}
 
     /// Copies a set of points of any dimension, each point by the conversion between vectors; a plane set becomes a
     /// spatial one with z of 0, and a four-dimensional one with w of 1. The capacity is the count, the grow size and
@@ -296,6 +291,9 @@ protected:
     void Cleared() override;
 
 private:
+    /// Copies points from an array, with a grow size, and calculates the box.
+    TPointSet(const V<T>* points, unsigned int pointCount, unsigned int stepSize);
+
     /// Fills the slots made by construction, and the box.
     template <template <class> class W>
     void CopyPoints(const TPointSet<T, W>& other);

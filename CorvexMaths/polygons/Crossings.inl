@@ -12,7 +12,7 @@ void TPolygon<T, V>::RemoveDuplicateVertices()
     this->keepBox = false;
     const unsigned int vertexCount = this->count;
     const std::unique_ptr<unsigned int[]> original(new unsigned int[vertexCount]);
-    if (Kernels::FindDuplicates(&this->storage[0].x, coordinateStride<T, V>, vertexCount, original.get()) != 0)
+    if (Kernels::FindDuplicates(&this->storage[0].x, componentsOf<T, V>, vertexCount, original.get()) != 0)
         RemoveRepeats(original.get());
     this->keepBox = savedKeepBox;
 }

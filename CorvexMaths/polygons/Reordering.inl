@@ -28,7 +28,7 @@ void InsertNearestFirst(TPolygon<T, V>* outline, TList<V<T>>* rest)
     if (rest->GetCount() == 0) return;
 
     Kernels::NearestSides<T> search(&outline->GetFirst().x, outline->GetCount(), &rest->GetFirst().x, rest->GetCount(),
-                                    coordinateStride<T, V>);
+                                    componentsOf<T, V>);
     while (rest->GetCount() != 0) {
         const auto place = search.FindNearest();
         const V<T>& point = (*rest)[place.point];

@@ -74,7 +74,7 @@ void TPolygon<T, V>::SimplifySection(unsigned int first, unsigned int last, bool
 
     T distance;
     const unsigned int farthest =
-        Kernels::FarthestFromChord(&this->storage[0].x, coordinateStride<T, V>, first, last, &distance);
+        Kernels::FarthestFromChord(&this->storage[0].x, componentsOf<T, V>, first, last, &distance);
     if (!(tolerance < distance)) {
         for (unsigned int i = first + 1; i < last; ++i) keep[i] = false;
         return;

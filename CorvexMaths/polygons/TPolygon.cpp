@@ -2,6 +2,7 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/pointsets/PointValues.inl>
 #include <CorvexMaths/polygons/internal/CrossingSearch.h>
 #include <CorvexMaths/polygons/internal/DistanceKernels.h>
 #include <CorvexMaths/polygons/internal/DuplicateSearch.h>
@@ -25,10 +26,6 @@ auto InPlane(const Vertex& vertex)
 {
     return TVector2(vertex.x, vertex.y);
 }
-
-/// How many scalars lie from the x of one vertex to that of the next.
-template <class T, template <class> class V>
-constexpr unsigned int coordinateStride = sizeof(V<T>) / sizeof(T);
 
 /// Twice the signed area of the triangle of two vertices with the origin.
 template <class Vertex>
