@@ -4,8 +4,10 @@
 
 #include <CorvexMaths/Export.h>
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/RealPointer.h>
 
 #include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TLinkUni.h>

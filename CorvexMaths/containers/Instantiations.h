@@ -14,34 +14,24 @@
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-extern template class TList<CorvexMaths::TVector2<float>>;
-extern template class TList<CorvexMaths::TVector3<float>>;
-extern template class TList<CorvexMaths::TVector4<float>>;
-extern template struct TPair<float, CorvexMaths::TVector2<float>>;
-extern template struct TPair<float, CorvexMaths::TVector3<float>>;
-extern template struct TPair<float, CorvexMaths::TVector4<float>>;
-extern template struct TPair<CorvexMaths::TVector3<float>, unsigned int>;
-extern template struct TPair<CorvexMaths::TVector2<float>, CorvexMaths::TVector2<float>>;
-extern template class TList<TPair<float, CorvexMaths::TVector2<float>>>;
-extern template class TList<TPair<float, CorvexMaths::TVector3<float>>>;
-extern template class TList<TPair<float, CorvexMaths::TVector4<float>>>;
-extern template class TList<TPair<CorvexMaths::TVector3<float>, unsigned int>>;
-extern template class TMap<TPair<CorvexMaths::TVector2<float>, CorvexMaths::TVector2<float>>>;
-extern template class TLinkUni<CorvexMaths::TVector3<float>>;
+/// The containers of vectors of T.
+#define CORVEX_INSTANTIATE_CONTAINERS(linkage, T)                                                                      \
+    linkage template class TList<CorvexMaths::TVector2<T>>;                                                            \
+    linkage template class TList<CorvexMaths::TVector3<T>>;                                                            \
+    linkage template class TList<CorvexMaths::TVector4<T>>;                                                            \
+    linkage template struct TPair<T, CorvexMaths::TVector2<T>>;                                                        \
+    linkage template struct TPair<T, CorvexMaths::TVector3<T>>;                                                        \
+    linkage template struct TPair<T, CorvexMaths::TVector4<T>>;                                                        \
+    linkage template struct TPair<CorvexMaths::TVector3<T>, unsigned int>;                                             \
+    linkage template struct TPair<CorvexMaths::TVector2<T>, CorvexMaths::TVector2<T>>;                                 \
+    linkage template class TList<TPair<T, CorvexMaths::TVector2<T>>>;                                                  \
+    linkage template class TList<TPair<T, CorvexMaths::TVector3<T>>>;                                                  \
+    linkage template class TList<TPair<T, CorvexMaths::TVector4<T>>>;                                                  \
+    linkage template class TList<TPair<CorvexMaths::TVector3<T>, unsigned int>>;                                       \
+    linkage template class TMap<TPair<CorvexMaths::TVector2<T>, CorvexMaths::TVector2<T>>>;                            \
+    linkage template class TLinkUni<CorvexMaths::TVector3<T>>
 
-extern template class TList<CorvexMaths::TVector2<double>>;
-extern template class TList<CorvexMaths::TVector3<double>>;
-extern template class TList<CorvexMaths::TVector4<double>>;
-extern template struct TPair<double, CorvexMaths::TVector2<double>>;
-extern template struct TPair<double, CorvexMaths::TVector3<double>>;
-extern template struct TPair<double, CorvexMaths::TVector4<double>>;
-extern template struct TPair<CorvexMaths::TVector3<double>, unsigned int>;
-extern template struct TPair<CorvexMaths::TVector2<double>, CorvexMaths::TVector2<double>>;
-extern template class TList<TPair<double, CorvexMaths::TVector2<double>>>;
-extern template class TList<TPair<double, CorvexMaths::TVector3<double>>>;
-extern template class TList<TPair<double, CorvexMaths::TVector4<double>>>;
-extern template class TList<TPair<CorvexMaths::TVector3<double>, unsigned int>>;
-extern template class TMap<TPair<CorvexMaths::TVector2<double>, CorvexMaths::TVector2<double>>>;
-extern template class TLinkUni<CorvexMaths::TVector3<double>>;
+CORVEX_INSTANTIATE_CONTAINERS(extern, float);
+CORVEX_INSTANTIATE_CONTAINERS(extern, double);
 
 } // namespace Halmont::Orrin::CorvexUtilities

@@ -3,13 +3,14 @@
 /// TList: the one growable array of the library, and the base of the point sets.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/RealPointer.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <type_traits>
 
 namespace Halmont::Orrin::CorvexUtilities
 {
@@ -37,11 +38,6 @@ namespace Halmont::Orrin::CorvexUtilities
 template <class T>
 class CORVEX_API TList
 {
-    /// Takes part in overload resolution only for pointers, so that a literal 0 is a value or a size and never a null
-    /// pointer.
-    template <class P, class Pointer>
-    using IfPointer = std::enable_if_t<std::is_pointer_v<P> && std::is_convertible_v<P, Pointer>>;
-
 public:
     /// An empty list without a block, of grow size 1000; exponential growth is off.
     TList() : TList(0u) {}
@@ -58,7 +54,7 @@ public:
     /// A copy of the elements of the list pointed to, which is not null, with a grow size of its own, 0 included. The
     /// capacity becomes the larger of the source's count and the grow size, or 0 for an empty source; exponential
     /// growth is off. Hooks of a derived class do not run. Only real pointers take part, so that two numbers are sizes.
-    template <class P, class = IfPointer<P, const TList<T>*>>
+    template <class P, class = CorvexMaths::IfRealPointer<P, const TList<T>*>>
     TList(P other, unsigned int stepSize) : TList(0u, stepSize)
     {
         CORVEX_PRECONDITION("TList::TList", other != nullptr, other);
@@ -115,7 +111,7 @@ public:
     void Add(const T& value);
     /// Appends the pointee and fires ElementAdded with its slot. The pointer is not null; it may lead to an element of
     /// this list. Only real pointers take part, so that `Add(0)` adds a number.
-    template <class P, class = IfPointer<P, const T*>>
+    template <class P, class = CorvexMaths::IfRealPointer<P, const T*>>
     void Add(P element)
     {
         CORVEX_PRECONDITION("TList::Add", element != nullptr, element);
@@ -127,7 +123,7 @@ public:
     /// Appends the pointee unless an element equals it by `==`, and then fires ElementAdded with its slot. There is no
     /// tolerance; a value holding a NaN equals nothing and is always added. The pointer is not null. Scans the list
     /// from the front.
-    template <class P, class = IfPointer<P, const T*>>
+    template <class P, class = CorvexMaths::IfRealPointer<P, const T*>>
     void AddUnique(P element)
     {
         CORVEX_PRECONDITION("TList::AddUnique", element != nullptr, element);
@@ -149,7 +145,7 @@ public:
     /// Puts the pointee before the element at a position, or at the end for a position of the count; none may lie above
     /// that. The pointer is not null; it may lead to an element of this list. Fires ElementAdded with the new slot.
     /// Moves the elements behind.
-    template <class P, class = IfPointer<P, const T*>>
+    template <class P, class = CorvexMaths::IfRealPointer<P, const T*>>
     void Insert(P element, unsigned int position)
     {
         CORVEX_PRECONDITION("TList::Insert", element != nullptr, element);
@@ -172,7 +168,7 @@ public:
     /// included, does nothing. With order kept, ElementRemoved fires on the element, the count already lowered and the
     /// tail not yet moved. Otherwise the last element takes its place and no hook fires at all. Finds the slot at
     /// constant cost. Only real pointers take part, so that `Remove(0)` removes a number.
-    template <class P, class = IfPointer<P, const T*>>
+    template <class P, class = CorvexMaths::IfRealPointer<P, const T*>>
     void Remove(P element, bool keepOrder = true)
     {
         RemoveAddress(element, keepOrder);
@@ -677,7 +673,6 @@ bool TList<T>::BinarySearch(const T& key, unsigned int* index) const
 }
 
 extern template class TList<int>;
-extern template class TList<float>;
-extern template class TList<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, TList);
 
 } // namespace Halmont::Orrin::CorvexUtilities

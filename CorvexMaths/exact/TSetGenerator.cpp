@@ -182,10 +182,6 @@ void TSetGenerator<T>::Permute(T n, T k, T position, T* set)
     }
 }
 
-template class TSetGenerator<unsigned char>;
-template class TSetGenerator<unsigned short>;
-template class TSetGenerator<unsigned int>;
-template class TSetGenerator<unsigned long>;
-template class TSetGenerator<unsigned long long>;
+CORVEX_INSTANTIATE_SET_GENERATORS();
 
 } // namespace Halmont::Orrin::CorvexMaths

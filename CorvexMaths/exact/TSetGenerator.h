@@ -175,10 +175,14 @@ private:
     unsigned int* owners = nullptr;
 };
 
-extern template class TSetGenerator<unsigned char>;
-extern template class TSetGenerator<unsigned short>;
-extern template class TSetGenerator<unsigned int>;
-extern template class TSetGenerator<unsigned long>;
-extern template class TSetGenerator<unsigned long long>;
+/// Every unsigned integer type.
+#define CORVEX_INSTANTIATE_SET_GENERATORS(linkage)                                                                     \
+    linkage template class TSetGenerator<unsigned char>;                                                               \
+    linkage template class TSetGenerator<unsigned short>;                                                              \
+    linkage template class TSetGenerator<unsigned int>;                                                                \
+    linkage template class TSetGenerator<unsigned long>;                                                               \
+    linkage template class TSetGenerator<unsigned long long>
+
+CORVEX_INSTANTIATE_SET_GENERATORS(extern);
 
 } // namespace Halmont::Orrin::CorvexMaths

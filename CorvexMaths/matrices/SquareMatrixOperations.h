@@ -8,8 +8,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Precondition.h>
-
-#include <type_traits>
+#include <CorvexMaths/RealPointer.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -310,10 +309,5 @@ private:
     M& Self() { return static_cast<M&>(*this); }
     const M& Self() const { return static_cast<const M&>(*this); }
 };
-
-/// The type of a constructor's argument that stands for an array of T: real pointers only, never a class that converts
-/// to one.
-template <class P, class T>
-using EnableForPointer = std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int>;
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -20,7 +20,7 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
     /// The identity.
     TMatrix2x2() { this->ToIdentity(); }
     /// Reads four values, row by row. P is a pointer to T, and not null.
-    template <class P, EnableForPointer<P, T> = 0>
+    template <class P, class = IfRealPointer<P, const T*>>
     TMatrix2x2(P values)
     {
         CORVEX_PRECONDITION("TMatrix2x2::TMatrix2x2", values != nullptr, values);

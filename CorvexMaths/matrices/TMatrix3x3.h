@@ -25,7 +25,7 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
     /// The identity.
     TMatrix3x3() { this->ToIdentity(); }
     /// Reads nine values, row by row. P is a pointer to T, and not null.
-    template <class P, EnableForPointer<P, T> = 0>
+    template <class P, class = IfRealPointer<P, const T*>>
     TMatrix3x3(P values)
     {
         CORVEX_PRECONDITION("TMatrix3x3::TMatrix3x3", values != nullptr, values);

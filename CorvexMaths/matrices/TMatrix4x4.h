@@ -26,7 +26,7 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     /// The identity.
     TMatrix4x4() { this->ToIdentity(); }
     /// Reads sixteen values, row by row. P is a pointer to T, and not null.
-    template <class P, EnableForPointer<P, T> = 0>
+    template <class P, class = IfRealPointer<P, const T*>>
     TMatrix4x4(P values)
     {
         CORVEX_PRECONDITION("TMatrix4x4::TMatrix4x4", values != nullptr, values);

@@ -3,10 +3,9 @@
 /// Polylines whose points have positions from 0 to 1 by their distance along the line.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
-
-#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -37,8 +36,7 @@ public:
     /// Copies `pointCount` points from an array; the grow size is 1000, and the box is calculated. There are no
     /// parameters yet, and the length is 0. Takes part only for pointers to points, so that two numbers are always
     /// sizes.
-    template <class Pointer,
-              std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
+    template <class Pointer, class = IfRealPointer<Pointer, const V<T>*>>
     TParameterization(Pointer points, unsigned int pointCount)
         : TPointSet<T, V>(points, pointCount), parameters(pointCount, 1000u), length(T(0))
     {}

@@ -3,6 +3,7 @@
 /// A list of points that keeps a box around itself, and what is done to points as a set.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/primitives/TBox.h>
@@ -57,8 +58,7 @@ public:
     /// Copies `pointCount` points from an array, which may be null for none; the grow size is 1000, the keep box flag
     /// set, and the box calculated from the points. No hook fires. Takes part only for pointers to points, so that
     /// `TPointSet(0, 5)` means sizes.
-    template <class Pointer,
-              std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
+    template <class Pointer, class = IfRealPointer<Pointer, const V<T>*>>
     TPointSet(Pointer points, unsigned int pointCount) : TPointSet(static_cast<const V<T>*>(points), pointCount, 1000u)
     {}
 

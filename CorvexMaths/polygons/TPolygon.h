@@ -3,6 +3,7 @@
 /// Closed planar outlines: areas, convex hulls, reordering, offsetting, thinning, and the removal of crossings.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/containers/TMap.h>
 #include <CorvexMaths/containers/TPair.h>
@@ -11,8 +12,6 @@
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
 #include <CorvexMaths/vectors/TVector4.h>
-
-#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -43,8 +42,7 @@ public:
     /// The polygon of `vertexCount` vertices from an array, which is copied and may be null for none; the grow size is
     /// 1000, the box calculated and the sorted list empty. Only real pointers take part, so that two numbers are always
     /// sizes.
-    template <class Pointer,
-              std::enable_if_t<std::is_pointer_v<Pointer> && std::is_convertible_v<Pointer, const V<T>*>, int> = 0>
+    template <class Pointer, class = IfRealPointer<Pointer, const V<T>*>>
     TPolygon(Pointer points, unsigned int vertexCount) : TPointSet<T, V>(points, vertexCount), sortedList(0u, 1000u)
     {}
 

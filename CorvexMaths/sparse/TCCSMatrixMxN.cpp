@@ -71,7 +71,6 @@ void TCCSMatrixMxN<T>::Release()
     delete[] columnRows;
 }
 
-template class TCCSMatrixMxN<float>;
-template class TCCSMatrixMxN<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, TCCSMatrixMxN);
 
 } // namespace Halmont::Orrin::CorvexMaths

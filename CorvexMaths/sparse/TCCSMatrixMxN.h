@@ -2,6 +2,7 @@
 
 /// TCCSMatrixMxN: a sparse matrix that grows a column at a time.
 
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/TList.h>
 
@@ -73,7 +74,6 @@ private:
     void Release();
 };
 
-extern template class TCCSMatrixMxN<float>;
-extern template class TCCSMatrixMxN<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, TCCSMatrixMxN);
 
 } // namespace Halmont::Orrin::CorvexMaths

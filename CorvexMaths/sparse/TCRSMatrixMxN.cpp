@@ -107,7 +107,6 @@ void TCRSMatrixMxN<T>::Transpose(TCRSMatrixMxN* result) const
     }
 }
 
-template class TCRSMatrixMxN<float>;
-template class TCRSMatrixMxN<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, TCRSMatrixMxN);
 
 } // namespace Halmont::Orrin::CorvexMaths

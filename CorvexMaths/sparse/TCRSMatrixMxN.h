@@ -3,6 +3,7 @@
 /// TCRSMatrixMxN: a sparse matrix in compressed row storage, and its products.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -175,7 +176,6 @@ private:
     }
 };
 
-extern template class TCRSMatrixMxN<float>;
-extern template class TCRSMatrixMxN<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, TCRSMatrixMxN);
 
 } // namespace Halmont::Orrin::CorvexMaths

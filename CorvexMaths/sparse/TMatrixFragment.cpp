@@ -15,7 +15,6 @@ void TMatrixFragment<T>::SetDimensions(unsigned int n)
     columns.SetGrowSize(growSize);
 }
 
-template struct TMatrixFragment<float>;
-template struct TMatrixFragment<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TMatrixFragment);
 
 } // namespace Halmont::Orrin::CorvexMaths

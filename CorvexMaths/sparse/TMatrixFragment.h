@@ -2,6 +2,7 @@
 
 /// TMatrixFragment: the elements of a sparse matrix on their way from a computation to compressed storage.
 
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/containers/TList.h>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -36,7 +37,6 @@ struct TMatrixFragment
     void SetDimensions(unsigned int n);
 };
 
-extern template struct TMatrixFragment<float>;
-extern template struct TMatrixFragment<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TMatrixFragment);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -2,9 +2,8 @@
 
 /// The vector of two components: points, directions and differences of the plane.
 
+#include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/vectors/VectorOperations.h>
-
-#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -28,7 +27,7 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
 
     /// Copies two components from an array, which is not null. Only real pointers take part, so that a vector of
     /// another size converts.
-    template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
+    template <class P, class = IfRealPointer<P, const T*>>
     constexpr TVector2(P components)
     {
         CORVEX_PRECONDITION("TVector2::TVector2", components != nullptr, components);

@@ -2,9 +2,8 @@
 
 /// The vector of three components: points, directions and differences in space.
 
+#include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/vectors/VectorOperations.h>
-
-#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -30,7 +29,7 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
 
     /// Copies three components from an array, which is not null. Only real pointers take part, so that a vector of
     /// another size converts.
-    template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
+    template <class P, class = IfRealPointer<P, const T*>>
     constexpr TVector3(P components)
     {
         CORVEX_PRECONDITION("TVector3::TVector3", components != nullptr, components);

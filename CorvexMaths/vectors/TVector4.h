@@ -2,9 +2,8 @@
 
 /// The vector of four components: homogeneous points of space, or plain vectors of four dimensions.
 
+#include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/vectors/VectorOperations.h>
-
-#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -31,7 +30,7 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
 
     /// Copies four components from an array, which is not null. Only real pointers take part, so that a vector of
     /// another size converts.
-    template <class P, std::enable_if_t<std::is_same_v<P, T*> || std::is_same_v<P, const T*>, int> = 0>
+    template <class P, class = IfRealPointer<P, const T*>>
     constexpr TVector4(P components)
     {
         CORVEX_PRECONDITION("TVector4::TVector4", components != nullptr, components);
