@@ -1,13 +1,34 @@
 #pragma once
 
-/// Several independent values side by side in one register. Internal.
+/// Several independent values side by side in one register, and the choice of its width. Internal.
 ///
 /// A lane operation is the same rounded operation on each value, so the width of a register moves no bit. The baseline
-/// is 16 bytes. On x86-64 a kernel may be compiled again for 32 and for 64 bytes and chosen at run time; no variant
-/// holds a fused multiply-add, which would round differently. The vector types are those that g++ and clang++ share.
+/// is 16 bytes. On x86-64 a kernel is compiled again for 32 bytes and, if it says so, for 64, and the form for the
+/// processor is chosen at run time; no form holds a fused multiply-add, which would round differently. The vector types
+/// are those that g++ and clang++ share.
+///
+/// A kernel is a function over the bytes of a register, called through ForThisProcessor:
+///
+///     template <unsigned int Bytes, class T>
+///     CORVEX_ALWAYS_INLINE void ScaleBy(T* values, unsigned int count, T factor)
+///     {
+///         using Lane = typename Lanes<T, Bytes>::Type;
+///         ...
+///     }
+///
+///     template <class T>
+///     void Scale(T* values, unsigned int count, T factor)
+///     {
+///         ForThisProcessor([=](auto bytes) { ScaleBy<bytes>(values, count, factor); });
+///     }
+///
+/// What the kernel calls is CORVEX_ALWAYS_INLINE too, or a compiler may leave it in its baseline form. A lambda that
+/// hands on to an operation of its own caller is __attribute__((flatten)) for the same reason. Lanes go through reference
+/// arguments: passed or returned by value, they would depend on the target.
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -38,8 +59,14 @@ struct Lanes<double, sizeof(double)>
 
 /// The width that every processor of the architecture has.
 inline constexpr unsigned int baselineBytes = 16;
+/// The width of AVX2.
+inline constexpr unsigned int wideBytes = 32;
+/// The width of AVX-512. Fused multiply-adds are among the instructions that come with it. Compilers leave them alone
+/// as contraction is off, but for one pattern of g++: a sum and a difference of products in neighbouring lanes. A kernel
+/// with such pairs is not compiled for this width.
+inline constexpr unsigned int widestBytes = 64;
 
-/// The register of that width.
+/// The register of the baseline.
 template <class T>
 using BaselineLanes = typename Lanes<T, baselineBytes>::Type;
 
@@ -51,18 +78,22 @@ using BaselineMask = decltype(BaselineLanes<T>() < BaselineLanes<T>());
 template <class T>
 inline constexpr unsigned int baselineCount = Lanes<T, baselineBytes>::count;
 
-// A build that tests the kernels defines CORVEX_LANE_BYTES: 16 leaves out the variants, 32 or 64 always takes that
-// width, 64 with the wide variant of a kernel that has no widest one.
-#if defined(__x86_64__) && !(defined(CORVEX_LANE_BYTES) && CORVEX_LANE_BYTES == 16)
-/// Marks the wide variant of a kernel. The compiler clears the upper halves of the registers on the way out.
-#define CORVEX_WIDE_LANES __attribute__((target("avx2")))
-inline constexpr unsigned int wideBytes = 32;
+/// A number of bytes known at compile time.
+template <unsigned int Bytes>
+using RegisterBytes = std::integral_constant<unsigned int, Bytes>;
 
-/// Marks the widest variant, for a kernel that gains by it. Fused multiply-adds are among the instructions that come
-/// with it. Compilers leave them alone as contraction is off, but for one pattern of g++: a sum and a difference of
-/// products in neighbouring lanes. A kernel with such pairs has no widest variant.
+/// Runs an operation in baseline registers, as a function of its own, as the others are.
+template <class Operation>
+__attribute__((noinline)) auto RunBaseline(Operation operation)
+{
+    return operation(RegisterBytes<baselineBytes>());
+}
+
+// A build that tests the kernels defines CORVEX_LANE_BYTES: 16 leaves out the other forms, 32 or 64 always takes that
+// width, 64 with the wide form of a kernel that has no widest one.
+#if defined(__x86_64__) && !(defined(CORVEX_LANE_BYTES) && CORVEX_LANE_BYTES == 16)
+#define CORVEX_WIDE_LANES __attribute__((target("avx2")))
 #define CORVEX_WIDEST_LANES __attribute__((target("avx512f")))
-inline constexpr unsigned int widestBytes = 64;
 
 /// The width of this processor's widest registers: found out once, as the library is loaded. Until then it is 0, which
 /// counts as the baseline, is slower and gives the same bits.
@@ -76,13 +107,40 @@ inline const unsigned int laneBytes = [] {
     if (__builtin_cpu_supports("avx512f")) return widestBytes;
     return __builtin_cpu_supports("avx2") ? wideBytes : baselineBytes;
 }();
-/// Whether this processor can run the wide variants.
 inline const bool hasWideLanes = laneBytes >= wideBytes;
 #endif
+
+/// Runs an operation, and all that is inlined into it, compiled for wide registers. The compiler clears their upper
+/// halves on the way out.
+template <class Operation>
+__attribute__((target("avx2"), noinline, flatten)) auto RunWide(Operation operation)
+{
+    return operation(RegisterBytes<wideBytes>());
+}
+
+/// The same for the widest registers.
+template <class Operation>
+__attribute__((target("avx512f"), noinline, flatten)) auto RunWidest(Operation operation)
+{
+    return operation(RegisterBytes<widestBytes>());
+}
+#else
+inline constexpr unsigned int laneBytes = baselineBytes;
 #endif
 
-// Lanes of a kernel that is compiled for several widths go through arguments alone; returned, they would depend on the
-// target.
+/// Calls operation(bytes) compiled for the widest registers of this processor, of `mostBytes` at most: a kernel that
+/// gains by the widest ones says ForThisProcessor<widestBytes>. `bytes`, an integral constant, is their width. The
+/// operation is a lambda, whose body is inlined into a function for that width. Returns what the operation returns.
+template <unsigned int mostBytes = wideBytes, class Operation>
+CORVEX_ALWAYS_INLINE auto ForThisProcessor(Operation operation)
+{
+#if defined(CORVEX_WIDE_LANES)
+    if constexpr (mostBytes >= widestBytes)
+        if (laneBytes >= widestBytes) return RunWidest(operation);
+    if (laneBytes >= wideBytes) return RunWide(operation);
+#endif
+    return RunBaseline(operation);
+}
 
 /// Reads a register from any address.
 template <class Lane, class T>
@@ -98,12 +156,23 @@ CORVEX_ALWAYS_INLINE void Store(T* target, const Lane& lane)
     std::memcpy(target, &lane, sizeof(Lane));
 }
 
-/// Writes a value to all lanes. (Added to lanes of zeros it would lose the sign of a zero.)
+/// Writes a value to all lanes, or to a scalar. (Added to lanes of zeros it would lose the sign of a zero.)
+template <class Lane, class T>
+CORVEX_ALWAYS_INLINE void Broadcast(Lane& lane, T value)
+{
+    if constexpr (std::is_same_v<Lane, T>) {
+        lane = value;
+    } else {
+        lane = Lane{};
+        for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = value;
+    }
+}
+
+/// A former name of Broadcast.
 template <class Lane, class T>
 CORVEX_ALWAYS_INLINE void Spread(Lane& lane, T value)
 {
-    lane = Lane{};
-    for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = value;
+    Broadcast(lane, value);
 }
 
 /// Whether a comparison holds in any lane.

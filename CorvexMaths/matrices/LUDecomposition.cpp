@@ -80,30 +80,12 @@ void CopyRows(T* const* rows, T* block, unsigned int order, bool back)
     }
 }
 
-#ifdef CORVEX_WIDE_LANES
-template <class T, unsigned int Width>
-CORVEX_WIDE_LANES void SolvePanelWide(T* panel, const T* const* lu, unsigned int order, unsigned int q)
-{
-    SolvePanel<T, wideBytes, Width>(panel, lu, order, q);
-}
-#endif
-
-template <class T, unsigned int Width>
-void SolvePanelBaseline(T* panel, const T* const* lu, unsigned int order, unsigned int q)
-{
-    SolvePanel<T, baselineBytes, Width>(panel, lu, order, q);
-}
-
 /// Solves for the unit vectors from q on, up to `Width` of them, and writes each solution to its column of the inverse.
 template <class T, unsigned int Width>
 void InvertPanel(T** rows, T* panel, const T* const* lu, unsigned int order, unsigned int q,
                  const unsigned int* columns)
 {
-    auto solve = SolvePanelBaseline<T, Width>;
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) solve = SolvePanelWide<T, Width>;
-#endif
-    solve(panel, lu, order, q);
+    ForThisProcessor([=](auto bytes) { SolvePanel<T, bytes, Width>(panel, lu, order, q); });
     const unsigned int count = order - q < Width ? order - q : Width;
     for (unsigned int i = 0; i < order; ++i)
         for (unsigned int l = 0; l < count; ++l) rows[i][columns[l]] = panel[std::size_t(i) * Width + l];

@@ -19,7 +19,7 @@ namespace
 /// Applies the reflection in row i of u to the rows of v below i, whose factors stand in v[i][i + 1] and on. With
 /// `sumNext`, the products for row i - 1 of u are added up in v[i - 1][i] and on.
 template <class T, class Width>
-void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext, Width width)
+CORVEX_ALWAYS_INLINE void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext, Width width)
 {
     const unsigned int l = i + 1;
     const T* const x = u[i];
@@ -81,7 +81,7 @@ void AccumulateRight(T** u, T** v, const T* work, unsigned int n)
 /// terms are those of row i, which is not yet written: `diagonal`, and right of it the factors times the head of column
 /// i.
 template <class T, class Width>
-void SweepLeft(T** u, unsigned int i, unsigned int m, T g, T diagonal, bool sumNext, Width width)
+CORVEX_ALWAYS_INLINE void SweepLeft(T** u, unsigned int i, unsigned int m, T g, T diagonal, bool sumNext, Width width)
 {
     Held<T, Width> factors(u[i] + i + 1, width);
     if (!sumNext) {

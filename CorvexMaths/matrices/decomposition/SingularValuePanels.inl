@@ -55,7 +55,7 @@ constexpr unsigned int HeadRows(unsigned int m, unsigned int n)
 template <bool upwards = false, class T, class State, class Operation>
 void ForPanels(T* first, unsigned int rowCount, unsigned int n, State* state, Operation operation)
 {
-    InWideLanes([&] {
+    ForThisProcessor([&](auto) __attribute__((flatten)) {
         State held = *state;
         const unsigned int panelCount = (rowCount + longestPanel - 1) / longestPanel;
         for (unsigned int p = 0; p < panelCount; ++p) {

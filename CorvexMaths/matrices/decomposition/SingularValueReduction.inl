@@ -47,13 +47,13 @@ inline Reflection<T> MakeReflection(T& head, T squares)
     return {g, h};
 }
 
-/// Divides column i from row i down by its scale and writes the sum of the squares. Quotients lie side by side, since
+/// Divides column i from row i down by its scale and returns the sum of the squares. Quotients lie side by side, since
 /// the processor divides a register in little more time than one value; their squares are added up one by one.
-template <class T, unsigned int Bytes>
-CORVEX_ALWAYS_INLINE void DivideColumn(T** u, unsigned int i, unsigned int m, T scale, T* squares)
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE T DivideColumn(T** u, unsigned int i, unsigned int m, T scale)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
-    constexpr unsigned int lanes = Bytes / sizeof(T);
+    constexpr unsigned int lanes = Lanes<T, Bytes>::count;
     T sum = T(0);
     unsigned int k = i;
     for (; m - k >= lanes; k += lanes) {
@@ -69,30 +69,13 @@ CORVEX_ALWAYS_INLINE void DivideColumn(T** u, unsigned int i, unsigned int m, T 
         u[k][i] = element;
         sum += element * element;
     }
-    *squares = sum;
+    return sum;
 }
-
-#ifdef CORVEX_WIDE_LANES
-template <class T>
-CORVEX_WIDE_LANES __attribute__((noinline)) void DivideColumnWide(T** u, unsigned int i, unsigned int m, T scale,
-                                                                  T* squares)
-{
-    DivideColumn<T, wideBytes>(u, i, m, scale, squares);
-}
-#endif
 
 template <class T>
 T DivideColumn(T** u, unsigned int i, unsigned int m, T scale)
 {
-    T squares;
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) {
-        DivideColumnWide(u, i, m, scale, &squares);
-        return squares;
-    }
-#endif
-    DivideColumn<T, baselineBytes>(u, i, m, scale, &squares);
-    return squares;
+    return ForThisProcessor([=](auto bytes) { return DivideColumn<bytes>(u, i, m, scale); });
 }
 
 /// One step of the reduction as its sweep over the rows below row i sees it. A reflection with no scale does not
@@ -111,7 +94,7 @@ struct ReductionStep
 /// Applies both reflections of a step to the rows from `from` to before `to`, each row complete before it is left, and
 /// answers what column i + 1 is to be divided by: the sum of its absolute values over these rows.
 template <class T, class Width>
-T SweepRows(T** u, unsigned int from, unsigned int to, const ReductionStep<T>& step, Width width)
+CORVEX_ALWAYS_INLINE T SweepRows(T** u, unsigned int from, unsigned int to, const ReductionStep<T>& step, Width width)
 {
     const bool reflectColumn = step.columnScale != T(0);
     const bool reflectRow = step.rowScale != T(0);

@@ -164,37 +164,28 @@ CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(const RotationSpan<T>& span, T*
     return from;
 }
 
-template <class T>
-__attribute__((noinline)) void RotateBaseline(const RotationSpan<T>& span, T* const* rows, unsigned int from,
-                                              unsigned int rowCount)
+/// Applies rotations to rows in registers of the given width: as many rows as fill panels of it, where the span is not
+/// too long for them, and the others in panels of the baseline's width.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE void RotateBy(const RotationSpan<T>& span, T* const* rows, unsigned int rowCount)
 {
+    constexpr unsigned int longest = longestSpan * baselineBytes / Bytes;
+    unsigned int from = 0;
+    if constexpr (Bytes > baselineBytes) {
+        using WidePanel = RotationPanel<T, Bytes, 4, longest>;
+        if (span.highest - span.lowest < longest)
+            from = RotateInPanels<WidePanel>(span, rows, 0, rowCount, WidePanel::rowCount);
+    }
     using Panel = RotationPanel<T, baselineBytes, 4, longestSpan>;
     using SmallPanel = RotationPanel<T, baselineBytes, 2, longestSpan>;
     from = RotateInPanels<Panel>(span, rows, from, rowCount, SmallPanel::rowCount + 1);
     RotateInPanels<SmallPanel>(span, rows, from, rowCount, 1);
 }
 
-#ifdef CORVEX_WIDE_LANES
-constexpr unsigned int longestWideSpan = longestSpan * baselineBytes / wideBytes;
-
-/// The panels that fill wide registers; answers the first row not reached.
-template <class T>
-CORVEX_WIDE_LANES __attribute__((noinline)) unsigned int RotateWide(const RotationSpan<T>& span, T* const* rows,
-                                                                    unsigned int rowCount)
-{
-    using Panel = RotationPanel<T, wideBytes, 4, longestWideSpan>;
-    return RotateInPanels<Panel>(span, rows, 0, rowCount, Panel::rowCount);
-}
-#endif
-
 template <class T>
 void RotateRows(const RotationSpan<T>& span, T* const* rows, unsigned int rowCount)
 {
-    unsigned int from = 0;
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes && span.highest - span.lowest < longestWideSpan) from = RotateWide(span, rows, rowCount);
-#endif
-    RotateBaseline(span, rows, from, rowCount);
+    ForThisProcessor([=](auto bytes) { RotateBy<bytes>(span, rows, rowCount); });
 }
 
 /// Rotations of the columns of a matrix, waiting to be applied to its rows. A matrix of few rows is rotated at once:

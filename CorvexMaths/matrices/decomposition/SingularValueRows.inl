@@ -38,30 +38,11 @@ struct AnyWidth
     unsigned int Get() const { return width; }
 };
 
-#ifdef CORVEX_WIDE_LANES
-/// Runs an operation compiled for wide registers, with all that it calls.
-template <class Operation>
-CORVEX_WIDE_LANES __attribute__((noinline, flatten)) auto RunWide(Operation operation)
-{
-    return operation();
-}
-#endif
-
-/// Calls an operation compiled for wide registers where the processor has them.
-template <class Operation>
-inline auto InWideLanes(Operation operation)
-{
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) return RunWide(operation);
-#endif
-    return operation();
-}
-
 /// Calls an operation on loops over `width` columns, in wide registers where the processor has them.
 template <class Operation>
 inline auto WithAnyWidth(unsigned int width, Operation operation)
 {
-    return InWideLanes([&] { return operation(AnyWidth{width}); });
+    return ForThisProcessor([=](auto) __attribute__((flatten)) { return operation(AnyWidth{width}); });
 }
 
 /// The same, but 3 columns or fewer are fixed, so that a tall matrix of up to 4 columns streams through registers.
@@ -176,7 +157,7 @@ struct __attribute__((packed, may_alias)) AnyAddress
     Lane lane;
 };
 
-/// Turns 4 registers of 4 on their side.
+/// Transposes 4 registers of 4.
 template <class Lane>
 CORVEX_ALWAYS_INLINE void Transpose(Lane (&x)[4])
 {
@@ -219,45 +200,55 @@ CORVEX_ALWAYS_INLINE void TurnFourRows(Row* const (&row)[4], T* column, std::siz
     }
 }
 
-#ifdef CORVEX_WIDE_LANES
-/// The dot products of 4 rows with `values`. The rows are turned, four columns at a time, so that they lie side by side
-/// in a register and each sum still takes its terms one by one in the order of the columns.
+/// The factor of each row becomes its dot product with `count` values.
+template <class T, unsigned int R, class Values>
+CORVEX_ALWAYS_INLINE void DotInTurn(RowBlock<T, R>& block, Values& values, unsigned int count)
+{
+    T sums[R] = {};
+    for (unsigned int j = 0; j < count; ++j)
+        for (unsigned int r = 0; r < R; ++r) sums[r] += block.rows[r][j] * values[j];
+    for (unsigned int r = 0; r < R; ++r) block.factors[r] = sums[r];
+}
+
+/// The same for 4 rows, transposed four columns at a time, so that the rows lie side by side in a register and each sum
+/// still takes its terms one by one in the order of the columns.
 template <class T>
-CORVEX_WIDE_LANES __attribute__((noinline)) void DotRowsWide(T* const (&rows)[4], const T* values, unsigned int count,
-                                                             T (&products)[4])
+CORVEX_ALWAYS_INLINE void DotTransposed(RowBlock<T, 4>& block, const T* values, unsigned int count)
 {
     using Lane = typename Lanes<T, 4 * sizeof(T)>::Type;
     Lane sums = {};
     unsigned int j = 0;
     for (; count - j >= 4; j += 4) {
         Lane x[4];
-        for (unsigned int r = 0; r < 4; ++r) x[r] = reinterpret_cast<const AnyAddress<Lane>*>(rows[r] + j)->lane;
+        for (unsigned int r = 0; r < 4; ++r) x[r] = reinterpret_cast<const AnyAddress<Lane>*>(block.rows[r] + j)->lane;
         Transpose(x);
         for (unsigned int c = 0; c < 4; ++c) sums += x[c] * values[j + c];
     }
-    Store(products, sums);
+    Store(block.factors, sums);
     for (; j < count; ++j)
-        for (unsigned int r = 0; r < 4; ++r) products[r] += rows[r][j] * values[j];
+        for (unsigned int r = 0; r < 4; ++r) block.factors[r] += block.rows[r][j] * values[j];
 }
-#endif
 
 /// The factor of each row becomes its dot product with `values`.
 template <class T, unsigned int R, class Values, class Width>
 inline void DotRows(RowBlock<T, R>& block, Values& values, Width width)
 {
-#ifdef CORVEX_WIDE_LANES
-    if constexpr (R == 4)
-        if (hasWideLanes) return DotRowsWide(block.rows, &values[0], width.Get(), block.factors);
-#endif
-    T sums[R] = {};
-    for (unsigned int j = 0; j < width.Get(); ++j)
-        for (unsigned int r = 0; r < R; ++r) sums[r] += block.rows[r][j] * values[j];
-    for (unsigned int r = 0; r < R; ++r) block.factors[r] = sums[r];
+    if constexpr (R == 4) {
+        ForThisProcessor([&block, from = &values[0], count = width.Get()](auto bytes) {
+            if constexpr (bytes == baselineBytes)
+                DotInTurn(block, from, count);
+            else
+                DotTransposed(block, from, count);
+        });
+    } else {
+        DotInTurn(block, values, width.Get());
+    }
 }
 
 /// sums[j] += sum of rows[k][pivot] * rows[k][pivot + 1 + j] over k from `from` to before `to`.
 template <class T, class Width>
-void AddColumnProducts(T** rows, unsigned int from, unsigned int to, unsigned int pivot, T* sums, Width width)
+CORVEX_ALWAYS_INLINE void AddColumnProducts(T** rows, unsigned int from, unsigned int to, unsigned int pivot, T* sums,
+                                            Width width)
 {
     Held<T, Width> held(sums, width);
     ForRows<Width::rowsAtOnce>(from, to, [&](auto size, unsigned int k) {

@@ -7,46 +7,12 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-template <class T>
-using Product = void(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
-                     unsigned int columnCount);
-
-template <class T, bool Subtract>
-void RunBaseline(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
-                 unsigned int columnCount)
+/// RunTiles in the widest registers of the processor.
+template <bool Subtract, class T>
+void RunProduct(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {
-    RunTiles<T, baselineBytes, Subtract>(c, a, b, rowCount, inner, columnCount);
-}
-
-#ifdef CORVEX_WIDE_LANES
-template <class T, bool Subtract>
-CORVEX_WIDE_LANES void RunWide(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
-                               unsigned int columnCount)
-{
-    RunTiles<T, wideBytes, Subtract>(c, a, b, rowCount, inner, columnCount);
-}
-
-template <class T, bool Subtract>
-CORVEX_WIDEST_LANES void RunWidest(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsigned int inner,
-                                   unsigned int columnCount)
-{
-    RunTiles<T, widestBytes, Subtract>(c, a, b, rowCount, inner, columnCount);
-}
-#endif
-
-/// The form for this processor.
-template <class T, bool Subtract>
-Product<T>* ChooseProduct()
-{
-#ifdef CORVEX_WIDE_LANES
-    switch (laneBytes) {
-    case widestBytes:
-        return RunWidest<T, Subtract>;
-    case wideBytes:
-        return RunWide<T, Subtract>;
-    }
-#endif
-    return RunBaseline<T, Subtract>;
+    ForThisProcessor<widestBytes>(
+        [=](auto bytes) { RunTiles<T, bytes, Subtract>(c, a, b, rowCount, inner, columnCount); });
 }
 
 /// The least number of rows for which tiles pay, since they share what is packed.
@@ -74,15 +40,14 @@ void MultiplyRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inner
     if (c == b || rowCount < leastRows)
         MultiplyByRows(c, a, b, rowCount, inner, columnCount);
     else
-        ChooseProduct<T, false>()(Block<T>{c, 0}, Block<T>{a, 0}, Block<T>{b, 0}, rowCount, inner, columnCount);
+        RunProduct<false, T>({c, 0}, {a, 0}, {b, 0}, rowCount, inner, columnCount);
 }
 
 template <class T>
 void SubtractProduct(T** c, unsigned int cColumn, T** a, unsigned int aColumn, T** b, unsigned int bColumn,
                      unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {
-    ChooseProduct<T, true>()(Block<T>{c, cColumn}, Block<T>{a, aColumn}, Block<T>{b, bColumn}, rowCount, inner,
-                             columnCount);
+    RunProduct<true, T>({c, cColumn}, {a, aColumn}, {b, bColumn}, rowCount, inner, columnCount);
 }
 
 template void MultiplyRows(float**, float**, float**, unsigned int, unsigned int, unsigned int);
