@@ -298,20 +298,29 @@ bool IsReached(const T* knots, unsigned int knotCount, T x, unsigned int reached
     return holds;
 }
 
+/// Sets basis functions of +0 to those of the order `levels` at x, which reaches some number of the knots. Those outside
+/// the result may be left out of the sum over the control points. `isPlain` is what SurveySpline found.
+template <class T>
+Support SweepReached(const T* knots, T* basis, unsigned int basisCount, T x, unsigned int levels, unsigned int reached,
+                     bool isPlain)
+{
+    if (isPlain && reached > 0 && reached <= basisCount && IsReached(knots, basisCount + 1, x, reached))
+        return SweepSupport(knots, basis, basisCount, x, levels, reached - 1);
+    SweepBasis(knots, basis, basisCount, x, levels);
+    return {0, basisCount};
+}
+
 /// Sets the basis functions at x, `basisCount` of them over one knot more, to those of the order `levels`. Those
 /// outside the result may be left out of the sum over the control points.
 template <class T, template <class> class V>
 Support FillBasis(const T* knots, T* basis, unsigned int basisCount, const TList<V<T>>& points, T x,
                   unsigned int levels)
 {
-    // Counted before it is known whether that holds, so that the survey need not wait for it.
+    // The count does not depend on what the survey finds, so that a processor can do both at once.
     const unsigned int reached = CountReached(knots, basisCount + 1, x, levels);
     const bool isPlain =
         SurveySpline<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount());
-    if (isPlain && reached > 0 && reached <= basisCount && IsReached(knots, basisCount + 1, x, reached))
-        return SweepSupport(knots, basis, basisCount, x, levels, reached - 1);
-    SweepBasis(knots, basis, basisCount, x, levels);
-    return {0, basisCount};
+    return SweepReached(knots, basis, basisCount, x, levels, reached, isPlain);
 }
 
 /// The sum of the basis functions times the points, ascending. A sum that starts from +0 never becomes -0, so that a
@@ -324,6 +333,45 @@ V<T> WeighPoints(const TList<V<T>>& points, const T* basis, Support support)
     for (unsigned int i = support.first; i < support.end && i < pointCount; ++i) sum += points[i] * basis[i];
     return sum;
 }
+
+/// FillBasis for one parameter after another, as long as knots and control points stay as they are: these are looked
+/// over once.
+template <class T, template <class> class V>
+class RepeatedBasis
+{
+public:
+    RepeatedBasis(const T* knotValues, T* functions, unsigned int functionCount, const TList<V<T>>& controlPoints)
+        : knots(knotValues),
+          basis(functions),
+          basisCount(functionCount),
+          points(controlPoints),
+          isPlain(SurveySpline<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount()))
+    {}
+
+    /// Sets the basis functions.
+    void Fill(T x, unsigned int levels)
+    {
+        // What the last parameter has left is 0 again but for its support.
+        for (unsigned int i = support.first; i < support.end; ++i) basis[i] = T(0);
+        const unsigned int reached = CountReached(knots, basisCount + 1, x, levels);
+        support = SweepReached(knots, basis, basisCount, x, levels, reached, isPlain);
+    }
+
+    /// Sets the basis functions and returns the point that they weigh out.
+    V<T> PointAt(T x, unsigned int levels)
+    {
+        Fill(x, levels);
+        return WeighPoints<T, V>(points, basis, support);
+    }
+
+private:
+    const T* const knots;
+    T* const basis;
+    const unsigned int basisCount;
+    const TList<V<T>>& points;
+    const bool isPlain;
+    Support support = {0, 0};
+};
 
 } // namespace
 } // namespace Halmont::Orrin::CorvexMaths

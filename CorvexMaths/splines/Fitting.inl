@@ -5,6 +5,7 @@
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
 #include <CorvexMaths/matrices/decomposition/SingularValues.h>
+#include <CorvexMaths/splines/Basis.inl>
 #include <CorvexMaths/splines/Knots.inl>
 #include <CorvexMaths/splines/TBSpline.h>
 
@@ -70,8 +71,9 @@ void TBSpline<T, V>::FillDesignMatrix(const TList<T>& parameters, unsigned int c
 {
     const unsigned int dataCount = parameters.GetCount();
     matrix->AssignMemory(endConditions ? dataCount + 2 : dataCount, controlCount);
+    RepeatedBasis<T, V> basis(knots.GetStream(), coefficients.GetStream(), coefficientCount, *this);
     for (unsigned int i = 0; i < dataCount; ++i) {
-        CalculateCoefficients(parameters[i]);
+        basis.Fill(MapToKnots(parameters[i]), order);
         for (unsigned int k = 0; k < controlCount; ++k) (*matrix)[i][k] = coefficients[k];
     }
     if (!endConditions) return;

@@ -3,19 +3,25 @@
 /// The knot vectors of a B-spline.
 
 #include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/pointsets/internal/Additions.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
 namespace
 {
 
-/// Gives an empty list a count, with the capacity that as many additions would leave, and returns its first slot.
+/// Makes room for a number of values in a list, whatever it holds, as MakeCount does.
+template <class T>
+void MakeRoomFor(TList<T>& list, unsigned int valueCount)
+{
+    if (valueCount > list.GetCount()) Kernels::MakeRoomForAdditions(list, valueCount - list.GetCount());
+}
+
+/// Gives an empty list a count, with the capacity that as many additions would lead to, and returns its first slot.
 template <class T>
 T* MakeCount(TList<T>& list, unsigned int valueCount)
 {
-    const unsigned int stepSize = list.GetGrowSize();
-    if (stepSize != 0)
-        for (unsigned int room = stepSize; room < valueCount; room += stepSize) list.Grow(room);
+    Kernels::MakeRoomForAdditions(list, valueCount);
     list.Expand(valueCount);
     return list.GetStream();
 }

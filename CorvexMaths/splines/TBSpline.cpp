@@ -2,11 +2,33 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/containers/internal/ExactClass.h>
+#include <CorvexMaths/pointsets/internal/Additions.h>
+#include <CorvexMaths/polygons/TPolygon.h>
 #include <CorvexMaths/splines/Basis.inl>
 #include <CorvexMaths/splines/Knots.inl>
 
+#include <new>
+
 namespace Halmont::Orrin::CorvexMaths
 {
+
+namespace
+{
+
+/// Calls visit(u) for u of 0 and on in steps as long as it is below 1, and then for 1.
+template <class T, class Visit>
+void ForParameters(T increment, Visit visit)
+{
+    T u = T(0);
+    do {
+        visit(u);
+        u = u + increment;
+    } while (T(1) > u);
+    visit(T(1));
+}
+
+} // namespace
 
 template <class T, template <class> class V>
 TBSpline<T, V>::TBSpline(unsigned int splineOrder, KnotType knotType, unsigned int initialCapacity,
@@ -23,7 +45,7 @@ TBSpline<T, V>::TBSpline(unsigned int splineOrder, KnotType knotType, unsigned i
 }
 
 template <class T, template <class> class V>
-TBSpline<T, V>::TBSpline(TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType)
+TBSpline<T, V>::TBSpline(const TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType)
     : TPointSet<T, V>(points),
       knotCount(0),
       coefficientCount(0),
@@ -50,13 +72,14 @@ TBSpline<T, V>::TBSpline(const TBSpline& other)
 template <class T, template <class> class V>
 TBSpline<T, V>& TBSpline<T, V>::operator=(const TBSpline& other)
 {
+    // The knots come last: where memory runs out before they match the rest, there are none.
     TPointSet<T, V>::operator=(other);
-    knotCount = other.knotCount;
-    coefficientCount = other.coefficientCount;
-    knots = other.knots;
-    coefficients = other.coefficients;
     type = other.type;
     order = other.order;
+    coefficientCount = other.coefficientCount;
+    coefficients = other.coefficients;
+    knotCount = other.knotCount;
+    knots = other.knots;
     return *this;
 }
 
@@ -67,15 +90,13 @@ template <class T, template <class> class V>
 void TBSpline<T, V>::SetOrder(unsigned int splineOrder)
 {
     CORVEX_PRECONDITION("TBSpline::SetOrder", splineOrder >= 1, splineOrder);
-    order = splineOrder;
-    AssignPersistentMembers();
+    BuildKnots(splineOrder, type);
 }
 
 template <class T, template <class> class V>
 void TBSpline<T, V>::SetType(KnotType knotType)
 {
-    type = knotType;
-    AssignPersistentMembers();
+    BuildKnots(order, knotType);
 }
 
 template <class T, template <class> class V>
@@ -109,16 +130,39 @@ void TBSpline<T, V>::ElementsRemoved(V<T>* points, unsigned int pointCount)
 template <class T, template <class> class V>
 void TBSpline<T, V>::AssignPersistentMembers()
 {
+    BuildKnots(order, type);
+}
+
+template <class T, template <class> class V>
+void TBSpline<T, V>::BuildKnots(unsigned int newOrder, KnotType newType)
+{
+    // Room comes first: where memory runs out, all stays as it was.
+    const unsigned int newCount = newOrder + this->count;
+    if (newCount < newOrder) throw std::bad_alloc();
+    MakeRoomFor(coefficients, newCount - 1);
+    if (newType == Uniform || newType == Clamped) MakeRoomFor(knots, newCount);
+
+    order = newOrder;
+    type = newType;
+    knotCount = newCount;
+    coefficientCount = newCount - 1;
     knots.Clear(false);
     coefficients.Clear(false);
-    knotCount = order + this->count;
-    coefficientCount = knotCount - 1;
     T* coefficient = MakeCount(coefficients, coefficientCount);
     for (unsigned int i = 0; i < coefficientCount; ++i) coefficient[i] = T(0);
     if (type == Uniform)
         FillUniformKnots(MakeCount(knots, knotCount), knotCount);
     else if (type == Clamped)
         FillClampedKnots(MakeCount(knots, knotCount), knotCount, order, this->count);
+}
+
+template <class T, template <class> class V>
+bool TBSpline<T, V>::CanEvaluate() const
+{
+    CORVEX_PRECONDITION("TBSpline::Evaluate", this->count >= 1, this->count);
+    CORVEX_PRECONDITION("TBSpline::Evaluate", knots.GetCount() == order + this->count, knots.GetCount(), order,
+                        this->count, type);
+    return knots.GetCount() == knotCount && knotCount > order && knotCount > this->count;
 }
 
 template <class T, template <class> class V>
@@ -151,10 +195,8 @@ void TBSpline<T, V>::CalculateCoefficients(T u, unsigned int levels)
 template <class T, template <class> class V>
 V<T> TBSpline<T, V>::Evaluate(T u)
 {
-    CORVEX_PRECONDITION("TBSpline::Evaluate", this->count >= 1, this->count);
-    CORVEX_PRECONDITION("TBSpline::Evaluate", knots.GetCount() == order + this->count, knots.GetCount(), order,
-                        this->count, type);
-    T* basis = coefficients.GetStream();
+    if (!CanEvaluate()) return ZeroVector<T, V>();
+    T* const basis = coefficients.GetStream();
     const Support support = FillBasis<T, V>(knots.GetStream(), basis, coefficientCount, *this, MapToKnots(u), order);
     return WeighPoints<T, V>(*this, basis, support);
 }
@@ -170,13 +212,18 @@ void TBSpline<T, V>::Evaluate(TPointSet<T, V>* out, T step, bool byLength)
         if (increment > T(1)) increment = T(1);
     }
     out->Clear(false);
-    if (increment == T(0)) return;
-    T u = T(0);
-    do {
-        out->Add(Evaluate(u));
-        u = u + increment;
-    } while (T(1) > u);
-    out->Add(Evaluate(T(1)));
+    if (increment == T(0) || !CanEvaluate()) return;
+
+    // A derived class may change the spline in its hooks, so there each point is computed by itself.
+    if (!IsExactly(*out) && !HasHooksOf<TPolygon<T, V>>(*out)) {
+        ForParameters(increment, [&](T u) { out->Add(Evaluate(u)); });
+        return;
+    }
+    unsigned int pointCount = 0;
+    ForParameters(increment, [&](T) { ++pointCount; });
+    Kernels::MakeRoomForAdditions(*out, pointCount);
+    RepeatedBasis<T, V> basis(knots.GetStream(), coefficients.GetStream(), coefficientCount, *this);
+    ForParameters(increment, [&](T u) { out->Add(basis.PointAt(MapToKnots(u), order)); });
 }
 
 template <class T, template <class> class V>
@@ -190,13 +237,16 @@ template <class T, template <class> class V>
 T TBSpline<T, V>::GetLength(T start, T end, T step)
 {
     CORVEX_PRECONDITION("TBSpline::GetLength", step > T(0), step);
+    if (!CanEvaluate()) return T(0);
+    RepeatedBasis<T, V> basis(knots.GetStream(), coefficients.GetStream(), coefficientCount, *this);
+    const auto pointAt = [&](T u) { return basis.PointAt(MapToKnots(u), order); };
     T total = T(0);
     T b = start + step;
     if (end >= b) {
         // The end of one chord is the start of the next.
-        V<T> from = Evaluate(start);
+        V<T> from = pointAt(start);
         do {
-            const V<T> to = Evaluate(b);
+            const V<T> to = pointAt(b);
             total = total + from.DiffVectLen(to);
             from = to;
             b = b + step;
@@ -205,8 +255,8 @@ T TBSpline<T, V>::GetLength(T start, T end, T step)
     // Rounding may have put this beside the last point.
     const T last = b - step;
     if (last == end) return total;
-    const V<T> from = Evaluate(last);
-    return total + from.DiffVectLen(Evaluate(end));
+    const V<T> from = pointAt(last);
+    return total + from.DiffVectLen(pointAt(end));
 }
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -41,6 +41,10 @@ enum KnotType : unsigned int
 /// control point, knots that are up to date, and a type that is one of the two. A spline of any other type is built and
 /// edited like the rest, but has no knots.
 ///
+/// Where memory runs out for the knots, the allocator's exception passes. An edit has then taken place, and the knots
+/// are those of before; `SetOrder` and `SetType` leave all as it was. An evaluation that misses knots it needs gives
+/// zeros, a length of 0 and no samples.
+///
 /// Evaluation is not const and two threads may not evaluate one spline: the basis functions are left in `coefficients`.
 template <class T, template <class> class V>
 class CORVEX_API TBSpline : public TPointSet<T, V>
@@ -73,7 +77,7 @@ public:
 
     /// A spline of an order of at least 1 with copies of the points of a set for control points; its knots are built.
     /// Knots and coefficients get the grow size of the set. An empty set gives a spline without control points.
-    TBSpline(TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
+    TBSpline(const TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
 
     /// A copy, knots and coefficients as they stand, up to date or not; the box is calculated anew.
     TBSpline(const TBSpline& other);
@@ -107,6 +111,9 @@ public:
     ///
     /// The step must not be below 0: with a negative one the loop would not end, as with one so small that adding it to
     /// a parameter below 1 changes nothing. One of NaN gives the two ends alone.
+    ///
+    /// Knots and control points are looked at once, unless `out` is of a class of your own, whose hooks might change
+    /// them: each point then takes a time that grows with the order alone.
     void Evaluate(TPointSet<T, V>* out, T step, bool byLength);
 
     /// The polynomial degree plus 1.
@@ -156,7 +163,8 @@ public:
     /// it is the one chord between the two; with both the same it is 0 but for rounding. Overwrites `coefficients`.
     ///
     /// The step must be above 0: with any other the loop would not end, as with one so small that adding it to a
-    /// parameter changes nothing. What Evaluate asks of the spline is asked here too.
+    /// parameter changes nothing. What Evaluate asks of the spline is asked here too. Knots and control points are
+    /// looked at once; each point then takes a time that grows with the order alone.
     T GetLength(T start, T end, T step);
     /// The length of the chords over the whole curve, from 0 to 1 in steps of `step`, which is above 0. All components
     /// count, w too. What Evaluate asks of the spline is asked here too.
@@ -177,6 +185,12 @@ protected:
 private:
     /// Builds the knots for the control points there are, and sets the coefficients to 0.
     void AssignPersistentMembers();
+
+    /// Sets order and type and builds the knots for the control points there are; where memory runs out, neither.
+    void BuildKnots(unsigned int newOrder, KnotType newType);
+
+    /// Whether an evaluation finds the knots it reads. Debug builds check here what it requires.
+    bool CanEvaluate() const;
 
     /// The parameter on the scale of the knots, kept inside the right end.
     T MapToKnots(T u) const;
