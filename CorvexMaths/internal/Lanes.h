@@ -24,7 +24,8 @@
 ///
 /// What the kernel calls is CORVEX_ALWAYS_INLINE too, or a compiler may leave it in its baseline form. A lambda that
 /// hands on to an operation of its own caller is __attribute__((flatten)) for the same reason. Lanes go through reference
-/// arguments: passed or returned by value, they would depend on the target.
+/// arguments: passed or returned by value, they would depend on the target. A lambda captures values: an object captured
+/// by reference has its address taken, and is read again after every write through a pointer of its type.
 
 #include <cstdint>
 #include <cstring>

@@ -19,7 +19,7 @@ namespace
 /// Applies the reflection in row i of u to the rows of v below i, whose factors stand in v[i][i + 1] and on. With
 /// `sumNext`, the products for row i - 1 of u are added up in v[i - 1][i] and on.
 template <class T, class Width>
-CORVEX_ALWAYS_INLINE void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext, Width width)
+void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext, Width width)
 {
     const unsigned int l = i + 1;
     const T* const x = u[i];
@@ -62,7 +62,7 @@ void AccumulateRight(T** u, T** v, const T* work, unsigned int n)
                 for (unsigned int k = l; k < n; ++k) {
                     const RowBlock<T, 1> block{{v[k] + l}, {u[i][k]}};
                     T* sums = v[i] + l;
-                    AddRows(block, sums, AnyWidth{n - l});
+                    AddRows(block, sums, AnyWidth<>{n - l});
                 }
             }
             summed = i > 0 && work[i] != T(0);

@@ -331,7 +331,7 @@ private:
         case 4:
             return operation(FixedWidth<4>());
         default:
-            return operation(AnyWidth{count});
+            return operation(AnyWidth<>{count});
         }
     }
 
@@ -420,7 +420,7 @@ private:
                        Width columns) const
     {
         if (lastWaits) UpdateStrip(x, count, lastFactors, columns, lastScale);
-        ApplyRotations<typename StripColumns<T, AnyWidth>::Column>(rotations, rotationCount, x, 0, count);
+        ApplyRotations<typename StripColumns<T, AnyWidth<>>::Column>(rotations, rotationCount, x, 0, count);
     }
 
     const T* rowSource;

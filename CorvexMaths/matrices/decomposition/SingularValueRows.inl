@@ -27,13 +27,17 @@ template <unsigned int N>
 struct FixedWidth
 {
     static constexpr unsigned int rowsAtOnce = 1;
+    static constexpr unsigned int registerBytes = baselineBytes;
     static constexpr unsigned int Get() { return N; }
 };
 
-/// A number of columns known when running. Rows are taken four at a time, to read what they share once.
+/// A number of columns known when running, of loops in registers of so many bytes. Rows are taken four at a time, to
+/// read what they share once.
+template <unsigned int Bytes = baselineBytes>
 struct AnyWidth
 {
     static constexpr unsigned int rowsAtOnce = 4;
+    static constexpr unsigned int registerBytes = Bytes;
     unsigned int width;
     unsigned int Get() const { return width; }
 };
@@ -42,7 +46,7 @@ struct AnyWidth
 template <class Operation>
 inline auto WithAnyWidth(unsigned int width, Operation operation)
 {
-    return ForThisProcessor([=](auto) __attribute__((flatten)) { return operation(AnyWidth{width}); });
+    return ForThisProcessor([=](auto bytes) __attribute__((flatten)) { return operation(AnyWidth<bytes>{width}); });
 }
 
 /// The same, but 3 columns or fewer are fixed, so that a tall matrix of up to 4 columns streams through registers.
@@ -200,18 +204,8 @@ CORVEX_ALWAYS_INLINE void TurnFourRows(Row* const (&row)[4], T* column, std::siz
     }
 }
 
-/// The factor of each row becomes its dot product with `count` values.
-template <class T, unsigned int R, class Values>
-CORVEX_ALWAYS_INLINE void DotInTurn(RowBlock<T, R>& block, Values& values, unsigned int count)
-{
-    T sums[R] = {};
-    for (unsigned int j = 0; j < count; ++j)
-        for (unsigned int r = 0; r < R; ++r) sums[r] += block.rows[r][j] * values[j];
-    for (unsigned int r = 0; r < R; ++r) block.factors[r] = sums[r];
-}
-
-/// The same for 4 rows, transposed four columns at a time, so that the rows lie side by side in a register and each sum
-/// still takes its terms one by one in the order of the columns.
+/// The factor of each of 4 rows becomes its dot product with `count` values. The rows are transposed, four columns at a
+/// time, so that they lie side by side in a register and each sum still takes its terms in the order of the columns.
 template <class T>
 CORVEX_ALWAYS_INLINE void DotTransposed(RowBlock<T, 4>& block, const T* values, unsigned int count)
 {
@@ -233,22 +227,16 @@ CORVEX_ALWAYS_INLINE void DotTransposed(RowBlock<T, 4>& block, const T* values, 
 template <class T, unsigned int R, class Values, class Width>
 inline void DotRows(RowBlock<T, R>& block, Values& values, Width width)
 {
-    if constexpr (R == 4) {
-        ForThisProcessor([&block, from = &values[0], count = width.Get()](auto bytes) {
-            if constexpr (bytes == baselineBytes)
-                DotInTurn(block, from, count);
-            else
-                DotTransposed(block, from, count);
-        });
-    } else {
-        DotInTurn(block, values, width.Get());
-    }
+    if constexpr (R == 4 && Width::registerBytes > baselineBytes) return DotTransposed(block, &values[0], width.Get());
+    T sums[R] = {};
+    for (unsigned int j = 0; j < width.Get(); ++j)
+        for (unsigned int r = 0; r < R; ++r) sums[r] += block.rows[r][j] * values[j];
+    for (unsigned int r = 0; r < R; ++r) block.factors[r] = sums[r];
 }
 
 /// sums[j] += sum of rows[k][pivot] * rows[k][pivot + 1 + j] over k from `from` to before `to`.
 template <class T, class Width>
-CORVEX_ALWAYS_INLINE void AddColumnProducts(T** rows, unsigned int from, unsigned int to, unsigned int pivot, T* sums,
-                                            Width width)
+void AddColumnProducts(T** rows, unsigned int from, unsigned int to, unsigned int pivot, T* sums, Width width)
 {
     Held<T, Width> held(sums, width);
     ForRows<Width::rowsAtOnce>(from, to, [&](auto size, unsigned int k) {

@@ -26,24 +26,27 @@ bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, uns
 
     // scratch = W^-1 U-transposed b, its products row by row.
     SetZero(scratch, n);
-    const AnyWidth width{n};
-    ForRows<AnyWidth::rowsAtOnce>(0, m, [&](auto size, unsigned int i) {
-        RowBlock<T, size.Get()> block;
-        for (unsigned int r = 0; r < size.Get(); ++r) {
-            block.rows[r] = u[i + r];
-            block.factors[r] = b[i + r];
-        }
-        AddRows(block, scratch, width);
+    WithAnyWidth(n, [=, &u](auto width) {
+        ForRows<width.rowsAtOnce>(0, m, [&](auto size, unsigned int i) {
+            RowBlock<T, size.Get()> block;
+            for (unsigned int r = 0; r < size.Get(); ++r) {
+                block.rows[r] = u[i + r];
+                block.factors[r] = b[i + r];
+            }
+            AddRows(block, scratch, width);
+        });
     });
     below.AddRowProducts(b + m, scratch);
     for (unsigned int j = 0; j < n; ++j) scratch[j] = scratch[j] / w[j][j];
 
     // x = V scratch.
-    ForRows<AnyWidth::rowsAtOnce>(0, n, [&](auto size, unsigned int k) {
-        RowBlock<T, size.Get()> block;
-        for (unsigned int r = 0; r < size.Get(); ++r) block.rows[r] = v[k + r];
-        DotRows(block, scratch, width);
-        for (unsigned int r = 0; r < size.Get(); ++r) x[k + r] = block.factors[r];
+    WithAnyWidth(n, [=, &v](auto width) {
+        ForRows<width.rowsAtOnce>(0, n, [&](auto size, unsigned int k) {
+            RowBlock<T, size.Get()> block;
+            for (unsigned int r = 0; r < size.Get(); ++r) block.rows[r] = v[k + r];
+            DotRows(block, scratch, width);
+            for (unsigned int r = 0; r < size.Get(); ++r) x[k + r] = block.factors[r];
+        });
     });
     return true;
 }
