@@ -3,4 +3,11 @@
 /// Every answer of the Robust family: fits, alignment, hulls, splines and zones that hold on every input, or say why
 /// there is none.
 
+#include <CorvexMaths/robust/CircleFit.h>
+#include <CorvexMaths/robust/ConeFit.h>
+#include <CorvexMaths/robust/CylinderFit.h>
+#include <CorvexMaths/robust/FitAnswer.h>
+#include <CorvexMaths/robust/LineFit.h>
+#include <CorvexMaths/robust/PlaneFit.h>
+#include <CorvexMaths/robust/SphereFit.h>
 #include <CorvexMaths/robust/Status.h>

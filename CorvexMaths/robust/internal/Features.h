@@ -1,0 +1,258 @@
+#pragma once
+
+#include <CorvexMaths/robust/internal/Placement.h>
+
+#include <algorithm>
+
+/// The features to fit: for each the distances of a point and their derivatives by the parameters, and how a step moves
+/// it. `Row` writes the derivatives and then the distance; it is written once for double and for twice its digits, in
+/// which the distance is computed before it is rounded. A feature with two rows has a distance in two components at
+/// right angles, whose squares add.
+///
+/// The parameters of a step are those of the feature's own placement, which moves along, so that all features far from
+/// convergence and near it are described by the same short derivatives (A. B. Forbes, "Least-squares best-fit geometric
+/// elements", NPL DITC 140/89, 1989).
+namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+{
+
+/// A plane in space, a line in the plane: the last axis is the normal. The distance is the coordinate along it; a shift
+/// along the normal lowers it by as much, a tilt towards axis k raises it by the coordinate along k.
+template <unsigned int D>
+struct Flat
+{
+    static constexpr bool hasSign = true;
+    static constexpr unsigned int dimension = D;
+    static constexpr unsigned int parameters = D;
+    static constexpr unsigned int rows = 1;
+    static constexpr bool isAngle(unsigned int parameter) { return parameter > 0; }
+
+    Placement<D> place;
+
+    template <class Real>
+    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    {
+        row[0][0] = -1.0;
+        for (unsigned int k = 0; k < D - 1; ++k) row[0][1 + k] = place.template Along<double>(k, point);
+        row[0][D] = static_cast<double>(place.template Along<Real>(D - 1, point));
+    }
+    static double Signed(const double* distances) { return distances[0]; }
+
+    void Move(const double* step)
+    {
+        place.Shift(D - 1, step[0]);
+        place.Tilt(step + 1);
+    }
+    double Size() const { return 1.0; }
+};
+
+/// A line in space along the last axis: the distance has the coordinates along the other two axes as its components.
+struct Straight
+{
+    static constexpr bool hasSign = false;
+    static constexpr unsigned int dimension = 3;
+    static constexpr unsigned int parameters = 4;
+    static constexpr unsigned int rows = 2;
+    static constexpr bool isAngle(unsigned int parameter) { return parameter > 1; }
+
+    Placement<3> place;
+
+    template <class Real>
+    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    {
+        const double z = place.Along<double>(2, point);
+        for (unsigned int k = 0; k < 2; ++k) {
+            row[k][k] = -1.0;
+            row[k][1 - k] = 0.0;
+            row[k][2 + k] = -z;
+            row[k][3 - k] = 0.0;
+            row[k][4] = static_cast<double>(place.Along<Real>(k, point));
+        }
+    }
+    static double Signed(const double* d) { return std::sqrt(d[0] * d[0] + d[1] * d[1]); }
+
+    void Move(const double* step)
+    {
+        place.Shift(0, step[0]);
+        place.Shift(1, step[1]);
+        place.Tilt(step + 2);
+    }
+    double Size() const { return 1.0; }
+};
+
+/// A circle in the plane, a sphere in space: the distance is that from the centre less the radius.
+template <unsigned int D>
+struct Round
+{
+    static constexpr bool hasSign = true;
+    static constexpr unsigned int dimension = D;
+    static constexpr unsigned int parameters = D + 1;
+    static constexpr unsigned int rows = 1;
+    static constexpr bool isAngle(unsigned int) { return false; }
+
+    DoubleDouble centre[D];
+    DoubleDouble radius;
+
+    template <class Real>
+    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    {
+        Real out[D];
+        Real square(0.0);
+        for (unsigned int k = 0; k < D; ++k) {
+            out[k] = Real(point[k]) - static_cast<Real>(centre[k]);
+            square = square + out[k] * out[k];
+        }
+        const Real length = SquareRoot(square);
+        const double divisor = Divisor(static_cast<double>(length));
+        for (unsigned int k = 0; k < D; ++k) row[0][k] = -static_cast<double>(out[k]) / divisor;
+        row[0][D] = -1.0;
+        row[0][D + 1] = static_cast<double>(length - static_cast<Real>(radius));
+    }
+    static double Signed(const double* distances) { return distances[0]; }
+
+    /// A point at the centre itself has no direction, and no derivative by the centre.
+    static double Divisor(double length) { return length > 0.0 ? length : 1.0; }
+
+    void Move(const double* step)
+    {
+        for (unsigned int k = 0; k < D; ++k) centre[k] += step[k];
+        radius += step[D];
+    }
+    double Size() const { return std::max(1.0, std::fabs(radius.high)); }
+};
+
+/// What features about an axis share: the coordinates of a point about the last axis.
+template <class Real>
+struct AboutAxis
+{
+    Real length; ///< The distance from the axis.
+    double x, y; ///< The unit vector from the axis to the point, along the first two axes; zeros on the axis.
+
+    AboutAxis(const Placement<3>& place, const double* point)
+    {
+        const Real u = place.Along<Real>(0, point);
+        const Real v = place.Along<Real>(1, point);
+        length = SquareRoot(u * u + v * v);
+        const double divisor = Round<2>::Divisor(static_cast<double>(length));
+        x = static_cast<double>(u) / divisor;
+        y = static_cast<double>(v) / divisor;
+    }
+};
+
+/// A circle in space about the last axis: the components of the distance are that in the circle's plane, from the axis
+/// less the radius, and that along the axis.
+struct Ring
+{
+    static constexpr bool hasSign = true;
+    static constexpr unsigned int dimension = 3;
+    static constexpr unsigned int parameters = 6;
+    static constexpr unsigned int rows = 2;
+    static constexpr bool isAngle(unsigned int parameter) { return parameter == 3 || parameter == 4; }
+
+    Placement<3> place;
+    DoubleDouble radius;
+
+    template <class Real>
+    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    {
+        const AboutAxis<Real> about(place, point);
+        const Real height = place.Along<Real>(2, point);
+        const double z = static_cast<double>(height);
+        const double flat = static_cast<double>(about.length);
+        const double in[] = {-about.x,
+                             -about.y,
+                             0.0,
+                             -z * about.x,
+                             -z * about.y,
+                             -1.0,
+                             static_cast<double>(about.length - static_cast<Real>(radius))};
+        const double along[] = {0.0, 0.0, -1.0, flat * about.x, flat * about.y, 0.0, z};
+        std::copy(in, in + 7, row[0]);
+        std::copy(along, along + 7, row[1]);
+    }
+    /// Positive outside the circle.
+    static double Signed(const double* d)
+    {
+        const double length = std::sqrt(d[0] * d[0] + d[1] * d[1]);
+        return d[0] < 0.0 ? -length : length;
+    }
+
+    void Move(const double* step)
+    {
+        for (unsigned int k = 0; k < 3; ++k) place.Shift(k, step[k]);
+        place.Tilt(step + 3);
+        radius += step[5];
+    }
+    double Size() const { return std::max(1.0, std::fabs(radius.high)); }
+};
+
+/// A cylinder about the last axis, or a cone that widens along it. With r the distance from the axis, z the height above
+/// the origin, R the radius there and h the half angle, the distance from the line that generates the cone is
+/// (r - R) cos h - z sin h; a cylinder has h = 0. A tilt towards an axis moves z by the coordinate along that axis.
+template <bool isCone>
+struct Tapered
+{
+    static constexpr bool hasSign = true;
+    static constexpr unsigned int dimension = 3;
+    static constexpr unsigned int parameters = isCone ? 6 : 5;
+    static constexpr unsigned int rows = 1;
+    static constexpr bool isAngle(unsigned int k) { return k == 2 || k == 3 || k == 5; }
+
+    Placement<3> place;
+    DoubleDouble radius;
+    DoubleDouble cosine = 1.0;
+    DoubleDouble sine;
+
+    template <class Real>
+    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    {
+        const AboutAxis<Real> about(place, point);
+        const Real outside = about.length - static_cast<Real>(radius);
+        const double z = place.Along<double>(2, point);
+        const double c = cosine.high;
+        const double s = sine.high;
+        const double lever = -z * c - static_cast<double>(about.length) * s;
+        row[0][0] = -about.x * c;
+        row[0][1] = -about.y * c;
+        row[0][2] = about.x * lever;
+        row[0][3] = about.y * lever;
+        row[0][4] = -c;
+        if constexpr (isCone) {
+            const Real height = place.Along<Real>(2, point);
+            row[0][5] = -static_cast<double>(outside) * s - z * c;
+            row[0][6] = static_cast<double>(outside * static_cast<Real>(cosine) - height * static_cast<Real>(sine));
+        } else {
+            row[0][5] = static_cast<double>(outside);
+        }
+    }
+    static double Signed(const double* distances) { return distances[0]; }
+
+    void Move(const double* step)
+    {
+        place.Shift(0, step[0]);
+        place.Shift(1, step[1]);
+        place.Tilt(step + 2);
+        radius += step[4];
+        if constexpr (isCone) Open(step[5]);
+    }
+    /// Turns the frame by half a turn about its first axis, which leaves the surface as it is.
+    void Reverse()
+    {
+        for (unsigned int axis = 1; axis < 3; ++axis) {
+            for (DoubleDouble& x : place.axes[axis]) x = -x;
+        }
+        place.Shift(0, 0.0);
+        sine = -sine;
+    }
+    /// Turns (cosine, sine) by the angle whose tangent is given.
+    void Open(double tangent)
+    {
+        const DoubleDouble c = cosine - sine * DoubleDouble(tangent);
+        const DoubleDouble s = sine + cosine * DoubleDouble(tangent);
+        const DoubleDouble length = SquareRoot(c * c + s * s);
+        cosine = c / length;
+        sine = s / length;
+    }
+    double Size() const { return std::max(1.0, std::fabs(radius.high)); }
+};
+
+} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/robust/Status.h>
+#include <CorvexMaths/robust/internal/DoubleDouble.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+/// The points of a question in coordinates of their own, about 1 in size and near the origin.
+namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+{
+
+/// Points of D components, shifted and scaled so that half their extent lies between 1/2 and 1, without rounding: the
+/// scale is a power of two, and an axis is shifted only where that is exact. This is so where the middle of the extent
+/// is at least twice half the extent away from 0: then each coordinate is between half and twice the shift, and their
+/// difference is a double (P. H. Sterbenz). Elsewhere coordinates are at most three times half the extent anyway.
+/// What follows therefore does not depend on where a part lies nor on its unit.
+template <unsigned int D>
+class LocalPoints
+{
+public:
+    /// Done, TooFewPoints, NotFinite, or Degenerate where all points are equal.
+    Status status = Status::TooFewPoints;
+    /// How far rounding may have moved a coordinate of the points as they were given.
+    double rounding = 0.0;
+
+    template <class Vector>
+    LocalPoints(const TList<Vector>& points, unsigned int least) : count(points.GetCount())
+    {
+        if (count < least || count == 0) return;
+        using T = std::remove_reference_t<decltype(points[0][0])>;
+        coordinates.resize(std::size_t(count) * D);
+        double* to = &coordinates[0];
+        double greatest = 0.0;
+        for (unsigned int i = 0; i < count; ++i) {
+            for (unsigned int k = 0; k < D; ++k, ++to) {
+                *to = static_cast<double>(points[i][k]);
+                if (!std::isfinite(*to)) {
+                    status = Status::NotFinite;
+                    return;
+                }
+                greatest = std::max(greatest, std::fabs(*to));
+            }
+        }
+        status = Normalise(greatest) ? Status::Done : Status::Degenerate;
+        rounding = std::numeric_limits<T>::epsilon() * std::ldexp(greatest, -outer - inner);
+    }
+
+    unsigned int GetCount() const { return count; }
+    const double* operator[](std::size_t i) const { return &coordinates[i * D]; }
+
+    /// The mean of the points.
+    std::array<DoubleDouble, D> Mean() const
+    {
+        std::array<DoubleDouble, D> mean;
+        for (std::size_t i = 0; i < coordinates.size(); i += D) {
+            for (unsigned int k = 0; k < D; ++k) mean[k] += coordinates[i + k];
+        }
+        for (DoubleDouble& x : mean) x = x / DoubleDouble(count);
+        return mean;
+    }
+
+    /// A length in the unit of the points as given.
+    double ToLength(double length) const { return std::ldexp(std::ldexp(length, inner), outer); }
+    /// Component k of a place in the coordinates of the points as given.
+    double ToPlace(unsigned int k, const DoubleDouble& place) const
+    {
+        const DoubleDouble scaled(std::ldexp(place.high, inner), std::ldexp(place.low, inner));
+        return std::ldexp((scaled + DoubleDouble(shift[k])).high, outer);
+    }
+
+    /// Every step-th point, for a first look.
+    LocalPoints Sample(unsigned int step) const { return LocalPoints(*this, step); }
+
+private:
+    unsigned int count;
+    std::vector<double> coordinates;
+    double shift[D] = {};
+    int outer = 0;
+    int inner = 0;
+
+    LocalPoints(const LocalPoints& all, unsigned int step)
+        : status(all.status), rounding(all.rounding), count((all.count + step - 1) / step)
+    {
+        coordinates.reserve(std::size_t(count) * D);
+        for (unsigned int i = 0; i < all.count; i += step) coordinates.insert(coordinates.end(), all[i], all[i] + D);
+    }
+
+    /// Brings the coordinates to at most 1 in absolute value, so that no extent overflows, shifts them, and brings half
+    /// their extent to 1. False where they have none.
+    bool Normalise(double greatest)
+    {
+        // A factor of a double's range; what is smaller still waits for the second scaling.
+        std::frexp(greatest, &outer);
+        outer = std::max(outer, -1000);
+        const double factor = std::ldexp(1.0, -outer);
+        for (double& x : coordinates) x *= factor;
+
+        double half = 0.0;
+        for (unsigned int k = 0; k < D; ++k) {
+            double lowest = coordinates[k];
+            double highest = lowest;
+            for (std::size_t i = k; i < coordinates.size(); i += D) {
+                lowest = std::min(lowest, coordinates[i]);
+                highest = std::max(highest, coordinates[i]);
+            }
+            const double extent = 0.5 * (highest - lowest);
+            half = std::max(half, extent);
+            shift[k] = 0.5 * (lowest + highest);
+            if (std::fabs(shift[k]) < 2.0 * extent) shift[k] = 0.0;
+        }
+        if (!(half > 0.0)) return false;
+        std::frexp(half, &inner);
+        for (std::size_t i = 0; i < coordinates.size(); i += D) {
+            for (unsigned int k = 0; k < D; ++k) {
+                coordinates[i + k] = std::ldexp(coordinates[i + k] - shift[k], -inner);
+            }
+        }
+        return true;
+    }
+};
+
+} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels

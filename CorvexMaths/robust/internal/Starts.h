@@ -1,0 +1,325 @@
+#pragma once
+
+#include <CorvexMaths/robust/internal/DistanceFit.h>
+#include <CorvexMaths/robust/internal/Features.h>
+#include <CorvexMaths/robust/internal/PrincipalAxes.h>
+
+#include <utility>
+#include <vector>
+
+/// Where the fits start.
+namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+{
+
+/// A frame whose axes are principal ones in a given order.
+template <unsigned int D>
+Placement<D> PlaceAlong(const PrincipalAxes<D>& principal, const unsigned int (&order)[D])
+{
+    double axes[D][D];
+    for (unsigned int i = 0; i < D; ++i) std::copy(principal.axes[order[i]], principal.axes[order[i]] + D, axes[i]);
+    return {principal.mean.data(), axes};
+}
+
+/// The circle or sphere of least |p|^2 - 2 c.p + |c|^2 - r^2 in squares, which is linear in c and |c|^2 - r^2 (I. Kasa,
+/// 1976), about the mean of the points. False where the points lie in a line or a plane, as far as rounding lets that be
+/// seen. `place` gives the D coordinates of a point.
+template <unsigned int D, class Points, class Place>
+bool AlgebraicRound(const Points& points, Place place, double (&centre)[D], double* radius)
+{
+    TallTriangle<D + 2> triangle;
+    for (unsigned int i = 0; i < points.GetCount(); ++i) {
+        double* const row = triangle.Next();
+        double p[D];
+        place(points[i], p);
+        double square = 0.0;
+        for (unsigned int k = 0; k < D; ++k) {
+            row[(k + 1) * TallTriangle<D + 2>::blockRows] = 2.0 * p[k];
+            square += p[k] * p[k];
+        }
+        row[0] = 1.0;
+        row[(D + 1) * TallTriangle<D + 2>::blockRows] = square;
+    }
+    triangle.Finish();
+    double x[D + 1];
+    if (!SolveTriangle(triangle, x)) return false;
+    double square = x[0];
+    for (unsigned int k = 0; k < D; ++k) {
+        centre[k] = x[k + 1];
+        square += x[k + 1] * x[k + 1];
+    }
+    *radius = std::sqrt(square);
+    return *radius > 0.0;
+}
+
+template <unsigned int D>
+bool Start(const LocalPoints<D>& points, Flat<D>* flat)
+{
+    const PrincipalAxes<D> principal(points);
+    unsigned int order[D];
+    for (unsigned int k = 0; k < D; ++k) order[k] = k;
+    flat->place = PlaceAlong(principal, order);
+    return principal.Separates(D - 2, D - 1, points);
+}
+
+inline bool Start(const LocalPoints<3>& points, Straight* straight)
+{
+    const PrincipalAxes<3> principal(points);
+    straight->place = PlaceAlong(principal, {2, 1, 0});
+    return principal.Separates(0, 1, points);
+}
+
+template <unsigned int D>
+bool Start(const LocalPoints<D>& points, Round<D>* round)
+{
+    const PrincipalAxes<D> principal(points);
+    double centre[D];
+    double radius;
+    const auto place = [&](const double* point, double* p) {
+        for (unsigned int k = 0; k < D; ++k) p[k] = point[k] - principal.mean[k].high;
+    };
+    if (!AlgebraicRound<D>(points, place, centre, &radius)) return false;
+    for (unsigned int k = 0; k < D; ++k) round->centre[k] = principal.mean[k] + DoubleDouble(centre[k]);
+    round->radius = radius;
+    return true;
+}
+
+inline bool Start(const LocalPoints<3>& points, Ring* ring)
+{
+    const PrincipalAxes<3> principal(points);
+    ring->place = PlaceAlong(principal, {0, 1, 2});
+    double centre[2];
+    double radius;
+    const auto place = [&](const double* point, double* p) {
+        for (unsigned int k = 0; k < 2; ++k) p[k] = ring->place.Along<double>(k, point);
+    };
+    if (!AlgebraicRound<2>(points, place, centre, &radius)) return false;
+    for (unsigned int k = 0; k < 2; ++k) ring->place.Shift(k, centre[k]);
+    ring->radius = radius;
+    return true;
+}
+
+/// The cylinder or cone about a given direction. With the cone's slope t, x^2 + y^2 = (R + t z)^2 about its axis, which
+/// is linear in the place of the axis, 2 R t, t^2 and a constant; a cylinder has no terms in z.
+template <bool isCone>
+bool StartAlong(const LocalPoints<3>& points, const DoubleDouble* mean, const double (&axes)[3][3],
+                Tapered<isCone>* tapered)
+{
+    Placement<3> place(mean, axes);
+    double centre[2];
+    double radius;
+    double slope = 0.0;
+    if constexpr (isCone) {
+        constexpr unsigned int stride = TallTriangle<6>::blockRows;
+        TallTriangle<6> triangle;
+        for (unsigned int i = 0; i < points.GetCount(); ++i) {
+            double p[3];
+            for (unsigned int k = 0; k < 3; ++k) p[k] = place.Along<double>(k, points[i]);
+            const double row[] = {1.0, 2.0 * p[0], 2.0 * p[1], p[2], p[2] * p[2], p[0] * p[0] + p[1] * p[1]};
+            double* const to = triangle.Next();
+            for (unsigned int k = 0; k < 6; ++k) to[k * stride] = row[k];
+        }
+        triangle.Finish();
+        double x[5];
+        if (!SolveTriangle(triangle, x)) return false;
+        centre[0] = x[1];
+        centre[1] = x[2];
+        radius = std::sqrt(x[0] + x[1] * x[1] + x[2] * x[2]);
+        slope = x[3] / (2.0 * radius);
+    } else {
+        const auto flat = [&](const double* point, double* p) {
+            for (unsigned int k = 0; k < 2; ++k) p[k] = place.Along<double>(k, point);
+        };
+        if (!AlgebraicRound<2>(points, flat, centre, &radius)) return false;
+    }
+    if (!(radius > 0.0) || !(std::fabs(slope) < 1e6)) return false;
+    tapered->place = place;
+    tapered->place.Shift(0, centre[0]);
+    tapered->place.Shift(1, centre[1]);
+    tapered->radius = radius;
+    tapered->cosine = 1.0;
+    tapered->sine = 0.0;
+    if constexpr (isCone) tapered->Open(slope);
+    return true;
+}
+
+inline void Normalise(double (&v)[3])
+{
+    const double length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+    for (double& x : v) x /= length;
+}
+
+/// Unit vectors at right angles, the last one along the direction.
+inline void FrameAbout(const double (&direction)[3], double (&axes)[3][3])
+{
+    // The axis of the least component is the furthest from the direction.
+    unsigned int least = 0;
+    for (unsigned int k = 1; k < 3; ++k) {
+        if (std::fabs(direction[k]) < std::fabs(direction[least])) least = k;
+    }
+    const auto cross = [](const double(&a)[3], const double(&b)[3], double(&out)[3]) {
+        for (unsigned int k = 0; k < 3; ++k) {
+            out[k] = a[(k + 1) % 3] * b[(k + 2) % 3] - a[(k + 2) % 3] * b[(k + 1) % 3];
+        }
+    };
+    double unit[3] = {};
+    unit[least] = 1.0;
+    std::copy(direction, direction + 3, axes[2]);
+    Normalise(axes[2]);
+    cross(unit, axes[2], axes[0]);
+    Normalise(axes[0]);
+    cross(axes[2], axes[0], axes[1]);
+}
+
+/// Turns the direction of a start to where the best cylinder or cone about it fits best: Gauss-Newton steps on the two
+/// tilts alone, by differences, in which place, radius and angle follow each tilt. On a small arc these hang together so
+/// closely that steps in all of them at once would have to follow a bent and narrow valley.
+template <bool isCone>
+class DirectionSearch
+{
+public:
+    Tapered<isCone> feature;
+    /// The sum of the squared distances; infinite where there is no such feature.
+    double squares = std::numeric_limits<double>::infinity();
+
+    DirectionSearch(const LocalPoints<3>& sample, const DoubleDouble* centroid, const double (&direction)[3])
+        : points(sample), mean(centroid), distances(sample.GetCount()), ahead(sample.GetCount())
+    {
+        FrameAbout(direction, axes);
+        squares = Try(axes, &feature, &distances);
+    }
+
+    void Refine()
+    {
+        constexpr double difference = 1e-4;
+        for (unsigned int pass = 0; pass < 20 && squares > 0.0; ++pass) {
+            std::vector<double> columns[2];
+            for (unsigned int k = 0; k < 2; ++k) {
+                double turned[3][3];
+                Turn(k == 0 ? difference : 0.0, k == 1 ? difference : 0.0, turned);
+                Tapered<isCone> other;
+                if (!std::isfinite(Try(turned, &other, &ahead))) return;
+                columns[k] = ahead;
+            }
+            TallTriangle<3> triangle;
+            for (std::size_t i = 0; i < distances.size(); ++i) {
+                double* const row = triangle.Next();
+                for (unsigned int k = 0; k < 2; ++k) {
+                    row[k * TallTriangle<3>::blockRows] = (columns[k][i] - distances[i]) / difference;
+                }
+                row[2 * TallTriangle<3>::blockRows] = -distances[i];
+            }
+            triangle.Finish();
+            double step[2];
+            if (!SolveTriangle(triangle, step) || !Advance(step)) return;
+        }
+    }
+
+private:
+    const LocalPoints<3>& points;
+    const DoubleDouble* mean;
+    double axes[3][3];
+    std::vector<double> distances;
+    std::vector<double> ahead;
+
+    double Try(const double (&frame)[3][3], Tapered<isCone>* found, std::vector<double>* out) const
+    {
+        if (!StartAlong(points, mean, frame, found)) return std::numeric_limits<double>::infinity();
+        double sum = 0.0;
+        for (unsigned int i = 0; i < points.GetCount(); ++i) {
+            double row[1][Tapered<isCone>::parameters + 1];
+            found->template Row<double>(points[i], row);
+            (*out)[i] = row[0][Tapered<isCone>::parameters];
+            sum += (*out)[i] * (*out)[i];
+        }
+        return sum;
+    }
+
+    void Turn(double a, double b, double (&turned)[3][3]) const
+    {
+        double direction[3];
+        for (unsigned int k = 0; k < 3; ++k) direction[k] = axes[2][k] + a * axes[0][k] + b * axes[1][k];
+        FrameAbout(direction, turned);
+    }
+
+    /// Takes as much of a step as lowers the sum by a thousandth at least; false where none does.
+    bool Advance(const double (&step)[2])
+    {
+        for (double part = 1.0; part > 1e-3; part *= 0.5) {
+            double turned[3][3];
+            Turn(part * step[0], part * step[1], turned);
+            Tapered<isCone> found;
+            const double sum = Try(turned, &found, &ahead);
+            if (!(sum < 0.999 * squares)) continue;
+            std::copy(&turned[0][0], &turned[0][0] + 9, &axes[0][0]);
+            feature = found;
+            squares = sum;
+            distances.swap(ahead);
+            return true;
+        }
+        return false;
+    }
+};
+
+/// The best of several starts: directions on a net over half a sphere, in the frame of the principal axes and these
+/// among them, are tried with the algebraic fit on some of the points. No single choice leads to the least minimum from
+/// everywhere, so the best ones, well apart, are followed some way, and the one that came lowest is taken.
+template <bool isCone>
+bool Start(const LocalPoints<3>& points, Tapered<isCone>* tapered)
+{
+    using Fit = DistanceFit<Tapered<isCone>>;
+    struct Candidate
+    {
+        double squares;
+        double direction[3];
+    };
+    const PrincipalAxes<3> principal(points);
+    const DoubleDouble* const mean = principal.mean.data();
+    const LocalPoints<3> sample = points.Sample((points.GetCount() + 199) / 200);
+
+    std::vector<Candidate> candidates;
+    constexpr int half = 4;
+    for (int a = -half; a <= half; ++a) {
+        for (int b = -half; b <= half; ++b) {
+            for (int c = 0; c <= half; ++c) {
+                // On the surface of the cube, and one of two opposite directions.
+                if (std::max({std::abs(a), std::abs(b), c}) != half) continue;
+                if (c == 0 && (b < 0 || (b == 0 && a < 0))) continue;
+                Candidate candidate;
+                for (unsigned int k = 0; k < 3; ++k) {
+                    candidate.direction[k] =
+                        a * principal.axes[0][k] + b * principal.axes[1][k] + c * principal.axes[2][k];
+                }
+                Normalise(candidate.direction);
+                candidate.squares = DirectionSearch<isCone>(sample, mean, candidate.direction).squares;
+                if (std::isfinite(candidate.squares)) candidates.push_back(candidate);
+            }
+        }
+    }
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [](const Candidate& a, const Candidate& b) { return a.squares < b.squares; });
+
+    std::vector<const Candidate*> followed;
+    double least = std::numeric_limits<double>::infinity();
+    for (const Candidate& candidate : candidates) {
+        bool apart = true;
+        for (const Candidate* other : followed) {
+            double cosine = 0.0;
+            for (unsigned int k = 0; k < 3; ++k) cosine += candidate.direction[k] * other->direction[k];
+            apart = apart && std::fabs(cosine) < 0.94;
+        }
+        if (!apart) continue;
+        followed.push_back(&candidate);
+        DirectionSearch<isCone> search(sample, mean, candidate.direction);
+        search.Refine();
+        Fit fit(sample, search.feature);
+        fit.Approach(60);
+        if (fit.squares < least) {
+            least = fit.squares;
+            *tapered = fit.feature;
+        }
+        if (followed.size() == 8) break;
+    }
+    return !followed.empty();
+}
+
+} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
