@@ -9,7 +9,8 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <vector>
+#include <memory>
+#include <type_traits>
 
 /// The points of a question in coordinates of their own, about 1 in size and near the origin.
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
@@ -34,7 +35,7 @@ public:
     {
         if (count < least || count == 0) return;
         using T = std::remove_reference_t<decltype(points[0][0])>;
-        coordinates.resize(std::size_t(count) * D);
+        coordinates = std::make_unique<double[]>(Size());
         double* to = &coordinates[0];
         double greatest = 0.0;
         for (unsigned int i = 0; i < count; ++i) {
@@ -58,7 +59,7 @@ public:
     std::array<DoubleDouble, D> Mean() const
     {
         std::array<DoubleDouble, D> mean;
-        for (std::size_t i = 0; i < coordinates.size(); i += D) {
+        for (std::size_t i = 0; i < Size(); i += D) {
             for (unsigned int k = 0; k < D; ++k) mean[k] += coordinates[i + k];
         }
         for (DoubleDouble& x : mean) x = x / DoubleDouble(count);
@@ -79,16 +80,19 @@ public:
 
 private:
     unsigned int count;
-    std::vector<double> coordinates;
+    /// Not a vector, whose members would become symbols of the library.
+    std::unique_ptr<double[]> coordinates;
     double shift[D] = {};
     int outer = 0;
     int inner = 0;
 
+    std::size_t Size() const { return std::size_t(count) * D; }
+
     LocalPoints(const LocalPoints& all, unsigned int step)
         : status(all.status), rounding(all.rounding), count((all.count + step - 1) / step)
     {
-        coordinates.reserve(std::size_t(count) * D);
-        for (unsigned int i = 0; i < all.count; i += step) coordinates.insert(coordinates.end(), all[i], all[i] + D);
+        coordinates = std::make_unique<double[]>(Size());
+        for (unsigned int i = 0; i < count; ++i) std::copy_n(all[std::size_t(i) * step], D, &coordinates[i * D]);
     }
 
     /// Brings the coordinates to at most 1 in absolute value, so that no extent overflows, shifts them, and brings half
@@ -99,13 +103,13 @@ private:
         std::frexp(greatest, &outer);
         outer = std::max(outer, -1000);
         const double factor = std::ldexp(1.0, -outer);
-        for (double& x : coordinates) x *= factor;
+        for (std::size_t i = 0; i < Size(); ++i) coordinates[i] *= factor;
 
         double half = 0.0;
         for (unsigned int k = 0; k < D; ++k) {
             double lowest = coordinates[k];
             double highest = lowest;
-            for (std::size_t i = k; i < coordinates.size(); i += D) {
+            for (std::size_t i = k; i < Size(); i += D) {
                 lowest = std::min(lowest, coordinates[i]);
                 highest = std::max(highest, coordinates[i]);
             }
@@ -116,7 +120,7 @@ private:
         }
         if (!(half > 0.0)) return false;
         std::frexp(half, &inner);
-        for (std::size_t i = 0; i < coordinates.size(); i += D) {
+        for (std::size_t i = 0; i < Size(); i += D) {
             for (unsigned int k = 0; k < D; ++k) {
                 coordinates[i + k] = std::ldexp(coordinates[i + k] - shift[k], -inner);
             }

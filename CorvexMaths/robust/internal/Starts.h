@@ -4,8 +4,8 @@
 #include <CorvexMaths/robust/internal/Features.h>
 #include <CorvexMaths/robust/internal/PrincipalAxes.h>
 
+#include <memory>
 #include <utility>
-#include <vector>
 
 /// Where the fits start.
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
@@ -182,26 +182,26 @@ public:
     double squares = std::numeric_limits<double>::infinity();
 
     DirectionSearch(const LocalPoints<3>& sample, const DoubleDouble* centroid, const double (&direction)[3])
-        : points(sample), mean(centroid), distances(sample.GetCount()), ahead(sample.GetCount())
+        : points(sample), mean(centroid), distances(Buffer()), ahead(Buffer())
     {
         FrameAbout(direction, axes);
-        squares = Try(axes, &feature, &distances);
+        squares = Try(axes, &feature, &distances[0]);
     }
 
     void Refine()
     {
         constexpr double difference = 1e-4;
         for (unsigned int pass = 0; pass < 20 && squares > 0.0; ++pass) {
-            std::vector<double> columns[2];
+            std::unique_ptr<double[]> columns[2];
             for (unsigned int k = 0; k < 2; ++k) {
                 double turned[3][3];
                 Turn(k == 0 ? difference : 0.0, k == 1 ? difference : 0.0, turned);
                 Tapered<isCone> other;
-                if (!std::isfinite(Try(turned, &other, &ahead))) return;
-                columns[k] = ahead;
+                if (!std::isfinite(Try(turned, &other, &ahead[0]))) return;
+                columns[k] = std::exchange(ahead, Buffer());
             }
             TallTriangle<3> triangle;
-            for (std::size_t i = 0; i < distances.size(); ++i) {
+            for (std::size_t i = 0; i < points.GetCount(); ++i) {
                 double* const row = triangle.Next();
                 for (unsigned int k = 0; k < 2; ++k) {
                     row[k * TallTriangle<3>::blockRows] = (columns[k][i] - distances[i]) / difference;
@@ -218,18 +218,20 @@ private:
     const LocalPoints<3>& points;
     const DoubleDouble* mean;
     double axes[3][3];
-    std::vector<double> distances;
-    std::vector<double> ahead;
+    std::unique_ptr<double[]> distances;
+    std::unique_ptr<double[]> ahead;
 
-    double Try(const double (&frame)[3][3], Tapered<isCone>* found, std::vector<double>* out) const
+    std::unique_ptr<double[]> Buffer() const { return std::make_unique<double[]>(points.GetCount()); }
+
+    double Try(const double (&frame)[3][3], Tapered<isCone>* found, double* out) const
     {
         if (!StartAlong(points, mean, frame, found)) return std::numeric_limits<double>::infinity();
         double sum = 0.0;
         for (unsigned int i = 0; i < points.GetCount(); ++i) {
             double row[1][Tapered<isCone>::parameters + 1];
             found->template Row<double>(points[i], row);
-            (*out)[i] = row[0][Tapered<isCone>::parameters];
-            sum += (*out)[i] * (*out)[i];
+            out[i] = row[0][Tapered<isCone>::parameters];
+            sum += out[i] * out[i];
         }
         return sum;
     }
@@ -248,7 +250,7 @@ private:
             double turned[3][3];
             Turn(part * step[0], part * step[1], turned);
             Tapered<isCone> found;
-            const double sum = Try(turned, &found, &ahead);
+            const double sum = Try(turned, &found, &ahead[0]);
             if (!(sum < 0.999 * squares)) continue;
             std::copy(&turned[0][0], &turned[0][0] + 9, &axes[0][0]);
             feature = found;
@@ -276,39 +278,45 @@ bool Start(const LocalPoints<3>& points, Tapered<isCone>* tapered)
     const DoubleDouble* const mean = principal.mean.data();
     const LocalPoints<3> sample = points.Sample((points.GetCount() + 199) / 200);
 
-    std::vector<Candidate> candidates;
     constexpr int half = 4;
+    constexpr int directions =
+        ((2 * half + 1) * (2 * half + 1) * (2 * half + 1) - (2 * half - 1) * (2 * half - 1) * (2 * half - 1)) / 2;
+    Candidate candidates[directions];
+    int count = 0;
     for (int a = -half; a <= half; ++a) {
         for (int b = -half; b <= half; ++b) {
             for (int c = 0; c <= half; ++c) {
                 // On the surface of the cube, and one of two opposite directions.
                 if (std::max({std::abs(a), std::abs(b), c}) != half) continue;
                 if (c == 0 && (b < 0 || (b == 0 && a < 0))) continue;
-                Candidate candidate;
+                Candidate& candidate = candidates[count];
                 for (unsigned int k = 0; k < 3; ++k) {
                     candidate.direction[k] =
                         a * principal.axes[0][k] + b * principal.axes[1][k] + c * principal.axes[2][k];
                 }
                 Normalise(candidate.direction);
                 candidate.squares = DirectionSearch<isCone>(sample, mean, candidate.direction).squares;
-                if (std::isfinite(candidate.squares)) candidates.push_back(candidate);
+                if (std::isfinite(candidate.squares)) ++count;
             }
         }
     }
-    std::stable_sort(candidates.begin(), candidates.end(),
+    std::stable_sort(candidates, candidates + count,
                      [](const Candidate& a, const Candidate& b) { return a.squares < b.squares; });
 
-    std::vector<const Candidate*> followed;
+    constexpr int most = 8;
+    const Candidate* followed[most];
+    int taken = 0;
     double least = std::numeric_limits<double>::infinity();
-    for (const Candidate& candidate : candidates) {
+    for (int i = 0; i < count && taken < most; ++i) {
+        const Candidate& candidate = candidates[i];
         bool apart = true;
-        for (const Candidate* other : followed) {
+        for (int j = 0; j < taken; ++j) {
             double cosine = 0.0;
-            for (unsigned int k = 0; k < 3; ++k) cosine += candidate.direction[k] * other->direction[k];
+            for (unsigned int k = 0; k < 3; ++k) cosine += candidate.direction[k] * followed[j]->direction[k];
             apart = apart && std::fabs(cosine) < 0.94;
         }
         if (!apart) continue;
-        followed.push_back(&candidate);
+        followed[taken++] = &candidate;
         DirectionSearch<isCone> search(sample, mean, candidate.direction);
         search.Refine();
         Fit fit(sample, search.feature);
@@ -317,9 +325,8 @@ bool Start(const LocalPoints<3>& points, Tapered<isCone>* tapered)
             least = fit.squares;
             *tapered = fit.feature;
         }
-        if (followed.size() == 8) break;
     }
-    return !followed.empty();
+    return taken > 0;
 }
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
