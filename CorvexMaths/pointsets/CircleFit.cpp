@@ -45,7 +45,7 @@ public:
             const PlanePoint<T> point(points[i] - origin, e1, e2);
             x[i] = point.x;
             y[i] = point.y;
-            return Row{{T(2) * point.x, T(2) * point.y}, point.s};
+            return Row{{T(2) * point.x, T(2) * point.y, T(-1)}, point.s};
         });
         if (!system.Solve()) return false;
         a = system.solution[0];
@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    using Row = typename Kernels::LeastSquares<T, 3>::Row;
+    using Row = typename Kernels::TallSystem<T, 3>::Row;
 
     /// Fills the system of a step.
     void Linearise()
@@ -106,7 +106,7 @@ private:
             const T dx = x[i] - a;
             const T dy = y[i] - b;
             const T length = Numbers::SquareRoot(dx * dx + dy * dy);
-            return Row{{-dx / length, -dy / length}, -(length - r)};
+            return Row{{-dx / length, -dy / length, T(-1)}, -(length - r)};
         });
         residualCount = count;
     }
@@ -116,7 +116,7 @@ private:
     std::unique_ptr<T[]> buffer;
     T* x;
     T* y;
-    Kernels::LeastSquares<T, 3> system;
+    Kernels::TallSystem<T, 3> system;
 };
 
 } // namespace

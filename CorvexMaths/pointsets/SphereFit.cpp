@@ -80,7 +80,7 @@ public:
         // Component by component, for the compiler to take several points at once.
         system.Fill([p = points, x = sphere.x, y = sphere.y, z = sphere.z](unsigned int i) {
             const T dx = p[i].x - x, dy = p[i].y - y, dz = p[i].z - z;
-            return Row{{dx * T(2), dy * T(2), dz * T(2)}, dx * dx + dy * dy + dz * dz};
+            return Row{{dx * T(2), dy * T(2), dz * T(2), T(-1)}, dx * dx + dy * dy + dz * dz};
         });
         if (!system.Solve()) return false;
 
@@ -105,7 +105,7 @@ public:
             system.Fill([p = points, x = sphere.x, y = sphere.y, z = sphere.z, radius = sphere.w](unsigned int i) {
                 const T dx = x - p[i].x, dy = y - p[i].y, dz = z - p[i].z;
                 const T length = Numbers::SquareRoot(dx * dx + dy * dy + dz * dz);
-                return Row{{dx / length, dy / length, dz / length}, radius - length};
+                return Row{{dx / length, dy / length, dz / length, T(-1)}, radius - length};
             });
             if (!system.Solve()) return false;
 
@@ -120,14 +120,14 @@ public:
     }
 
 private:
-    using Row = typename Kernels::LeastSquares<T, 4>::Row;
+    using Row = typename Kernels::TallSystem<T, 4>::Row;
 
     TVector3<T> GetStep() const { return TVector3<T>(system.solution); }
     void SetCentre(const TVector3<T>& centre) { sphere = TVector4<T>(centre.x, centre.y, centre.z, sphere.w); }
 
     const TVector3<T>* points;
     TVector4<T>& sphere;
-    Kernels::LeastSquares<T, 4> system;
+    Kernels::TallSystem<T, 4> system;
 };
 
 /// The width of the shell about the centre of a sphere that holds all points.

@@ -1,8 +1,9 @@
 #include "Samples.h"
 #include "tests/support/plain/PlainSVD.h"
 
-#include <CorvexMaths/matrices/decomposition/SingularValueForms.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValueSolve.inl>
+#include <CorvexMaths/matrices/decomposition/Forms.inl>
+#include <CorvexMaths/matrices/decomposition/Solve.inl>
+#include <CorvexMaths/matrices/decomposition/TallSystem.h>
 
 using namespace CorvexTest;
 using namespace CorvexTest::Maths;
@@ -38,7 +39,7 @@ void ExpectPlainBits(M& a, unsigned int limit, M (&outputs)[3])
               a.SVD(&outputs[0], &outputs[1], &outputs[2], limit));
     EXPECT_TRUE(SameElements(u, outputs[0]) && SameElements(w, outputs[1]) && SameElements(v, outputs[2]));
     EXPECT_EQ(Plain::BackSubstitute(*u, *w, *v, b.data(), plainX.data(), work.data(), m, n),
-              Kernels::SVDBackSubstitute(*u, *w, *v, b.data(), x.data(), work.data(), m, n));
+              Kernels::BackSubstitute(*u, *w, *v, b.data(), x.data(), work.data(), m, n, Kernels::NoPanels()));
     EXPECT_TRUE(std::equal(x.begin(), x.end(), plainX.begin(), SameBits<T>));
 }
 
@@ -108,6 +109,23 @@ TYPED_TEST(SingularValues, HaveTheBitsOfThePlainFormWithoutU)
     }
 }
 
+/// Solves a tall system of N unknowns with the library.
+template <unsigned int N, class T>
+bool SolveTall(TMatrixMxN<T>& a, TMatrixMxN<T>& b, std::vector<T>& x)
+{
+    Kernels::TallSystem<T, N> system(a.GetM());
+    system.Fill([&](unsigned int i) {
+        typename Kernels::TallSystem<T, N>::Row row;
+        std::copy_n(a[i], N, row.coefficients);
+        row.right = b[i][0];
+        return row;
+    });
+    std::copy_n(x.data(), N, system.solution);
+    bool const isSolved = system.Solve();
+    std::copy_n(system.solution, N, x.data());
+    return isSolved;
+}
+
 // A tall system is solved from its panels, with no U: the bits are those of the plain form and its U.
 TYPED_TEST(SingularValues, SolveTallSystemsWithTheBitsOfThePlainForm)
 {
@@ -120,18 +138,13 @@ TYPED_TEST(SingularValues, SolveTallSystemsWithTheBitsOfThePlainForm)
             TMatrixMxN<T> a(m, n), b(m, 1);
             Fill(a, content, random);
             Fill(b, "uniform", random);
-            Kernels::PanelMemory<T> const memory(std::size_t(m) * n);
-            unsigned int const head = Kernels::HeadRows(m, n), rest = m - head, longest = Kernels::longestPanel;
-            for (unsigned int i = 0; i < m; ++i) {
-                unsigned int const first = (i - head) / longest * longest, count = std::min(rest - first, longest);
-                for (unsigned int j = 0; j < n; ++j)
-                    memory.Get()[i < head ? (rest + i) * n + j : first * n + j * count + i - head - first] = a[i][j];
-            }
             Rows<T> u(a), w(n, n), v(n, n);
             std::vector<T> work(n), x(n, T(7)), plain(x);
             bool const isSolved = Plain::SVDRows(*u, *w, *v, work.data(), m, n, 30) &&
                                   Plain::BackSubstitute(*u, *w, *v, b[0], plain.data(), work.data(), m, n);
-            EXPECT_EQ(Kernels::SVDSolve<T>(memory.Get(), b[0], x.data(), m, n), isSolved);
+            bool (*const solve[])(TMatrixMxN<T>&, TMatrixMxN<T>&, std::vector<T>&) = {SolveTall<1, T>, SolveTall<2, T>,
+                                                                                      SolveTall<3, T>, SolveTall<4, T>};
+            EXPECT_EQ(solve[n - 1](a, b, x), isSolved);
             EXPECT_TRUE(std::equal(x.begin(), x.end(), plain.begin(), SameBits<T>)) << m << " by " << n << content;
             solved += isSolved;
         }
@@ -218,10 +231,11 @@ TYPED_TEST(SingularValues, RefuseToSolveWhenOneOfThemCountsAsZero)
         EXPECT_TRUE(x[0][0] == (solves ? T(1) : T(7)) && x[1][1] == (solves ? T(1) / value : T(7))) << value;
     }
     // The straight line y = 3 + 2 x through four points, and columns that leave the slope open.
-    T line[] = {1, 0, 1, 1, 1, 2, 1, 3}, open[] = {1, 1, 2, 2, 3, 3, 4, 4};
-    T const b[] = {T(3), T(5), T(7), T(9)}, tolerance = T(100) * std::numeric_limits<T>::epsilon();
-    T x[2];
-    EXPECT_TRUE(Kernels::SVDSolve(line, b, x, 4, 2));
+    auto line = Make<T>(4, 2, {1, 0, 1, 1, 1, 2, 1, 3}), open = Make<T>(4, 2, {1, 1, 2, 2, 3, 3, 4, 4}),
+         right = Make<T>(4, 1, {3, 5, 7, 9});
+    T const tolerance = T(100) * std::numeric_limits<T>::epsilon();
+    std::vector<T> x(2);
+    EXPECT_TRUE((SolveTall<2, T>(line, right, x)));
     EXPECT_TRUE(std::fabs(x[0] - 3) < tolerance && std::fabs(x[1] - 2) < tolerance);
-    EXPECT_FALSE(Kernels::SVDSolve(open, b, x, 4, 2));
+    EXPECT_FALSE((SolveTall<2, T>(open, right, x)));
 }

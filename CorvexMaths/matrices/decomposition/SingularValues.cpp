@@ -1,6 +1,6 @@
 #include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
-#include <CorvexMaths/matrices/decomposition/SingularValueForms.inl>
+#include <CorvexMaths/matrices/decomposition/Forms.inl>
 
 #include <memory>
 
@@ -43,14 +43,15 @@ bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned in
     w->AssignMemory(order, order);
     v->AssignMemory(order, order);
     const std::unique_ptr<T[]> work(new T[order]);
-    const auto decompose = inPanels ? Kernels::DecomposeInPanels<T> : Kernels::DecomposeRows<T>;
-    return decompose(source, u->rows, w->rows, v->rows, work.get(), rowCount, order, iterationLimit);
+    if (inPanels)
+        return Kernels::DecomposeInPanels(source, u->rows, w->rows, v->rows, work.get(), rowCount, order,
+                                          iterationLimit);
+    return Kernels::SVDRows(u->rows, w->rows, v->rows, work.get(), rowCount, order, iterationLimit);
 }
 
 #define CORVEX_INSTANTIATE_SVD(T)                                                                                      \
     template bool Kernels::SVDRows(T**, T**, T**, T*, unsigned int, unsigned int, unsigned int);                       \
     template bool Kernels::SVDWithoutU(const T*, const T*, T*, T**, T**, unsigned int, unsigned int, unsigned int);    \
-    template bool Kernels::SVDBackSubstitute(T**, T**, T**, const T*, T*, T*, unsigned int, unsigned int);             \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix2x2<T>, T, 2)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix3x3<T>, T, 3)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix4x4<T>, T, 4)                                                                  \

@@ -22,7 +22,8 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 /// transformation fewer. With 0, or above 30, the iteration leaves a value as it is after 30 passes and the result is
 /// true. After a false result u, w, v and work hold the state the iteration had reached.
 ///
-/// No two of the arrays may overlap. Nothing is allocated; the rotations wait on the stack, some 100 KiB of it at most.
+/// No two of the arrays may overlap. Nothing is allocated; rotations wait on the stack, some 140 KiB of it
+/// in `double`, 100 KiB in `float`.
 /// Time grows as m n^2 + n^3.
 template <class T>
 bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit);
@@ -55,21 +56,15 @@ template <class T>
 bool SVDWithoutU(const T* rows, const T* shift, T* scratch, T** w, T** v, unsigned int m, unsigned int n,
                  unsigned int iterationLimit);
 
-/// Solves A x = b from the decomposition of an m by n matrix A; least squares where m is above n. `b` has m elements,
-/// `x` and `scratch` have n; `x` may be `b`. False, with x and scratch untouched, when any singular value is zero
-/// within the common tolerance (absolute, inclusive): such a system is refused and not solved through a truncated
-/// inverse.
-template <class T>
-bool SVDBackSubstitute(T** u, T** w, T** v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n);
-
-/// Solves A X = B column by column from the decomposition of A; `b` has the rows of u and `x` at least the rows of v,
-/// and columns no fewer than b. False when `SVDBackSubstitute` refuses; x is then untouched, since every column meets
-/// the same singular values.
+/// Solves A X = B column by column from the decomposition of A, in the sense of least squares where it has more rows
+/// than columns. `b` has the rows of u and `x` at least the rows of v, and columns no fewer than b. False, with x
+/// untouched, when any singular value is zero within the common tolerance (absolute, inclusive): such a system is not
+/// solved through a truncated inverse.
 template <class T>
 bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x);
 
 /// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. A is m by n with
-/// n from 1 to 4, in panels, behind which its first rows stand one after the other. It is lost; U is not formed. False,
+/// n from 1 to 4, as TallSystem lays it out: in panels, and behind them the head. It is lost; U is not formed. False,
 /// with x untouched, when the decomposition does not converge or a singular value counts as zero.
 template <class T>
 bool SVDSolve(T* a, const T* b, T* x, unsigned int m, unsigned int n);

@@ -3,15 +3,16 @@
 /// The rows of a tall matrix of few columns, below its head, laid out for sweeps.
 ///
 /// Such a matrix is larger than the caches near the processor, and a sweep reads it whole for a few operations on each
-/// row. So its rows stand in panels: a few rows at a time, turned on their side, in the memory that the rows took. A
-/// sweep then reads the columns it needs, and rows lie side by side in registers. Every sum still takes its terms one
+/// row. So its rows stand in panels (PanelLayout.inl). A sweep then reads the columns it needs, and rows lie side by
+/// side in registers. Every sum still takes its terms one
 /// by one, first those of the head and then those of the panels, in the order of the rows, and every element goes
 /// through the steps that it would go through as part of a row; only elements that do not depend on one another have
 /// changed places in time.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/decomposition/SingularValueReduction.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValueRotations.inl>
+#include <CorvexMaths/matrices/decomposition/PanelLayout.inl>
+#include <CorvexMaths/matrices/decomposition/Reduction.inl>
+#include <CorvexMaths/matrices/decomposition/Rotations.inl>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -22,53 +23,23 @@ namespace
 /// The most columns of a matrix in panels.
 constexpr unsigned int mostPanelColumns = 32;
 
-/// The same of those columns that an operation is for.
+/// The most columns that an operation on so many of them meets.
 template <class Width>
 constexpr unsigned int mostColumns = mostPanelColumns;
 template <unsigned int N>
 constexpr unsigned int mostColumns<FixedWidth<N>> = N;
 
-/// Panels hold a multiple of this number of rows, those of registers that a sweep works on at a time.
-constexpr unsigned int stripRows = 16;
-
 /// The bytes of a register of a strip; without wide registers it is a pair.
 constexpr unsigned int panelBytes = 32;
 
-/// Whether panels are worth their turning.
+/// Whether panels are worth the transposition.
 constexpr bool GoesInPanels(unsigned int m, unsigned int n)
 {
     return n > 0 && n <= mostPanelColumns && m >= 64 && m >= 4 * n;
 }
 
-/// The most rows of a panel. Were it a power of two, columns would lie 4 KiB apart, where the processor takes a load
-/// for one that waits for a store.
-constexpr unsigned int longestPanel = 3 * stripRows;
-
-/// The number of rows in the head: those that steps from the right reflect, and what fills no strip.
-constexpr unsigned int HeadRows(unsigned int m, unsigned int n)
-{
-    return m < n ? m : n + (m - n) % stripRows;
-}
-
-/// Calls operation(panel, number of its rows, state) for panels of n columns from the top down, or up. The state is
-/// held in a copy, which can stay in registers.
-template <bool upwards = false, class T, class State, class Operation>
-void ForPanels(T* first, unsigned int rowCount, unsigned int n, State* state, Operation operation)
-{
-    ForThisProcessor([&](auto) __attribute__((flatten)) {
-        State held = *state;
-        const unsigned int panelCount = (rowCount + longestPanel - 1) / longestPanel;
-        for (unsigned int p = 0; p < panelCount; ++p) {
-            const unsigned int from = (upwards ? panelCount - 1 - p : p) * longestPanel;
-            const unsigned int left = rowCount - from;
-            operation(first + std::size_t(from) * n, left < longestPanel ? left : longestPanel, held);
-        }
-        *state = held;
-    });
-}
-
 /// Adds the products of x with 4 * G columns, each of `count` rows, to their sums. The products of four rows are
-/// turned, so that those of a row lie side by side and each sum takes its terms in the order of the rows.
+/// transposed, so that those of a row lie side by side and each sum takes its terms in the order of the rows.
 template <unsigned int G, class T, class Lane>
 CORVEX_ALWAYS_INLINE void AddProductsOfFours(const T* x, const T* const (&columns)[4 * G], unsigned int count,
                                              Lane* sums)
@@ -89,8 +60,8 @@ CORVEX_ALWAYS_INLINE void AddProductsOfFours(const T* x, const T* const (&column
     for (unsigned int g = 0; g < G; ++g) sums[g] = sum[g];
 }
 
-/// Sums of products with `Width` columns, four to a register. What is added to those beyond the width is the last
-/// column's.
+/// Sums of products with `Width` columns, four to a register. Where the last register has lanes to spare, they repeat
+/// the sum of the last column and are not read.
 template <class T, class Width>
 class PanelSums
 {
@@ -192,7 +163,7 @@ public:
                 T taken[longestPanel * mostColumns<decltype(columns)>];
                 for (unsigned int r = 0; r < count; r += 4) {
                     const T* const at = rows + r * width;
-                    TurnFourRows<true>({at, at + width, at + 2 * width, at + 3 * width}, taken + r, count, width);
+                    TransposeFourRows<true>({at, at + width, at + 2 * width, at + 3 * width}, taken + r, count, width);
                 }
                 if (origin != nullptr)
                     for (unsigned int j = 0; j < width; ++j)
@@ -298,7 +269,7 @@ public:
                 T turned[longestPanel * mostColumns<decltype(columns)>];
                 for (unsigned int r = 0; r < count; r += 4) {
                     T* const at = turned + r * width;
-                    TurnFourRows<false>({at, at + width, at + 2 * width, at + 3 * width}, panel + r, count, width);
+                    TransposeFourRows<false>({at, at + width, at + 2 * width, at + 3 * width}, panel + r, count, width);
                 }
                 T* const target = rows + (panel - elements);
                 for (unsigned int e = 0; e < width * count; ++e) target[e] = turned[e];

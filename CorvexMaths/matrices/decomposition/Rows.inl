@@ -175,9 +175,9 @@ CORVEX_ALWAYS_INLINE void Transpose(Lane (&x)[4])
     x[3] = __builtin_shufflevector(b, d, 2, 3, 6, 7);
 }
 
-/// Turns four rows of `width` elements into columns `stride` apart, the first at `column`, or back.
+/// Transposes four rows of `width` elements to columns `stride` apart, the first at `column`, or back.
 template <bool take, class T, class Row>
-CORVEX_ALWAYS_INLINE void TurnFourRows(Row* const (&row)[4], T* column, std::size_t stride, unsigned int width)
+CORVEX_ALWAYS_INLINE void TransposeFourRows(Row* const (&row)[4], T* column, std::size_t stride, unsigned int width)
 {
     using Lane = typename Lanes<T, 4 * sizeof(T)>::Type;
     unsigned int j = 0;

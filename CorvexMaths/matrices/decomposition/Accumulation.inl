@@ -8,7 +8,7 @@
 /// the updated row are added up. Products and factors live in rows of the result that are not yet written: those of
 /// step i right of the diagonal in row i.
 
-#include <CorvexMaths/matrices/decomposition/SingularValueRows.inl>
+#include <CorvexMaths/matrices/decomposition/Rows.inl>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -3,11 +3,11 @@
 /// Plane rotations of columns, recorded and applied in runs.
 ///
 /// The iteration finds its rotations without looking at U or V, so they can wait. A run of them is applied to a few
-/// rows at a time, turned on their side: a column of those rows is then contiguous, and the rows lie side by side in
-/// vector registers. Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is
+/// rows at a time, transposed: a column of those rows is then contiguous, and the rows lie side by side in registers.
+/// Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is
 /// not a plain copy for infinities, NaNs and zeros of either sign.
 
-#include <CorvexMaths/matrices/decomposition/SingularValueRows.inl>
+#include <CorvexMaths/matrices/decomposition/Rows.inl>
 
 #include <cstddef>
 
@@ -120,7 +120,7 @@ public:
         for (unsigned int r = 0; r < rowCount; r += 4) {
             T* row[4];
             for (unsigned int k = 0; k < 4; ++k) row[k] = rows[r + k < present ? r + k : present - 1] + first;
-            TurnFourRows<take>(row, reinterpret_cast<T*>(&elements[0][0]) + r, rowCount, width);
+            TransposeFourRows<take>(row, reinterpret_cast<T*>(&elements[0][0]) + r, rowCount, width);
         }
     }
 

@@ -4,7 +4,7 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/TMatrixMxN.h>
-#include <CorvexMaths/matrices/decomposition/SingularValuePanels.inl>
+#include <CorvexMaths/matrices/decomposition/Panels.inl>
 #include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
 #include <memory>
@@ -15,10 +15,13 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// `SVDBackSubstitute` on whatever answers a row to an index. `below` holds further rows of U, which are complete only
-/// after no singular value has refused.
+/// Solves A x = b from the decomposition of an m by n matrix A, in the sense of least squares where m is above n. u, w
+/// and v are matrices or arrays of rows. `b` has m elements, x and scratch have n; x may be b. False, with x and scratch
+/// untouched, when any singular value is zero within the common tolerance (absolute, inclusive): such a system is not
+/// solved through a truncated inverse. Further rows of U may stand in `below`, which finishes them as it multiplies, so
+/// not before the singular values have been looked at.
 template <class T, class Rows, class Below>
-bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n,
+bool BackSubstitute(Rows&& u, Rows&& w, Rows&& v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n,
                     const Below& below)
 {
     for (unsigned int i = 0; i < n; ++i)
@@ -52,12 +55,6 @@ bool BackSubstitute(Rows& u, Rows& w, Rows& v, const T* b, T* x, T* scratch, uns
 }
 
 } // namespace
-
-template <class T>
-bool SVDBackSubstitute(T** u, T** w, T** v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n)
-{
-    return BackSubstitute(u, w, v, b, x, scratch, m, n, NoPanels());
-}
 
 template <class T>
 bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x)

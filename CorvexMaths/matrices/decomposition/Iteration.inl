@@ -8,8 +8,8 @@
 /// V, S of rows, collected in U. An element counts as zero when adding it to the norm leaves the norm as it is.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/decomposition/SingularValueReduction.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValueRotations.inl>
+#include <CorvexMaths/matrices/decomposition/Reduction.inl>
+#include <CorvexMaths/matrices/decomposition/Rotations.inl>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -13,7 +13,7 @@
 /// columns to its right; the rows again, to apply both reflections and to add up what column i + 1 is divided by.
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/matrices/decomposition/SingularValueRows.inl>
+#include <CorvexMaths/matrices/decomposition/Rows.inl>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {

@@ -6,11 +6,11 @@
 #include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
 // The steps, each in a file of its own.
-#include <CorvexMaths/matrices/decomposition/SingularValueAccumulation.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValueIteration.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValuePanels.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValueReduction.inl>
-#include <CorvexMaths/matrices/decomposition/SingularValueSolve.inl>
+#include <CorvexMaths/matrices/decomposition/Accumulation.inl>
+#include <CorvexMaths/matrices/decomposition/Iteration.inl>
+#include <CorvexMaths/matrices/decomposition/Panels.inl>
+#include <CorvexMaths/matrices/decomposition/Reduction.inl>
+#include <CorvexMaths/matrices/decomposition/Solve.inl>
 
 #include <cstdint>
 
@@ -48,19 +48,13 @@ bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsig
 namespace
 {
 
-template <class T>
-bool DecomposeRows(const T*, T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit)
-{
-    return SVDRows(u, w, v, work, m, n, iterationLimit);
-}
-
 /// The most rows of the head of a matrix of so many columns.
 constexpr unsigned int MostHeadRows(unsigned int n)
 {
     return n + stripRows - 1;
 }
 
-/// The same in panels, for rows that follow one another in `source` and in u, which may be one; m is at least n. The
+/// `SVDRows` in panels, for rows that follow one another in `source` and in u, which may be one; m is at least n. The
 /// head stands apart, so that the panels can begin a line of the cache in its place.
 template <class T>
 bool DecomposeInPanels(const T* source, T** u, T** w, T** v, T* work, unsigned int m, unsigned int n,
