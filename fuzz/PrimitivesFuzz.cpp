@@ -534,13 +534,13 @@ const Operation<PrimitiveState<T>> PrimitiveState<T>::operations[] = {
     {"TCircle3::Fit",
      [](PrimitiveState& s, Input& in) {
          const Vector3 a = s.Point3(in), b = s.Point3(in);
-         s.circle3.Fit(a, b, s.Point3(in), DecodeTolerance<T>(in));
+         static_cast<void>(s.circle3.Fit(a, b, s.Point3(in), DecodeTolerance<T>(in)));
      }},
     {"TCircle3::Fit to the cloud",
      [](PrimitiveState& s, Input& in) {
          const T tolerance = DecodeTolerance<T>(in);
          const unsigned int iterations = in.Below(16);
-         s.FitCloud(in, [&](T* spread, T* squares) { s.circle3.Fit(s.cloud, spread, squares, tolerance, iterations); });
+         s.FitCloud(in, [&](T* spread, T* squares) { static_cast<void>(s.circle3.Fit(s.cloud, spread, squares, tolerance, iterations)); });
      }},
     {"TCircle3 and TLine3",
      [](PrimitiveState& s, Input&) {
@@ -591,7 +591,7 @@ const Operation<PrimitiveState<T>> PrimitiveState<T>::operations[] = {
      [](PrimitiveState& s, Input& in) {
          s.Take(Ask([&](Hits& h) { return s.cone.IntersectWith(s.line3, &h.p1, &h.p2); }));
          // The outputs may be parts of the cone.
-         if (in.Flag()) s.cone.IntersectWith(s.line3, &s.cone.apex, &s.cone.axis);
+         if (in.Flag()) static_cast<void>(s.cone.IntersectWith(s.line3, &s.cone.apex, &s.cone.axis));
      }},
     {"TCylinder",
      [](PrimitiveState& s, Input& in) {
@@ -606,7 +606,7 @@ const Operation<PrimitiveState<T>> PrimitiveState<T>::operations[] = {
      [](PrimitiveState& s, Input& in) {
          const bool isInfinite = in.Flag();
          s.Take(Ask([&](Hits& h) { return s.cylinder.IntersectWith(s.line3, &h.p1, &h.p2, isInfinite); }));
-         if (in.Flag()) s.cylinder.IntersectWith(s.line3, &s.cylinder.centre, &s.cylinder.axis, isInfinite);
+         if (in.Flag()) static_cast<void>(s.cylinder.IntersectWith(s.line3, &s.cylinder.centre, &s.cylinder.axis, isInfinite));
      }},
     {"TSpiral3",
      [](PrimitiveState& s, Input& in) {

@@ -122,7 +122,7 @@ private:
 } // namespace
 
 template <class T>
-bool TCircle3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance, unsigned int iterations)
+bool TCircle3<T>::Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance, unsigned int iterations)
 {
     const unsigned int count = points.GetCount();
     if (count < 3) return false;
@@ -151,7 +151,7 @@ bool TCircle3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T t
     return isFitted;
 }
 
-template bool TCircle3<float>::Fit(TPointSet<float, TVector3>&, float*, float*, float, unsigned int);
-template bool TCircle3<double>::Fit(TPointSet<double, TVector3>&, double*, double*, double, unsigned int);
+template bool TCircle3<float>::Fit(const TPointSet<float, TVector3>&, float*, float*, float, unsigned int);
+template bool TCircle3<double>::Fit(const TPointSet<double, TVector3>&, double*, double*, double, unsigned int);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -17,42 +17,27 @@ namespace
 
 using namespace Kernels;
 
+// A value is a scalar of T or a register of them, of as many segments side by side.
+
 /// Whether a segment crosses the level 0, given the heights of its ends above it. A start on the level counts, an end
 /// does not.
-template <class T>
-inline bool CrossesLevel(T fromHeight, T toHeight)
-{
-    return (fromHeight <= T(0) && toHeight > T(0)) || (toHeight < T(0) && fromHeight >= T(0));
-}
-
-/// The score of a segment that crosses the level of a point at x: 1 or -1 by direction and side. A crossing that is not
-/// a number scores -1.
-template <class T>
-inline int CrossingScore(T fromX, T toX, T fromHeight, T toHeight, T x)
-{
-    const T rise = toHeight - fromHeight;
-    const T place = (Numbers::Absolute(fromHeight) / Numbers::Absolute(rise)) * (toX - fromX) + fromX;
-    const bool ahead = rise < T(0) ? place >= x : x >= place;
-    return ahead ? 1 : -1;
-}
-
-/// The same two rules for segments in lanes: a mask of those that cross, and their scores where it is set.
-template <class T>
-inline BaselineMask<T> CrossesLevel(BaselineLanes<T> fromHeight, BaselineLanes<T> toHeight)
+template <class T, class Value>
+inline auto CrossesLevel(Value fromHeight, Value toHeight)
 {
     return ((fromHeight <= T(0)) & (toHeight > T(0))) | ((toHeight < T(0)) & (fromHeight >= T(0)));
 }
-template <class T>
-inline BaselineMask<T> CrossingScore(BaselineLanes<T> fromX, BaselineLanes<T> toX, BaselineLanes<T> fromHeight,
-                                     BaselineLanes<T> toHeight, T x)
+
+/// Whether a segment that crosses the level of a point at x scores 1 for it and not -1: a falling one does where it
+/// crosses at x or beyond, a rising one at x or short of it. A crossing that is not a number scores -1.
+template <class T, class Value>
+inline auto ScoresAhead(Value fromX, Value toX, Value fromHeight, Value toHeight, T x)
 {
-    const BaselineLanes<T> rise = toHeight - fromHeight;
-    const BaselineMask<T> falls = rise < T(0);
-    const BaselineLanes<T> fromSize = fromHeight < T(0) ? -fromHeight : fromHeight;
-    const BaselineLanes<T> riseSize = falls ? -rise : rise;
-    const BaselineLanes<T> place = (fromSize / riseSize) * (toX - fromX) + fromX;
-    const BaselineMask<T> ahead = (falls & (place >= x)) | (~falls & (x >= place));
-    return (ahead & 2) - 1;
+    const Value rise = toHeight - fromHeight;
+    const auto falls = rise < T(0);
+    const Value fromSize = fromHeight < T(0) ? -fromHeight : fromHeight;
+    const Value riseSize = falls ? -rise : rise;
+    const Value place = (fromSize / riseSize) * (toX - fromX) + fromX;
+    return falls ? place >= x : x >= place;
 }
 
 /// The consecutive segments from each of some points in lanes to the next: their ends' heights above the level.
@@ -72,7 +57,8 @@ struct SegmentLanes
     {
         const BaselineLanes<T> fromX = GatherLanes<T, components>(values);
         const BaselineLanes<T> toX = GatherLanes<T, components>(values + components);
-        return CrossesLevel<T>(fromHeight, toHeight) & CrossingScore<T>(fromX, toX, fromHeight, toHeight, x);
+        const BaselineMask<T> ahead = ScoresAhead(fromX, toX, fromHeight, toHeight, x);
+        return CrossesLevel<T>(fromHeight, toHeight) & ((ahead & 2) - 1);
     }
 };
 
@@ -118,8 +104,8 @@ int OutlineScore(const T* values, unsigned int pointCount, T x, T y)
     // What is left, and the side that closes the outline.
     for (;; --left, values += components) {
         const T* const to = left > 0 ? values + components : first;
-        if (CrossesLevel(values[1] - y, to[1] - y))
-            score += CrossingScore(values[0], to[0], values[1] - y, to[1] - y, x);
+        if (CrossesLevel<T>(values[1] - y, to[1] - y))
+            score += ScoresAhead(values[0], to[0], values[1] - y, to[1] - y, x) ? 1 : -1;
         if (left == 0) return score;
     }
 }
@@ -135,7 +121,8 @@ void TPointSet<T, V>::ExamineSegment(unsigned int from, unsigned int to, const T
     const V<T>& end = this->storage[to];
     const T fromHeight = start.y - point.y;
     const T toHeight = end.y - point.y;
-    if (CrossesLevel(fromHeight, toHeight)) *crossings += CrossingScore(start.x, end.x, fromHeight, toHeight, point.x);
+    if (CrossesLevel<T>(fromHeight, toHeight))
+        *crossings += ScoresAhead(start.x, end.x, fromHeight, toHeight, point.x) ? 1 : -1;
 }
 
 template <class T, template <class> class V>
@@ -168,7 +155,7 @@ bool TPointSet<T, V>::IsWithin(const T& x, const T& y) const
 }
 
 template <class T, template <class> class V>
-bool TPointSet<T, V>::IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const
+bool TPointSet<T, V>::IntersectWith(const TEdge2<T>& edge, TList<V<T>>* points) const
 {
     CORVEX_PRECONDITION("TPointSet::IntersectWith", points != nullptr && points != this, points, this);
     const TLine2<T> edgeLine = edge.GetLine();

@@ -24,7 +24,7 @@ class PrincipalAxes
 {
 public:
     /// Centres and decomposes. The centroid is written before the decomposition; false if that does not converge.
-    bool Decompose(TPointSet<T, TVector3>& points, TVector3<T>* centre)
+    bool Decompose(const TPointSet<T, TVector3>& points, TVector3<T>* centre)
     {
         constexpr unsigned int iterationLimit = 30;
         const unsigned int count = points.GetCount();
@@ -65,7 +65,7 @@ private:
 } // namespace
 
 template <class T>
-bool TLine3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares)
+bool TLine3<T>::Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares)
 {
     const unsigned int count = points.GetCount();
     if (count < 2) return false;
@@ -94,7 +94,7 @@ bool TLine3<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares)
 }
 
 template <class T>
-bool TPlane<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares)
+bool TPlane<T>::Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares)
 {
     if (spread != nullptr) *spread = T(0);
     if (squares != nullptr) *squares = T(0);
@@ -123,9 +123,9 @@ bool TPlane<T>::Fit(TPointSet<T, TVector3>& points, T* spread, T* squares)
     return true;
 }
 
-template bool TLine3<float>::Fit(TPointSet<float, TVector3>&, float*, float*);
-template bool TLine3<double>::Fit(TPointSet<double, TVector3>&, double*, double*);
-template bool TPlane<float>::Fit(TPointSet<float, TVector3>&, float*, float*);
-template bool TPlane<double>::Fit(TPointSet<double, TVector3>&, double*, double*);
+template bool TLine3<float>::Fit(const TPointSet<float, TVector3>&, float*, float*);
+template bool TLine3<double>::Fit(const TPointSet<double, TVector3>&, double*, double*);
+template bool TPlane<float>::Fit(const TPointSet<float, TVector3>&, float*, float*);
+template bool TPlane<double>::Fit(const TPointSet<double, TVector3>&, double*, double*);
 
 } // namespace Halmont::Orrin::CorvexMaths

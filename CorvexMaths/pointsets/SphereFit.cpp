@@ -148,7 +148,7 @@ T GetSpread(const TPointSet<T, TVector3>& points, const TVector4<T>& sphere)
 } // namespace
 
 template <class T>
-bool TSphere<T>::Fit(TPointSet<T, TVector3>& points, T* spread, unsigned int iterations)
+bool TSphere<T>::Fit(const TPointSet<T, TVector3>& points, T* spread, unsigned int iterations)
 {
     if (points.GetCount() == 4) {
         if (!FitThroughFour(points.GetStream(), &sphere)) return false;
@@ -160,7 +160,7 @@ bool TSphere<T>::Fit(TPointSet<T, TVector3>& points, T* spread, unsigned int ite
     return true;
 }
 
-template bool TSphere<float>::Fit(TPointSet<float, TVector3>&, float*, unsigned int);
-template bool TSphere<double>::Fit(TPointSet<double, TVector3>&, double*, unsigned int);
+template bool TSphere<float>::Fit(const TPointSet<float, TVector3>&, float*, unsigned int);
+template bool TSphere<double>::Fit(const TPointSet<double, TVector3>&, double*, unsigned int);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -132,23 +132,13 @@ T TParameterization<T, V>::ShareOf(const Bracket& segment, T from, T to) const
            (parameters[segment.upper] - parameters[segment.lower]);
 }
 
-template class TParameterization<float, TVector2>;
-template class TParameterization<float, TVector3>;
-template class TParameterization<float, TVector4>;
-template class TParameterization<double, TVector2>;
-template class TParameterization<double, TVector3>;
-template class TParameterization<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(, TParameterization);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector2>*>;
-template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector3>*>;
-template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector4>*>;
-template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector2>*>;
-template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector3>*>;
-template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector4>*>;
+CORVEX_INSTANTIATE_SET_POINTERS(, TList, TParameterization);
 
 } // namespace Halmont::Orrin::CorvexUtilities

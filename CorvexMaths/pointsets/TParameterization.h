@@ -3,6 +3,7 @@
 /// Polylines whose points have positions from 0 to 1 by their distance along the line.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
@@ -103,23 +104,13 @@ private:
     T ShareOf(const Bracket& segment, T from, T to) const;
 };
 
-extern template class TParameterization<float, TVector2>;
-extern template class TParameterization<float, TVector3>;
-extern template class TParameterization<float, TVector4>;
-extern template class TParameterization<double, TVector2>;
-extern template class TParameterization<double, TVector3>;
-extern template class TParameterization<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(extern, TParameterization);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-extern template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector2>*>;
-extern template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector3>*>;
-extern template class TList<CorvexMaths::TParameterization<float, CorvexMaths::TVector4>*>;
-extern template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector2>*>;
-extern template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector3>*>;
-extern template class TList<CorvexMaths::TParameterization<double, CorvexMaths::TVector4>*>;
+CORVEX_INSTANTIATE_SET_POINTERS(extern, TList, TParameterization);
 
 } // namespace Halmont::Orrin::CorvexUtilities

@@ -155,23 +155,13 @@ void TPointSet<T, V>::Cleared()
     if (keepBox) boundingBox.Reset();
 }
 
-template class TPointSet<float, TVector2>;
-template class TPointSet<float, TVector3>;
-template class TPointSet<float, TVector4>;
-template class TPointSet<double, TVector2>;
-template class TPointSet<double, TVector3>;
-template class TPointSet<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(, TPointSet);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector2>*>;
-template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector3>*>;
-template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector4>*>;
-template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector2>*>;
-template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector3>*>;
-template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector4>*>;
+CORVEX_INSTANTIATE_SET_POINTERS(, TList, TPointSet);
 
 } // namespace Halmont::Orrin::CorvexUtilities

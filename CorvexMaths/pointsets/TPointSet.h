@@ -3,6 +3,7 @@
 /// A list of points that keeps a box around itself, and what is done to points as a set.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TList.h>
@@ -167,7 +168,7 @@ public:
     ///
     /// Two empty sets give the identity and a translation of zeros. Time grows with the count; nothing is allocated for
     /// each point.
-    bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
+    [[nodiscard]] bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
 
     /// Smooths the points as a polyline: in each pass every point becomes the mean of itself and its two neighbours as
     /// they were before the pass, all components, multiplied by T's nearest value to a third. With `closed` the last
@@ -272,7 +273,7 @@ public:
     ///
     /// Returns whether `points` holds anything at the end: it is not emptied first. It must be neither null nor this
     /// set. Each hit is added by itself and fires the list's `ElementAdded`. Linear time.
-    bool IntersectWith(TEdge2<T>& edge, TList<V<T>>* points) const;
+    bool IntersectWith(const TEdge2<T>& edge, TList<V<T>>* points) const;
 
 protected:
     /// Extends the box by the point, by strict comparisons, w not looked at; a plane point has a z of 0. Nothing when
@@ -303,23 +304,13 @@ private:
     TPointSet& Transform(const Matrix& matrix);
 };
 
-extern template class TPointSet<float, TVector2>;
-extern template class TPointSet<float, TVector3>;
-extern template class TPointSet<float, TVector4>;
-extern template class TPointSet<double, TVector2>;
-extern template class TPointSet<double, TVector3>;
-extern template class TPointSet<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(extern, TPointSet);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-extern template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector2>*>;
-extern template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector3>*>;
-extern template class TList<CorvexMaths::TPointSet<float, CorvexMaths::TVector4>*>;
-extern template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector2>*>;
-extern template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector3>*>;
-extern template class TList<CorvexMaths::TPointSet<double, CorvexMaths::TVector4>*>;
+CORVEX_INSTANTIATE_SET_POINTERS(extern, TList, TPointSet);
 
 } // namespace Halmont::Orrin::CorvexUtilities

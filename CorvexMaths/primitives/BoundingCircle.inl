@@ -2,6 +2,16 @@
 
 /// Containment in a circle and the minimum bounding circle. Included by TCircle.cpp.
 
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/internal/Lanes.h>
+#include <CorvexMaths/primitives/TCircle.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 
@@ -52,8 +62,21 @@ CORVEX_ALWAYS_INLINE void LoadPoints(Lane& x, Lane& y, const TVector2<T>* points
     }
 }
 
-/// The index of the first point, from one on, that a test does not pass, by lanes of the given width; `count` for none.
-/// The test takes x and y, as scalars or as lanes, and tells what passes.
+/// The index of the first point, from one on, that a test does not pass, one by one; `count` for none. The test takes x
+/// and y, as scalars or as lanes, and tells what passes.
+template <class T, class Test>
+CORVEX_ALWAYS_INLINE unsigned int SkipOneByOne(const Test& test, const TVector2<T>* points, unsigned int from,
+                                               unsigned int count)
+{
+    for (unsigned int i = from; i < count; ++i) {
+        bool passes;
+        test.Apply(passes, points[i].x, points[i].y);
+        if (!passes) return i;
+    }
+    return count;
+}
+
+/// The same by lanes of the given width.
 template <unsigned int Bytes, class T, class Test>
 CORVEX_ALWAYS_INLINE unsigned int SkipBy(const Test& test, const TVector2<T>* points, unsigned int from,
                                          unsigned int count)
@@ -74,31 +97,19 @@ CORVEX_ALWAYS_INLINE unsigned int SkipBy(const Test& test, const TVector2<T>* po
         }
         if (Kernels::AnyLane(~passes)) break;
     }
-    for (; i < count; ++i) {
-        bool passes;
-        test.Apply(passes, points[i].x, points[i].y);
-        if (!passes) break;
-    }
-    return i;
+    return SkipOneByOne(test, points, i, count);
 }
-
-#ifdef CORVEX_WIDE_LANES
-template <class T, class Test>
-CORVEX_WIDE_LANES unsigned int SkipWide(const Test& test, const TVector2<T>* points, unsigned int from,
-                                        unsigned int count)
-{
-    return SkipBy<Kernels::wideBytes>(test, points, from, count);
-}
-#endif
 
 /// The index of the first point, from one on, that a test does not pass; `count` for none.
 template <class T, class Test>
 unsigned int Skip(const Test& test, const TVector2<T>* points, unsigned int from, unsigned int count)
 {
-#ifdef CORVEX_WIDE_LANES
-    if (Kernels::hasWideLanes) return SkipWide(test, points, from, count);
-#endif
-    return SkipBy<Kernels::baselineBytes>(test, points, from, count);
+    // Few points are not worth a call.
+    constexpr unsigned int fewPoints = 16;
+    if (count - from < fewPoints) return SkipOneByOne(test, points, from, count);
+    const auto skipBy = [&test, points, from, count](auto bytes) { return SkipBy<bytes>(test, points, from, count); };
+    // One reference fits into a register, where four would be copied through memory.
+    return Kernels::ForThisProcessor([&skipBy](auto bytes) __attribute__((flatten)) { return skipBy(bytes); });
 }
 
 /// Whether a point lies in a circle with a margin around it, its rim included. A distance that is not a number passes

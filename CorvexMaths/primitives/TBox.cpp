@@ -196,7 +196,6 @@ bool TBox<T>::IntersectWith(const TLine2<T>& line, TVector2<T>* first, TVector2<
     return true;
 }
 
-template struct TBox<float>;
-template struct TBox<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TBox);
 
 } // namespace Halmont::Orrin::CorvexMaths

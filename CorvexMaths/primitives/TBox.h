@@ -6,6 +6,7 @@
 /// minus the limit, so the first point extended into it becomes both corners. The extents of an empty box are negative.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
@@ -156,14 +157,14 @@ struct TBox
     /// True when at least one point counted; how many, the result does not tell. The slots are written during the
     /// search: after false the first, and after a single hit the second, may hold a rejected point or be unwritten.
     /// Neither pointer may be null; they must differ, and point into neither the box nor the line.
-    bool IntersectWith(const TLine3<T>& line, TVector3<T>* first, TVector3<T>* second, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* first, TVector3<T>* second, T tolerance) const;
     /// Where a line in the plane z = 0 meets the faces. False where the minimum z is above 0 or the maximum z below it.
     /// Else the line is taken into space, its direction normalised once more, and the hits are those of the form for
     /// `TLine3`, in its order and with its tolerances, z dropped.
     ///
     /// True when at least one point counted. A false result leaves the outputs untouched; after a single hit the second
     /// output holds a rejected point or zeros. Neither pointer may be null; what they point to may be part of the line.
-    bool IntersectWith(const TLine2<T>& line, TVector2<T>* first, TVector2<T>* second, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TLine2<T>& line, TVector2<T>* first, TVector2<T>* second, T tolerance) const;
 
 private:
     static void ExtendAxis(const T& value, T* lowest, T* highest)
@@ -173,7 +174,6 @@ private:
     }
 };
 
-extern template struct TBox<float>;
-extern template struct TBox<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TBox);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -2,17 +2,13 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/containers/TList.h>
-#include <CorvexMaths/internal/Lanes.h>
+#include <CorvexMaths/primitives/BoundingCircle.inl>
 #include <CorvexMaths/primitives/TEdge.h>
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/primitives/internal/PlanePoint.h>
+#include <CorvexMaths/primitives/internal/Quadratic.h>
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
-
-#include <CorvexMaths/primitives/BoundingCircle.inl>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -39,21 +35,10 @@ bool TCircle2<T>::IntersectWith(const TLine2<T>& line, TVector2<T>* p1, TVector2
     const T a = line.direction % line.direction;
     const T b = T(2) * (line.direction % m);
     const T c = m % m - radius * radius;
-    const T discriminant = b * b - T(4) * a * c;
-    const T inverse = T(1) / (T(2) * a);
-
-    T t1 = -b * inverse;
-    T t2 = t1;
-    if (discriminant < T(0)) {
-        // Complex roots, unless their imaginary part is too small to be represented.
-        if (Numbers::SquareRoot(Numbers::Absolute(discriminant)) * inverse != T(0)) return false;
-    } else {
-        const T root = Numbers::SquareRoot(discriminant);
-        t1 = (root - b) * inverse;
-        t2 = (-b - root) * inverse;
-    }
-    *p1 = line.Evaluate(t1);
-    *p2 = line.Evaluate(t2);
+    T roots[2];
+    if (!Kernels::SolveQuadratic(a, b, c, roots)) return false;
+    *p1 = line.Evaluate(roots[0]);
+    *p2 = line.Evaluate(roots[1]);
     return true;
 }
 
@@ -124,15 +109,12 @@ bool TCircle3<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* point) const
     return radius * radius >= point->DiffVectLenSquared(centre);
 }
 
-template struct TCircle2<float>;
-template struct TCircle2<double>;
-template struct TCircle3<float>;
-template struct TCircle3<double>;
-template bool TLine2<float>::IntersectWith(const TCircle2<float>&, TVector2<float>*, TVector2<float>*) const;
-template bool TLine2<double>::IntersectWith(const TCircle2<double>&, TVector2<double>*, TVector2<double>*) const;
-template bool TEdge2<float>::IntersectWith(const TCircle2<float>&, TVector2<float>*, TVector2<float>*, bool*,
-                                           bool*) const;
-template bool TEdge2<double>::IntersectWith(const TCircle2<double>&, TVector2<double>*, TVector2<double>*, bool*,
-                                            bool*) const;
+CORVEX_INSTANTIATE_SCALARS(, struct, TCircle2);
+CORVEX_INSTANTIATE_SCALARS(, struct, TCircle3);
+#define CORVEX_INSTANTIATE_WITH_CIRCLE(T)                                                                              \
+    template bool TLine2<T>::IntersectWith(const TCircle2<T>&, TVector2<T>*, TVector2<T>*) const;                      \
+    template bool TEdge2<T>::IntersectWith(const TCircle2<T>&, TVector2<T>*, TVector2<T>*, bool*, bool*) const;
+CORVEX_INSTANTIATE_WITH_CIRCLE(float)
+CORVEX_INSTANTIATE_WITH_CIRCLE(double)
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -3,6 +3,7 @@
 /// Circles in the plane and in space: intersection with lines, circles through points and about points.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
 
@@ -30,7 +31,7 @@ struct TCircle2
     /// points (four times the signed area of their triangle) is exactly 0, as with two equal points; there is no
     /// tolerance, so that points nearly on one line give a huge circle, and NaN gives true and NaN. The points may be
     /// this circle's centre.
-    bool Fit(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c);
+    [[nodiscard]] bool Fit(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c);
 
     /// Whether a point is no further from the centre than the radius plus the tolerance. Squares are compared,
     /// inclusively, so that a sum below 0 counts like its absolute value; NaN is outside.
@@ -44,14 +45,15 @@ struct TCircle2
     /// equal points. False, and nothing written, when the roots of the quadratic are complex and the imaginary part
     /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN, as NaN does.
     /// The direction need not be of unit length. Neither pointer may be null, nor `p1` part of the line.
-    bool IntersectWith(const TLine2<T>& line, TVector2<T>* p1, TVector2<T>* p2) const;
+    [[nodiscard]] bool IntersectWith(const TLine2<T>& line, TVector2<T>* p1, TVector2<T>* p2) const;
     /// Where the line that carries an edge meets the circle: `p1` lies further along the edge than `p2`, and a tangent
     /// gives two equal points. The result says nothing of the edge itself: `within1` and `within2`, each of which may
     /// be null, receive whether `p1` and `p2` are within the edge, by `TEdge2::IsWithin`. False, and nothing written,
     /// when the roots of the quadratic are complex and the imaginary part does not vanish in rounding; there is no
     /// tolerance. An edge without length gives true and NaN, as NaN does. `p1` and `p2` must be neither null nor an end
     /// of the edge.
-    bool IntersectWith(const TEdge2<T>& edge, TVector2<T>* p1, TVector2<T>* p2, bool* within1, bool* within2) const;
+    [[nodiscard]] bool IntersectWith(const TEdge2<T>& edge, TVector2<T>* p1, TVector2<T>* p2, bool* within1,
+                                     bool* within2) const;
 
     /// Grows this circle to the minimum bounding circle of the points, incrementally in their given order (Welzl, 1991,
     /// unrolled into three nested scans, without a shuffle). The circle starts from what it holds: only one that was
@@ -100,7 +102,7 @@ struct TCircle3
     /// twice the area of the triangle is zero within the tolerance, inclusively, or NaN; the normal has then been
     /// replaced all the same, in the first case by the product as it is, while centre and radius stay. The points may
     /// be parts of this circle.
-    bool Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance);
+    [[nodiscard]] bool Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance);
 
     /// Fits a circle to points: a plane by orthogonal fit, in it an algebraic fit, from which Gauss-Newton steps on the
     /// distances to the rim follow, at most `iterations` of them.
@@ -117,19 +119,18 @@ struct TCircle3
     /// one, both from before the last step; either may be null. Where no step began, `squares` is 0 and `spread`
     /// meaningless (-2e30), and after 0 iterations the radius is the third unknown of the algebraic fit, which is not
     /// yet a radius. Each step decomposes a matrix of as many rows as points and 3 columns.
-    bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance, unsigned int iterations);
+    [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance,
+                           unsigned int iterations);
 
     /// Where a line meets the disc that the circle bounds, by a normalised copy of the normal. False, and nothing
     /// written, when the cosine between normal and line lies strictly within the common tolerance of 0. Else the point
     /// where the line passes through the plane is written, and the result is whether it is in the disc, rim included
     /// and without tolerance: after false it holds the point outside. NaN is outside. `point` must be neither null nor
     /// this circle's centre.
-    bool IntersectWith(const TLine3<T>& line, TVector3<T>* point) const;
+    [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* point) const;
 };
 
-extern template struct TCircle2<float>;
-extern template struct TCircle2<double>;
-extern template struct TCircle3<float>;
-extern template struct TCircle3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TCircle2);
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TCircle3);
 
 } // namespace Halmont::Orrin::CorvexMaths

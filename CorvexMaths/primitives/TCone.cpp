@@ -76,7 +76,6 @@ bool TCone<T>::IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>
     return true;
 }
 
-template struct TCone<float>;
-template struct TCone<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TCone);
 
 } // namespace Halmont::Orrin::CorvexMaths

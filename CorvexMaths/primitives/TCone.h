@@ -3,6 +3,7 @@
 /// Cones: solids of revolution between a tip and a base, and their intersection with lines.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/vectors/TVector3.h>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -53,10 +54,9 @@ struct TCone
     /// three distinct ones.
     /// That the direction is of unit length is not checked, and a height of 0 not guarded against. Neither pointer may
     /// be null; what they point to may be part of this cone or of the line.
-    bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const;
+    [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const;
 };
 
-extern template struct TCone<float>;
-extern template struct TCone<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TCone);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -62,7 +62,6 @@ bool TCylinder<T>::IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p
     return true;
 }
 
-template class TCylinder<float>;
-template class TCylinder<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, TCylinder);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -3,6 +3,7 @@
 /// Cylinders: solids of revolution between two caps, and their intersection with lines.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/vectors/TVector3.h>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -60,10 +61,9 @@ public:
     /// False, and nothing written, with fewer than two hits. NaN in the line gives false, but true and NaN where
     /// `infinite`. That the direction is of unit length is not checked.
     /// Neither pointer may be null; what they point to may be part of this cylinder or of the line.
-    bool IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const;
+    [[nodiscard]] bool IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const;
 };
 
-extern template class TCylinder<float>;
-extern template class TCylinder<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, TCylinder);
 
 } // namespace Halmont::Orrin::CorvexMaths

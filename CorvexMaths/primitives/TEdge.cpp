@@ -183,7 +183,7 @@ T TEdge3<T>::DistanceToPoint(const TVector3<T>& point, bool* within, bool* befor
     if (within != nullptr) *within = true;
     // Equal ends fit no line; the line without a direction is at distance 0 from every point.
     TLine3<T> line;
-    line.Fit(Vertex[0], Vertex[1]);
+    static_cast<void>(line.Fit(Vertex[0], Vertex[1]));
     return line.DistanceToPoint(point, Numbers::commonTolerance<T>);
 }
 
@@ -231,19 +231,15 @@ int TEdge3<T>::IntersectWith(const TVector3<T>& a, const TVector3<T>& b, const T
     return inside;
 }
 
-template struct TEdge2<float>;
-template struct TEdge2<double>;
-template struct TEdge3<float>;
-template struct TEdge3<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TEdge2);
+CORVEX_INSTANTIATE_SCALARS(, struct, TEdge3);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-template class TList<CorvexMaths::TEdge2<float>>;
-template class TList<CorvexMaths::TEdge2<double>>;
-template class TList<CorvexMaths::TEdge3<float>>;
-template class TList<CorvexMaths::TEdge3<double>>;
+CORVEX_INSTANTIATE_EDGE_LISTS(, float);
+CORVEX_INSTANTIATE_EDGE_LISTS(, double);
 
 } // namespace Halmont::Orrin::CorvexUtilities

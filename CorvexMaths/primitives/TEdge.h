@@ -4,6 +4,7 @@
 /// touching, beside) are those on which polygons rest.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/vectors/TVector2.h>
@@ -108,15 +109,15 @@ struct TEdge2
     /// within the tolerance, inclusively, as that of a segment without length is. Two vertical lines do not cross, nor
     /// do lines whose slopes differ by no more than the common tolerance, whatever tolerance is passed. `point` must be
     /// neither null nor an end of either segment.
-    bool IntersectWith(const TEdge2<T>& other, TVector2<T>* point, bool* within, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TEdge2<T>& other, TVector2<T>* point, bool* within, T tolerance) const;
 
     /// Where the line that carries the segment meets a circle: `first` lies further along the segment than `second`,
     /// and a tangent gives two equal points. `firstWithin` and `secondWithin`, each of which may be null, receive
     /// whether the points are within the segment, by `IsWithin`; the result says nothing of that. False, and nothing
     /// written, when the line misses the circle by `TCircle2::IntersectWith`, without tolerance. A segment without
     /// length gives true and NaN, as NaN does. `first` and `second` must be neither null nor an end of the segment.
-    bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVector2<T>* second, bool* firstWithin,
-                       bool* secondWithin) const;
+    [[nodiscard]] bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVector2<T>* second,
+                                     bool* firstWithin, bool* secondWithin) const;
 };
 
 /// A segment in space, for T of `float` and `double`: a plain value of two points, directed from start to end; a length
@@ -207,22 +208,23 @@ struct TEdge3
     /// tolerance, and is then what `point` receives, up to the rounding of start + (end - start). False, with `point`
     /// untouched, for a segment on one side and for one in the plane. `point` must not be null; it may be an end of the
     /// segment. The same as `TPlane::IntersectWith`.
-    bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
 };
 
-extern template struct TEdge2<float>;
-extern template struct TEdge2<double>;
-extern template struct TEdge3<float>;
-extern template struct TEdge3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TEdge2);
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TEdge3);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-extern template class TList<CorvexMaths::TEdge2<float>>;
-extern template class TList<CorvexMaths::TEdge2<double>>;
-extern template class TList<CorvexMaths::TEdge3<float>>;
-extern template class TList<CorvexMaths::TEdge3<double>>;
+/// The lists of edges of T.
+#define CORVEX_INSTANTIATE_EDGE_LISTS(linkage, T)                                                                      \
+    linkage template class TList<CorvexMaths::TEdge2<T>>;                                                              \
+    linkage template class TList<CorvexMaths::TEdge3<T>>
+
+CORVEX_INSTANTIATE_EDGE_LISTS(extern, float);
+CORVEX_INSTANTIATE_EDGE_LISTS(extern, double);
 
 } // namespace Halmont::Orrin::CorvexUtilities

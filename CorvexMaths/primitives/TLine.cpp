@@ -2,6 +2,7 @@
 
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/matrices/TMatrix2x2.h>
+#include <CorvexMaths/matrices/internal/SolvePair.h>
 #include <CorvexMaths/primitives/TBox.h>
 
 #include <cmath>
@@ -21,12 +22,7 @@ bool FitThrough(Line* line, const V& a, const V& b)
     return true;
 }
 
-// The crossing of two lines solves
-//   -m1 x + y = c1
-//   -m2 x + y = c2
-// by LU decomposition with scaled partial pivoting.
-
-/// The solution through the matrix class, for slopes whose difference is not finite.
+/// Solves -m1 x + y = c1, -m2 x + y = c2 through the matrix class, for slopes whose difference is not finite.
 template <class T>
 bool SolveNonFinite(T m1, T c1, T m2, T c2, TVector2<T>* point)
 {
@@ -40,37 +36,6 @@ bool SolveNonFinite(T m1, T c1, T m2, T c2, TVector2<T>* point)
     TMatrix2x2<T>::BackSub(factors, pivots, intercepts, solution);
     *point = TVector2<T>(solution[0], solution[1]);
     return true;
-}
-
-/// The merit of a row as the one that leads: its first element by the larger of its elements.
-template <class T>
-T GetMerit(T element)
-{
-    const T size = Numbers::Absolute(element);
-    return T(1) / (size > T(1) ? size : T(1)) * size;
-}
-
-/// The solution for finite slopes that differ: the same steps in registers, with the products by 1 left out, and so the
-/// same bits.
-template <class T>
-TVector2<T> SolveFinite(T m1, T c1, T m2, T c2)
-{
-    // The row of the greater merit leads, the second one on a tie. As the slopes differ, its element is not 0.
-    const bool secondLeads = GetMerit(m2) >= GetMerit(m1);
-    const T pivot = secondLeads ? -m2 : -m1;
-    const T below = secondLeads ? -m1 : -m2;
-    const T right = secondLeads ? c2 : c1;
-    const T rightBelow = secondLeads ? c1 : c2;
-
-    // Eliminate: a multiplication by the reciprocal, and the guard for a second pivot that rounding made 0.
-    const T factor = below * (T(1) / pivot);
-    const T rest = T(1) - factor;
-    const T secondPivot = rest == T(0) ? Numbers::pivotGuard<T> : rest;
-
-    // Substitute forwards, passing over a leading right side of 0, and back.
-    const T reduced = right != T(0) ? rightBelow - factor * right : rightBelow;
-    const T y = reduced / secondPivot;
-    return TVector2<T>((right - y) / pivot, y);
 }
 
 /// The test of Möller and Trumbore, "Fast, minimum storage ray/triangle intersection" (1997). With the edges e1, e2 of
@@ -135,9 +100,11 @@ bool TLine2<T>::IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tole
     const T determinant = otherSlope - slope; // -m1 * 1 - 1 * -m2
     if (Numbers::IsZero(determinant, Numbers::commonTolerance<T>)) return false;
 
-    // 3. Solve the system. A finite difference means that both slopes are finite.
+    // 3. Solve -slope x + y = intercept for both. A finite difference means that both slopes are finite.
     if (!std::isfinite(determinant)) return SolveNonFinite(slope, intercept, otherSlope, otherIntercept, point);
-    *point = SolveFinite(slope, intercept, otherSlope, otherIntercept);
+    const Kernels::PairRow<T> row = {-slope, intercept, Kernels::PairMerit(slope)};
+    const Kernels::PairRow<T> otherRow = {-otherSlope, otherIntercept, Kernels::PairMerit(otherSlope)};
+    Kernels::SolvePair<T>(row, otherRow, point->x, point->y);
     return true;
 }
 
@@ -215,9 +182,7 @@ bool TLine3<T>::IntersectWith(const TBox<T>& box, TVector3<T>* p1, TVector3<T>* 
     return box.IntersectWith(*this, p1, p2, tolerance);
 }
 
-template struct TLine2<float>;
-template struct TLine2<double>;
-template struct TLine3<float>;
-template struct TLine3<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TLine2);
+CORVEX_INSTANTIATE_SCALARS(, struct, TLine3);
 
 } // namespace Halmont::Orrin::CorvexMaths

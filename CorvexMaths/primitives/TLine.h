@@ -3,6 +3,7 @@
 /// Infinite lines in the plane and in space: a point and a direction.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
@@ -33,7 +34,7 @@ struct TLine2
     /// Makes this the line from a through b, with a as its origin. False, and the line as it was, only when the two are
     /// exactly equal; there is no tolerance, so points one rounding step apart make a line. The points may be parts of
     /// this line.
-    bool Fit(const TVector2<T>& a, const TVector2<T>& b);
+    [[nodiscard]] bool Fit(const TVector2<T>& a, const TVector2<T>& b);
 
     /// The point origin + direction * t: t is a signed distance from the origin, as the direction is a unit vector. The
     /// origin for every finite t when there is no direction.
@@ -68,13 +69,13 @@ struct TLine2
     /// tolerance is passed. NaN, and a slope that overflows, are not rejected and give true with NaN.
     ///
     /// A false result leaves the point untouched. `point` must not be null; it may be part of either line.
-    bool IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TLine2<T>& other, TVector2<T>* point, T tolerance) const;
 
     /// Where the line meets a circle: `p1` lies further along the line's direction than `p2`, and a tangent gives two
     /// equal points. False, and nothing written, when the roots of the quadratic are complex and the imaginary part
     /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN, as NaN does.
     /// Neither pointer may be null, nor `p1` part of the line. The same as `TCircle2::IntersectWith`.
-    bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* p1, TVector2<T>* p2) const;
+    [[nodiscard]] bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* p1, TVector2<T>* p2) const;
 };
 
 /// A line in space, for T of `float` and `double`: a plain value of six scalars. It has no ends: hits behind the origin
@@ -103,7 +104,7 @@ struct TLine3
     /// Makes this the line from a through b, with a as its origin. False, and the line as it was, only when the two are
     /// exactly equal; there is no tolerance, so points one rounding step apart make a line. The points may be parts of
     /// this line.
-    bool Fit(const TVector3<T>& a, const TVector3<T>& b);
+    [[nodiscard]] bool Fit(const TVector3<T>& a, const TVector3<T>& b);
     /// Makes this the line of least squared distance from the points: through their centroid, along the right singular
     /// vector of the largest singular value of the centred points, of the lowest index on a tie (Pearson, 1901).
     /// `spread` receives the diameter of the smallest cylinder about the line that holds all points, and to `squares`
@@ -116,7 +117,7 @@ struct TLine3
     /// is above 0, as of points that all coincide; the origin is then the centroid and nothing else is written. With a
     /// NaN among them it does not converge; of 2 points it gives true and NaN. The points stay as they are. Time and
     /// memory in proportion to their number.
-    bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares);
+    [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// The point origin + direction * t: t is a signed distance from the origin, as the direction is a unit vector. The
     /// origin for every finite t when there is no direction.
@@ -140,8 +141,8 @@ struct TLine3
     /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
     /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
     /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
-    bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
-                       TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
+                                     TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the back face culled: only a line that runs against the normal (corner1 -
     /// corner0) x (corner2 - corner0) hits. False when the determinant, minus the direction's dot product with that
     /// normal, lies strictly below the common tolerance, whatever tolerance is passed; or when a barycentric coordinate
@@ -151,8 +152,8 @@ struct TLine3
     /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
     /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
     /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
-    bool IntersectWithBFC(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
-                          TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWithBFC(const TVector3<T>& corner0, const TVector3<T>& corner1,
+                                        const TVector3<T>& corner2, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the front face culled: only a line that runs along the normal (corner1 -
     /// corner0) x (corner2 - corner0) hits. False when the determinant, minus the direction's dot product with that
     /// normal, lies strictly above minus the common tolerance, whatever tolerance is passed; or when a barycentric
@@ -162,8 +163,8 @@ struct TLine3
     /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
     /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
     /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
-    bool IntersectWithFFC(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
-                          TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWithFFC(const TVector3<T>& corner0, const TVector3<T>& corner1,
+                                        const TVector3<T>& corner2, TVector3<T>* point, T* distance, T tolerance) const;
 
     /// Where the line meets the faces of a box: true when it does so at a point in the box widened by the tolerance,
     /// inclusively. The face planes are tried through the minimum (x, y, z), then through the maximum, until two hits
@@ -173,42 +174,40 @@ struct TLine3
     /// The slots are written during the search: after false `p1`, and after a single hit `p2`, may hold a rejected
     /// point or be unwritten, and the result does not tell how many hits there are. Neither pointer may be null; they
     /// must differ, and point into neither the line nor the box. The same as `TBox::IntersectWith`.
-    bool IntersectWith(const TBox<T>& box, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TBox<T>& box, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
 
     /// Where the line meets a sphere: `p1` lies earlier along the line than `p2`. The tolerance is the least
     /// discriminant (four times the squared half chord) that counts as a hit, inclusively: above 0 it rejects lines
     /// near a tangent, and below 0 it lets misses through with NaN in both points. False writes nothing. The direction
     /// must be of unit length, which is not checked. Neither pointer may be null, nor `p1` part of the line. The same
     /// as `TSphere::IntersectWith`.
-    bool IntersectWith(const TSphere<T>& sphere, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TSphere<T>& sphere, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
     /// Where the line meets a triangle, from either side, as the form with three corners finds it: false when the
     /// determinant lies strictly within the common tolerance of 0 or a barycentric coordinate outside by more than the
     /// tolerance. `distance`, which may be null, receives the signed parameter along the line; hits behind the origin
     /// count. A false result leaves both outputs untouched. The triangle's stored normal plays no part. `point` must
     /// not be null.
-    bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the back face culled, as the form with three corners finds it: only a line
     /// that runs against the normal of the corners, as they stand, hits. False when the determinant lies strictly below
     /// the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may be
     /// null, receives the signed parameter along the line; hits behind the origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
-    bool IntersectWithBFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWithBFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the front face culled, as the form with three corners finds it: only a line
     /// that runs along the normal of the corners, as they stand, hits. False when the determinant lies strictly above
     /// minus the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may
     /// be null, receives the signed parameter along the line; hits behind the origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
-    bool IntersectWithFFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWithFFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a plane. False, with `point` untouched, when the dot product of normal and direction lies
     /// strictly within the tolerance of 0. A tolerance of 0 rejects nothing: a parallel line then gives true and a
     /// point that is not finite. `point` must not be null; it may be part of the line. The same as
     /// `TPlane::IntersectWith`.
-    bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
 };
 
-extern template struct TLine2<float>;
-extern template struct TLine2<double>;
-extern template struct TLine3<float>;
-extern template struct TLine3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TLine2);
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TLine3);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -134,8 +134,7 @@ bool TEdge3<T>::IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tole
     return plane.IntersectWith(*this, point, tolerance);
 }
 
-template struct TPlane<float>;
-template struct TPlane<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TPlane);
 
 #define CORVEX_INSTANTIATE_WITH_PLANE(T)                                                                               \
     template bool TLine3<T>::IntersectWith(const TPlane<T>&, TVector3<T>*, T) const;                                   \

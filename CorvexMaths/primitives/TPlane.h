@@ -3,6 +3,7 @@
 /// Planes in space: a point and a normal.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/vectors/TVector3.h>
 
@@ -55,7 +56,7 @@ struct TPlane
     /// points that span no plane give some normal and true. With a NaN among the points the decomposition does not
     /// converge; exactly 3 give true and NaN. The points stay as they are. Time and memory in proportion to their
     /// number.
-    bool Fit(TPointSet<T, TVector3>& points, T* spread, T* squares);
+    [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// Whether point and normal are exactly equal; the same plane held by another point or the opposite normal is not.
     /// False with a NaN.
@@ -70,13 +71,13 @@ struct TPlane
     /// Where a line meets the plane. False, with `where` untouched, when the dot product of normal and direction lies
     /// strictly within the tolerance of 0. A tolerance of 0 rejects nothing: a parallel line then gives true and a
     /// point that is not finite. NaN passes. `where` must not be null; it may be part of the line.
-    bool IntersectWith(const TLine3<T>& line, TVector3<T>* where, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* where, T tolerance) const;
     /// Where an edge meets the plane. An end counts as in the plane when its distance is strictly below the tolerance,
     /// and is then what `where` receives, up to the rounding of start + (end - start). False, with `where` untouched,
     /// for an edge on one side and for one in the plane. The product of the two distances tells the sides, so that one
     /// which underflows to 0 is a crossing; NaN gives true and NaN. `where` must not be null; it may be an end of the
     /// edge.
-    bool IntersectWith(const TEdge3<T>& edge, TVector3<T>* where, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TEdge3<T>& edge, TVector3<T>* where, T tolerance) const;
     /// The line along this normal crossed with the other's. False, with the line untouched, when the dot product of the
     /// normals is within the tolerance of 1 or -1, inclusively: the tolerance is one on the cosine, not on the angle.
     /// The direction is that of the common line, of unit length, but the origin lies on it in special cases only: it is
@@ -84,21 +85,22 @@ struct TPlane
     /// offsets and 0. Where the determinant of the matrix is zero within the common tolerance, inclusively, the result
     /// is true all the same and the origin stays as the caller left it. NaN gives true and NaN. `line` must not be
     /// null.
-    bool IntersectWith(const TPlane& other, TLine3<T>* line, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TPlane& other, TLine3<T>* line, T tolerance) const;
     /// Where the edges of a triangle meet the plane, as the form with three corners finds it: the first hit of the
     /// edges 0 (corner 0 to 1), 1 (corner 1 to 2) and 2 (corner 2 to 0) goes to `p1` and `edge1`, the second to `p2`
     /// and `edge2`. A corner counts as in the plane when its distance is strictly below the tolerance; an edge in the
     /// plane is no hit. False when there are fewer than two; the first may then have been written. The triangle's
     /// stored normal plays no part. No pointer may be null.
-    bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1,
-                       unsigned int* edge2, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1,
+                                     unsigned int* edge2, T tolerance) const;
     /// Where the edges 0 (corner0 to corner1), 1 (corner1 to corner2) and 2 (corner2 to corner0) of a triangle meet the
     /// plane, each as the form for edges finds it: a corner counts as in the plane when its distance is strictly below
     /// the tolerance, and an edge in the plane is no hit. The first hit goes to `p1` and `edge1`, the second to `p2`
     /// and `edge2` and ends the walk, so that a corner in the plane can be both. False when there are fewer than two;
     /// the first may then have been written. No pointer may be null; the points may be the corners.
-    bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
-                       TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1, unsigned int* edge2, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
+                                     TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1, unsigned int* edge2,
+                                     T tolerance) const;
 
     /// Whether a triangle has corners strictly on both sides; no tolerance. One that lies in the plane or only touches
     /// it does not intersect it. A corner of NaN gives true.
@@ -108,7 +110,6 @@ struct TPlane
     bool Intersects(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2) const;
 };
 
-extern template struct TPlane<float>;
-extern template struct TPlane<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TPlane);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -32,8 +32,7 @@ bool TLine3<T>::IntersectWith(const TSphere<T>& sphere, TVector3<T>* p1, TVector
     return sphere.IntersectWith(*this, p1, p2, tolerance);
 }
 
-template class TSphere<float>;
-template class TSphere<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, TSphere);
 template bool TLine3<float>::IntersectWith(const TSphere<float>&, TVector3<float>*, TVector3<float>*, float) const;
 template bool TLine3<double>::IntersectWith(const TSphere<double>&, TVector3<double>*, TVector3<double>*, double) const;
 

@@ -3,6 +3,7 @@
 /// Spheres: intersection with lines, and the fit to points.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/vectors/TVector3.h>
 #include <CorvexMaths/vectors/TVector4.h>
 
@@ -37,7 +38,7 @@ public:
     /// counts as a hit, inclusively: above 0 it rejects lines near a tangent, and below 0 it lets misses through with
     /// NaN in both points; a NaN discriminant passes. False writes nothing. That the direction is of unit length is not
     /// checked. Neither pointer may be null, nor `p1` part of the line; they may be parts of this sphere.
-    bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
 
     /// Fits a sphere to points.
     ///
@@ -54,10 +55,9 @@ public:
     ///
     /// `spread`, which may be null, receives the width of the shell about the centre that holds all points: the
     /// greatest less the least signed distance to the surface, never negative. It is untouched after a false result.
-    bool Fit(TPointSet<T, TVector3>& points, T* spread, unsigned int iterations);
+    [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, unsigned int iterations);
 };
 
-extern template class TSphere<float>;
-extern template class TSphere<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, TSphere);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -25,7 +25,6 @@ TSpiral3<T>::TSpiral3(TVector3<T> centre, TVector3<T> axis, T radius, int count,
     }
 }
 
-template struct TSpiral3<float>;
-template struct TSpiral3<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TSpiral3);
 
 } // namespace Halmont::Orrin::CorvexMaths

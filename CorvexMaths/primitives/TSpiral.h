@@ -3,6 +3,7 @@
 /// Spirals in space, as polylines.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/vectors/TVector3.h>
@@ -33,7 +34,6 @@ struct TSpiral3
     TSpiral3& operator=(const TSpiral3& other) = default;
 };
 
-extern template struct TSpiral3<float>;
-extern template struct TSpiral3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TSpiral3);
 
 } // namespace Halmont::Orrin::CorvexMaths

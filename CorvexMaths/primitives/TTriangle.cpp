@@ -15,7 +15,7 @@ bool TTriangle2<T>::WithinCone(const TVector2<T>& a, const TVector2<T>& b, const
 }
 
 template <class T>
-T TTriangle3<T>::DistanceToPoint(TVector3<T>& p, T tolerance) const
+T TTriangle3<T>::DistanceToPoint(const TVector3<T>& p, T tolerance) const
 {
     // The constructor of the line normalises the stored normal again.
     const TLine3<T> perpendicular(p, normal);
@@ -32,7 +32,7 @@ T TTriangle3<T>::DistanceToPoint(TVector3<T>& p, T tolerance) const
 }
 
 template <class T>
-TVector3<T>& TTriangle3<T>::ClosestVert(TVector3<T>& p)
+TVector3<T>& TTriangle3<T>::ClosestVert(const TVector3<T>& p)
 {
     unsigned int closest = 0;
     T smallest = Numbers::unsetBound<T>;
@@ -84,10 +84,8 @@ bool TLine3<T>::IntersectWithFFC(const TTriangle3<T>& tri, TVector3<T>* point, T
     return tri.IntersectWithFFC(*this, point, distance, tolerance);
 }
 
-template struct TTriangle2<float>;
-template struct TTriangle2<double>;
-template struct TTriangle3<float>;
-template struct TTriangle3<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TTriangle2);
+CORVEX_INSTANTIATE_SCALARS(, struct, TTriangle3);
 
 #define CORVEX_INSTANTIATE_LINE_AND_TRIANGLE(T)                                                                        \
     template bool TLine3<T>::IntersectWith(const TTriangle3<T>&, TVector3<T>*, T*, T) const;                           \

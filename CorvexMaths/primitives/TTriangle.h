@@ -3,6 +3,7 @@
 /// Triangles in the plane and in space.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/vectors/TVector2.h>
 #include <CorvexMaths/vectors/TVector3.h>
 
@@ -74,34 +75,32 @@ struct TTriangle3
     /// from the nearest edge, by `TEdge3::DistanceToPoint`. A triangle without a normal is measured by its edges alone,
     /// and so is one whose doubled area is strictly below the common tolerance. The stored normal decides, also where
     /// corners have been written since. NaN gives NaN.
-    T DistanceToPoint(TVector3<T>& p, T tolerance) const;
+    T DistanceToPoint(const TVector3<T>& p, T tolerance) const;
     /// The stored corner nearest to p; the lowest index on a tie, and where no squared distance is below the largest
     /// `float`, as with NaN. Writing through the reference moves the corner and leaves the normal.
-    TVector3<T>& ClosestVert(TVector3<T>& p);
+    TVector3<T>& ClosestVert(const TVector3<T>& p);
 
     /// Where a line meets the triangle, from either side, as the three-corner form of `TLine3::IntersectWith` finds it:
     /// false when the line is parallel by the common tolerance on the determinant or a barycentric coordinate lies
     /// outside by more than the tolerance. `distance`, which may be null, receives the signed parameter along the line;
     /// hits behind its origin count. A false result leaves both outputs untouched. The stored normal plays no part.
     /// `point` must not be null.
-    bool IntersectWith(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where a line meets the triangle with the back face culled: only a line that runs against the normal of the
     /// corners, as they stand, hits, by `TLine3::IntersectWithBFC`. False when the determinant lies strictly below the
     /// common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may be null,
     /// receives the signed parameter along the line; hits behind its origin count. A false result leaves both outputs
     /// untouched. `point` must not be null.
-    bool IntersectWithBFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWithBFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where a line meets the triangle with the front face culled: only a line that runs along the normal of the
     /// corners, as they stand, hits, by `TLine3::IntersectWithFFC`. False when the determinant lies strictly above
     /// minus the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may
     /// be null, receives the signed parameter along the line; hits behind its origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
-    bool IntersectWithFFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
+    [[nodiscard]] bool IntersectWithFFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
 };
 
-extern template struct TTriangle2<float>;
-extern template struct TTriangle2<double>;
-extern template struct TTriangle3<float>;
-extern template struct TTriangle3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TTriangle2);
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TTriangle3);
 
 } // namespace Halmont::Orrin::CorvexMaths

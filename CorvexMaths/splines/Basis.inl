@@ -191,7 +191,7 @@ CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCo
     Knots first, last, bound;
     Load(first, knots);
     Load(last, knots + lastRegister);
-    Spread(bound, knotBound<T>);
+    Broadcast(bound, knotBound<T>);
     ordered &= (first >= -bound) & (last <= bound);
     Lane sum = sums[0];
     for (std::size_t k = 1; k < 2 * components; ++k) sum += sums[k];
@@ -219,22 +219,6 @@ bool SurveyFew(const T* knots, T* basis, std::size_t basisCount, const T* values
     return holds;
 }
 
-#ifdef CORVEX_WIDE_LANES
-template <unsigned int components, class T>
-CORVEX_WIDE_LANES bool SurveyWide(const T* knots, T* basis, std::size_t basisCount, const T* values,
-                                  std::size_t pointCount)
-{
-    return SurveyBy<wideBytes, components>(knots, basis, basisCount, values, pointCount);
-}
-
-template <unsigned int components, class T>
-CORVEX_WIDEST_LANES bool SurveyWidest(const T* knots, T* basis, std::size_t basisCount, const T* values,
-                                      std::size_t pointCount)
-{
-    return SurveyBy<widestBytes, components>(knots, basis, basisCount, values, pointCount);
-}
-#endif
-
 /// Sets the basis functions to +0 and tells whether the recursion and the sum may pass over those that stay it:
 ///
 /// - the knots, one more than there are functions, are ordered: those at some stride, at most `knotStride`, ascend, and
@@ -244,17 +228,20 @@ CORVEX_WIDEST_LANES bool SurveyWidest(const T* knots, T* basis, std::size_t basi
 template <unsigned int components, class T>
 bool SurveySpline(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
 {
-#ifdef CORVEX_WIDE_LANES
+    const auto surveyBy = [=](auto bytes) {
+        return SurveyBy<bytes, components>(knots, basis, basisCount, values, pointCount);
+    };
+    // One reference fits into a register, where five values would be copied through memory.
+    const auto survey = [&surveyBy](auto bytes) __attribute__((flatten))
+    {
+        return surveyBy(bytes);
+    };
     // For few points the widest registers spend more on the ends than they save between them.
     constexpr std::size_t manyPoints = 200;
     static_assert(IsEnough<widestBytes, T>(manyPoints, manyPoints));
-    if (laneBytes >= widestBytes && pointCount >= manyPoints && basisCount >= manyPoints)
-        return SurveyWidest<components>(knots, basis, basisCount, values, pointCount);
-    if (hasWideLanes && IsEnough<wideBytes, T>(basisCount, pointCount))
-        return SurveyWide<components>(knots, basis, basisCount, values, pointCount);
-#endif
-    if (IsEnough<baselineBytes, T>(basisCount, pointCount))
-        return SurveyBy<baselineBytes, components>(knots, basis, basisCount, values, pointCount);
+    if (pointCount >= manyPoints && basisCount >= manyPoints) return ForThisProcessor<widestBytes>(survey);
+    if (IsEnough<wideBytes, T>(basisCount, pointCount)) return ForThisProcessor(survey);
+    if (IsEnough<baselineBytes, T>(basisCount, pointCount)) return RunBaseline(survey);
     return SurveyFew<components>(knots, basis, basisCount, values, pointCount);
 }
 

@@ -266,11 +266,6 @@ T TBSpline<T, V>::GetLength(T start, T end, T step)
 namespace Halmont::Orrin::CorvexMaths
 {
 
-template class TBSpline<float, TVector2>;
-template class TBSpline<float, TVector3>;
-template class TBSpline<float, TVector4>;
-template class TBSpline<double, TVector2>;
-template class TBSpline<double, TVector3>;
-template class TBSpline<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(, TBSpline);
 
 } // namespace Halmont::Orrin::CorvexMaths

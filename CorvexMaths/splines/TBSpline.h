@@ -3,6 +3,7 @@
 /// B-spline curves over control points, and their least-squares fit to data.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
@@ -210,11 +211,6 @@ private:
                           TMatrixMxN<T>* matrix);
 };
 
-extern template class TBSpline<float, TVector2>;
-extern template class TBSpline<float, TVector3>;
-extern template class TBSpline<float, TVector4>;
-extern template class TBSpline<double, TVector2>;
-extern template class TBSpline<double, TVector3>;
-extern template class TBSpline<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(extern, TBSpline);
 
 } // namespace Halmont::Orrin::CorvexMaths

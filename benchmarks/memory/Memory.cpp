@@ -153,7 +153,7 @@ void MeasurePointSets()
     Measure("registration", many, [&] {
         TMatrixMxN<double> rotation;
         Point translation;
-        moved.Register(&points, &rotation, &translation, false);
+        static_cast<void>(moved.Register(&points, &rotation, &translation, false));
     });
     Measure("smoothing, 10 passes", many, [&] { moved.Smooth(10, true); });
     Measure("Minkowski sum of 100 by 1000", many, [&] {
@@ -165,14 +165,14 @@ void MeasurePointSets()
         points.ToMatrix(&matrix);
         matrix.SVD(&u, &w, &v, 30);
     });
-    Measure("plane fit", many, [&] { TPlane<double>().Fit(points, nullptr, nullptr); });
-    Measure("line fit", many, [&] { TLine3<double>().Fit(points, nullptr, nullptr); });
-    Measure("sphere fit", many, [&] { TSphere<double>().Fit(points, nullptr, 20); });
+    Measure("plane fit", many, [&] { static_cast<void>(TPlane<double>().Fit(points, nullptr, nullptr)); });
+    Measure("line fit", many, [&] { static_cast<void>(TLine3<double>().Fit(points, nullptr, nullptr)); });
+    Measure("sphere fit", many, [&] { static_cast<void>(TSphere<double>().Fit(points, nullptr, 20)); });
     // In random order, with which its time is linear.
     TList<TVector2<double>> shadows(many);
     for (unsigned int i = 0; i < many; ++i) shadows.Add(points[i]);
     Measure("minimum bounding circle", many, [&] { TCircle2<double>().MinimumBoundingCircle(shadows); });
-    Measure("circle fit", many, [&] { TCircle3<double>().Fit(points, nullptr, nullptr, 1e-6, 20); });
+    Measure("circle fit", many, [&] { static_cast<void>(TCircle3<double>().Fit(points, nullptr, nullptr, 1e-6, 20)); });
 }
 
 void MeasureOutlines()

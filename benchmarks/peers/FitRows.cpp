@@ -76,7 +76,7 @@ void AddOrthogonalFitRows()
     plane.Add("ours", []() -> Work {
         const auto points = MakePoints(MakeCloud());
         const auto fitted = std::make_shared<TPlane<double>>();
-        return {[=] { fitted->Fit(*points, nullptr, nullptr); },
+        return {[=] { static_cast<void>(fitted->Fit(*points, nullptr, nullptr)); },
                 [=] {
                     Values values;
                     Append(fitted->point, &values);
@@ -88,7 +88,7 @@ void AddOrthogonalFitRows()
     line.Add("ours", []() -> Work {
         const auto points = MakePoints(MakeCloud());
         const auto fitted = std::make_shared<TLine3<double>>();
-        return {[=] { fitted->Fit(*points, nullptr, nullptr); },
+        return {[=] { static_cast<void>(fitted->Fit(*points, nullptr, nullptr)); },
                 [=] {
                     Values values;
                     Append(fitted->origin, &values);
@@ -111,7 +111,7 @@ void AddRoundFitRows()
     sphere.Add("ours", []() -> Work {
         const auto points = MakePoints(MakeRound(false));
         const auto fitted = std::make_shared<TSphere<double>>();
-        return {[=] { fitted->Fit(*points, nullptr, steps); },
+        return {[=] { static_cast<void>(fitted->Fit(*points, nullptr, steps)); },
                 [=] {
                     const TVector4<double>& s = fitted->sphere;
                     return Values{s.x, s.y, s.z, s.w};
@@ -121,7 +121,7 @@ void AddRoundFitRows()
     circle.Add("ours", []() -> Work {
         const auto points = MakePoints(MakeRound(true));
         const auto fitted = std::make_shared<TCircle3<double>>();
-        return {[=] { fitted->Fit(*points, nullptr, nullptr, tolerance, steps); },
+        return {[=] { static_cast<void>(fitted->Fit(*points, nullptr, nullptr, tolerance, steps)); },
                 [=] {
                     Values values;
                     Append(fitted->centre, &values);
@@ -224,7 +224,7 @@ void AddRegistrationRow()
         const auto from = MakePoints(MakeCloud());
         const auto to = MakePoints(move(MakeCloud()));
         const auto motion = std::make_shared<Motion>();
-        return {[=] { to->Register(from.get(), &motion->rotation, &motion->translation, false); },
+        return {[=] { static_cast<void>(to->Register(from.get(), &motion->rotation, &motion->translation, false)); },
                 [=] {
                     Values values;
                     for (unsigned int r = 0; r < 3; ++r)

@@ -108,7 +108,8 @@ Card DrawRegistration()
     const Points before(measured);
     SHOWN(TMatrixMxN<double> rotation);
     SHOWN(TVector2<double> translation);
-    SHOWN(nominal.Register(&measured, &rotation, &translation, true));
+    SHOWN(bool found = nominal.Register(&measured, &rotation, &translation, true));
+    if (!found) return card;
 
     card.caption = "The rotation and the translation that bring measured points to nominal ones with the least sum of "
                    "squared distances, point to point.";

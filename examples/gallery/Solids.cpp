@@ -96,7 +96,8 @@ Card DrawPlane()
     }
     SHOWN(TPlane<double> plane);
     SHOWN(double spread, squares);
-    SHOWN(plane.Fit(points, &spread, &squares));
+    SHOWN(bool fitted = plane.Fit(points, &spread, &squares));
+    if (!fitted) return card;
 
     card.caption = "The plane of least squared distance from the points, each joined to its foot. All of them and the "
                    "plane lie within a slab " +
@@ -150,7 +151,8 @@ Card DrawSphere()
     }
     SHOWN(TSphere<double> sphere);
     SHOWN(double spread);
-    SHOWN(sphere.Fit(points, &spread, 50));
+    SHOWN(bool fitted = sphere.Fit(points, &spread, 50));
+    if (!fitted) return card;
 
     card.caption = "The points cover one side only, and lie within a shell " + Number(spread) +
                    " thick about the centre found. The radius is " + Number(sphere.sphere.w) + ".";

@@ -171,7 +171,7 @@ void CheckDatums(const std::string& path, const Part& part)
     for (const Datum& datum : part.datums) points.Add(datum.point);
     const auto& box = points.GetBoundingBox();
     double thickness = 0;
-    if (points.GetCount() >= 4) Maths::TPlane<double>().Fit(points, &thickness, nullptr);
+    if (points.GetCount() >= 4) static_cast<void>(Maths::TPlane<double>().Fit(points, &thickness, nullptr));
     if (!(thickness > 0.01 * (box.maximum - box.minimum).GetLength()))
         throw InputError(path + ": four datum points are needed that do not lie in one plane");
 }

@@ -58,7 +58,7 @@ TEST(PreconditionDeathTest, TellsTheOperationTheConditionAndTheValues)
         {[] { spline.GetLength(-0.5); }, "TBSpline::GetLength needs step > T(0), but (step) is (-0.5)"},
         // One object in two places.
         {[] { list.InsertRange(list, 1); }, "TList::InsertRange needs n == 0 || ?, but (source, n) is (0x?, 2)"},
-        {[] { points.Register(&points, &matrix, &translation, false); },
+        {[] { static_cast<void>(points.Register(&points, &matrix, &translation, false)); },
          "TPointSet::Register needs other != nullptr && other != this, but (other, this) is (0x?, 0x?)"},
         {[] { node.SetNext(&node), node.GetLast(); }, "TLinkUni::GetLast needs last != this, but (last) is (0x?)"},
     };

@@ -65,7 +65,7 @@ TYPED_TEST(FitMotionTest, FitsMoveWithTheirPoints)
     expectSameResiduals("line");
     EXPECT_NEAR(std::fabs(lines[1].direction % this->Turn(lines[0].direction)), 1, this->bound);
 
-    for (int i = 0; i < 2; ++i) circles[i].Fit(*sets[i], &spread[i], &squares[i], T(0), 12);
+    for (int i = 0; i < 2; ++i) static_cast<void>(circles[i].Fit(*sets[i], &spread[i], &squares[i], T(0), 12));
     expectSameResiduals("circle");
     this->ExpectSame(circles[1].centre, this->Move(circles[0].centre), "circle");
     EXPECT_NEAR(circles[0].radius, circles[1].radius, this->bound);

@@ -24,7 +24,8 @@ TYPED_TEST(PlaneTest, MeetsEdgesAndTriangles)
         unsigned int e1 = 9, e2 = 9;
         EXPECT_EQ(level.IntersectWith(triangle, &p1, &p2, &e1, &e2, tolerance), edge2 != 9) << name;
         EXPECT_TRUE(p1 == first && e1 == edge1 && p2 == second && e2 == edge2) << name;
-        TEdge3<TypeParam>(triangle.corners[0], triangle.corners[1]).IntersectWith(level, &where, tolerance);
+        const TEdge3<TypeParam> side(triangle.corners[0], triangle.corners[1]);
+        EXPECT_EQ(side.IntersectWith(level, &where, tolerance), edge1 == 0) << name;
         EXPECT_TRUE(where == (edge1 == 0 ? first : none) && level.Intersects(triangle) == intersects) << name;
     }
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-/// What the intersections of cones and cylinders with a line share: small numbers, a frame of their own and a quadratic
-/// equation. Internal to the library.
+/// What the intersections of cones and cylinders with a line share: small numbers and a frame of their own. Internal to
+/// the library.
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 #include <CorvexMaths/primitives/TLine.h>
+#include <CorvexMaths/primitives/internal/Quadratic.h>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -48,24 +49,6 @@ struct LineInFrame
     /// A point of the frame in the world.
     TVector3<T> ToWorld(const TVector3<T>& point) const { return axes * point + start; }
 };
-
-/// The roots of a t^2 + b t + c, for a positive a the greater one first. False, and nothing written, when they are
-/// complex and their imaginary part does not vanish in rounding; if it does, both are the real part. NaN passes.
-template <class T>
-bool SolveQuadratic(T a, T b, T c, T (&roots)[2])
-{
-    const T inverse = T(1) / (T(2) * a);
-    const T discriminant = b * b - T(4) * a * c;
-    const T root = Numbers::SquareRoot(Numbers::Absolute(discriminant));
-    if (discriminant < T(0)) {
-        if (root * inverse != T(0)) return false;
-        roots[0] = roots[1] = -b * inverse;
-        return true;
-    }
-    roots[0] = inverse * (root - b);
-    roots[1] = (-b - root) * inverse;
-    return true;
-}
 
 /// Whether a height lies between the ends of a solid, to within the common tolerance, inclusively. NaN does not.
 template <class T>
