@@ -3,6 +3,7 @@
 /// Every answer of the Robust family: fits, alignment, hulls, splines and zones that hold on every input, or say why
 /// there is none.
 
+#include <CorvexMaths/robust/Alignment.h>
 #include <CorvexMaths/robust/CircleFit.h>
 #include <CorvexMaths/robust/ConeFit.h>
 #include <CorvexMaths/robust/ConvexHull.h>

@@ -132,7 +132,7 @@ struct Result
     }
 };
 
-/// The robust fit of a set's points.
+/// The robust fit of a set's points, or the alignment of its pairs.
 template <class T>
 Result RobustFit(const Set& set)
 {
@@ -188,6 +188,19 @@ Result RobustFit(const Set& set)
         result.Put("base", fit.cone.radius, fit.deviation.radius);
         result.Put("height", fit.cone.height, fit.deviation.height);
         result.Put(fit);
+    }
+    if (feature == "Motion") {
+        const Robust::Alignment motion(set.Points<T, TVector3>(), set.Points<T, TVector3>(3));
+        result.status = motion.status;
+        for (unsigned int i = 0; i < 9; ++i) {
+            const std::string name = "rotation" + std::to_string(i / 3) + std::to_string(i % 3);
+            result.values[name] = static_cast<double>(motion.rotation.elements[i]);
+        }
+        for (unsigned int k = 0; k < 3; ++k) {
+            result.values[std::string("translation.") + "xyz"[k]] = static_cast<double>(motion.translation[k]);
+        }
+        result.values["rms"] = static_cast<double>(motion.rms);
+        result.values["largest"] = static_cast<double>(motion.largest);
     }
     return result;
 }

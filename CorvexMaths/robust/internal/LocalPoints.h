@@ -35,19 +35,21 @@ public:
     {
         if (count < least || count == 0) return;
         using T = std::remove_reference_t<decltype(points[0][0])>;
-        coordinates = std::make_unique<double[]>(Size());
-        double* to = &coordinates[0];
+        coordinates.reset(new double[Size()]);
+        const Vector* const from = points.GetStream();
         double greatest = 0.0;
+        bool finite = true;
         for (unsigned int i = 0; i < count; ++i) {
-            for (unsigned int k = 0; k < D; ++k, ++to) {
-                *to = static_cast<double>(points[i][k]);
-                if (!std::isfinite(*to)) {
-                    status = Status::NotFinite;
-                    return;
-                }
-                greatest = std::max(greatest, std::fabs(*to));
+            const T* const point = from[i];
+            for (unsigned int k = 0; k < D; ++k) {
+                const double x = static_cast<double>(point[k]);
+                coordinates[i * D + k] = x;
+                finite = finite && std::fabs(x) <= std::numeric_limits<double>::max();
+                greatest = std::max(greatest, std::fabs(x));
             }
         }
+        status = Status::NotFinite;
+        if (!finite) return;
         status = Normalise(greatest) ? Status::Done : Status::Degenerate;
         rounding = std::numeric_limits<T>::epsilon() * std::ldexp(greatest, -outer - inner);
     }
@@ -65,6 +67,18 @@ public:
         for (DoubleDouble& x : mean) x = x / DoubleDouble(count);
         return mean;
     }
+
+    /// The power of two by which local lengths are greater than those of the points as given: 2^-GetExponent().
+    int GetExponent() const { return outer + inner; }
+    /// Component k of a place in the coordinates of the points as given, scaled by 2^-exponent.
+    DoubleDouble ToScaledPlace(unsigned int k, const DoubleDouble& place, int exponent) const
+    {
+        const int lower = outer - exponent;
+        const DoubleDouble inside(std::ldexp(place.high, inner + lower), std::ldexp(place.low, inner + lower));
+        return inside + DoubleDouble(std::ldexp(shift[k], lower));
+    }
+    /// The power of two that bounds the coordinates of the points as given.
+    int GetOuterExponent() const { return outer; }
 
     /// A length in the unit of the points as given.
     double ToLength(double length) const { return std::ldexp(std::ldexp(length, inner), outer); }
@@ -91,7 +105,7 @@ private:
     LocalPoints(const LocalPoints& all, unsigned int step)
         : status(all.status), rounding(all.rounding), count((all.count + step - 1) / step)
     {
-        coordinates = std::make_unique<double[]>(Size());
+        coordinates.reset(new double[Size()]);
         for (unsigned int i = 0; i < count; ++i) std::copy_n(all[std::size_t(i) * step], D, &coordinates[i * D]);
     }
 
@@ -120,9 +134,12 @@ private:
         }
         if (!(half > 0.0)) return false;
         std::frexp(half, &inner);
+        // In two factors, since one may be beyond the range of double.
+        const double first = std::ldexp(1.0, -inner / 2);
+        const double second = std::ldexp(1.0, -inner - -inner / 2);
         for (std::size_t i = 0; i < Size(); i += D) {
             for (unsigned int k = 0; k < D; ++k) {
-                coordinates[i + k] = std::ldexp(coordinates[i + k] - shift[k], -inner);
+                coordinates[i + k] = (coordinates[i + k] - shift[k]) * first * second;
             }
         }
         return true;
