@@ -11,8 +11,8 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 namespace
 {
 
-using Internal::OrientationSign;
-using Internal::Place;
+using Kernels::OrientationSign;
+using Kernels::Place;
 
 /// A point that may be on the hull, and where it stands in the set.
 struct Candidate
@@ -101,7 +101,7 @@ public:
             // overflows lets no point pass.
             const double size =
                 std::fabs(side.along.x) * extremes.Height() + std::fabs(side.along.y) * extremes.Width();
-            side.bound = 4 * Internal::halfUnit * size + Internal::underflow;
+            side.bound = 4 * Kernels::halfUnit * size + Kernels::underflow;
         }
     }
 
@@ -238,11 +238,6 @@ ConvexHull<T, V>::ConvexHull(const TPointSet<T, V>& points)
     status = Status::Done;
 }
 
-template class ConvexHull<float, TVector2>;
-template class ConvexHull<float, TVector3>;
-template class ConvexHull<float, TVector4>;
-template class ConvexHull<double, TVector2>;
-template class ConvexHull<double, TVector3>;
-template class ConvexHull<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(, ConvexHull);
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

@@ -3,6 +3,7 @@
 /// The convex hull of points of the plane, by exact decisions.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/polygons/TPolygon.h>
 #include <CorvexMaths/robust/Status.h>
@@ -38,11 +39,6 @@ public:
     explicit ConvexHull(const TPointSet<T, V>& points);
 };
 
-extern template class ConvexHull<float, TVector2>;
-extern template class ConvexHull<float, TVector3>;
-extern template class ConvexHull<float, TVector4>;
-extern template class ConvexHull<double, TVector2>;
-extern template class ConvexHull<double, TVector3>;
-extern template class ConvexHull<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(extern, ConvexHull);
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

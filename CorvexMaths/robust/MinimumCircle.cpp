@@ -12,12 +12,12 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 namespace
 {
 
-using Internal::Difference;
-using Internal::DotSign;
-using Internal::Expansion;
-using Internal::InCircleSign;
-using Internal::OrientationSign;
-using Internal::Place;
+using Kernels::Difference;
+using Kernels::DotSign;
+using Kernels::Expansion;
+using Kernels::InCircleSign;
+using Kernels::OrientationSign;
+using Kernels::Place;
 
 /// A circle in coordinates that were scaled to 1.
 struct Disc
@@ -239,7 +239,6 @@ MinimumCircle<T>::MinimumCircle(const TPointSet<T, TVector2>& points)
     status = Status::Done;
 }
 
-template class MinimumCircle<float>;
-template class MinimumCircle<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, MinimumCircle);
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

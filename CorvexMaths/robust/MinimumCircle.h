@@ -3,6 +3,7 @@
 /// The smallest circle around points of the plane, by exact decisions.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/robust/Status.h>
@@ -39,7 +40,6 @@ public:
     explicit MinimumCircle(const TPointSet<T, TVector2>& points);
 };
 
-extern template class MinimumCircle<float>;
-extern template class MinimumCircle<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, MinimumCircle);
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

@@ -9,7 +9,7 @@
 
 namespace Halmont::Orrin::CorvexMaths::Robust
 {
-namespace Internal
+namespace Kernels
 {
 namespace
 {
@@ -48,14 +48,14 @@ Extent FindExtent(const Range& range, const Place (&places)[count])
 /// of all terms.
 int NearInCircle(Place a, Place b, Place c, Place d)
 {
-    const TwoTerms ax = TwoSum(a.x, -d.x), ay = TwoSum(a.y, -d.y);
-    const TwoTerms bx = TwoSum(b.x, -d.x), by = TwoSum(b.y, -d.y);
-    const TwoTerms cx = TwoSum(c.x, -d.x), cy = TwoSum(c.y, -d.y);
-    const TwoTerms aa = ax * ax + ay * ay;
-    const TwoTerms bb = bx * bx + by * by;
-    const TwoTerms cc = cx * cx + cy * cy;
+    const DoubleDouble ax = DoubleDouble::Sum(a.x, -d.x), ay = DoubleDouble::Sum(a.y, -d.y);
+    const DoubleDouble bx = DoubleDouble::Sum(b.x, -d.x), by = DoubleDouble::Sum(b.y, -d.y);
+    const DoubleDouble cx = DoubleDouble::Sum(c.x, -d.x), cy = DoubleDouble::Sum(c.y, -d.y);
+    const DoubleDouble aa = ax * ax + ay * ay;
+    const DoubleDouble bb = bx * bx + by * by;
+    const DoubleDouble cc = cx * cx + cy * cy;
     const double sum = (aa * (bx * cy - cx * by) + bb * (cx * ay - ax * cy) + cc * (ax * by - bx * ay)).high;
-    const auto size = [](TwoTerms lift, TwoTerms x, TwoTerms y, TwoTerms u, TwoTerms v) {
+    const auto size = [](DoubleDouble lift, DoubleDouble x, DoubleDouble y, DoubleDouble u, DoubleDouble v) {
         return lift.high * (std::fabs(x.high * y.high) + std::fabs(u.high * v.high));
     };
     const double bound = 0x1p-98 * (size(aa, bx, cy, cx, by) + size(bb, cx, ay, ax, cy) + size(cc, ax, by, bx, ay));
@@ -144,13 +144,13 @@ int ExactInCircle(Place a, Place b, Place c, Place d)
     return sum.Sign();
 }
 
-} // namespace Internal
+} // namespace Kernels
 
 namespace
 {
 
 template <class T>
-Internal::Place ToPlace(const TVector2<T>& point)
+Kernels::Place ToPlace(const TVector2<T>& point)
 {
     return {point.x, point.y};
 }
@@ -160,16 +160,15 @@ Internal::Place ToPlace(const TVector2<T>& point)
 template <class T>
 int Predicates<T>::Orientation(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c)
 {
-    return Internal::OrientationSign(ToPlace(a), ToPlace(b), ToPlace(c));
+    return Kernels::OrientationSign(ToPlace(a), ToPlace(b), ToPlace(c));
 }
 
 template <class T>
 int Predicates<T>::InCircle(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c, const TVector2<T>& d)
 {
-    return Internal::InCircleSign(ToPlace(a), ToPlace(b), ToPlace(c), ToPlace(d));
+    return Kernels::InCircleSign(ToPlace(a), ToPlace(b), ToPlace(c), ToPlace(d));
 }
 
-template class Predicates<float>;
-template class Predicates<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, Predicates);
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

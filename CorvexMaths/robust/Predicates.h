@@ -3,6 +3,7 @@
 /// The exact signs of two determinants on which the geometry of the plane rests.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/vectors/TVector2.h>
 
 namespace Halmont::Orrin::CorvexMaths::Robust
@@ -34,7 +35,6 @@ public:
     static int InCircle(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c, const TVector2<T>& d);
 };
 
-extern template class Predicates<float>;
-extern template class Predicates<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, Predicates);
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

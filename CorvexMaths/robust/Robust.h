@@ -5,6 +5,7 @@
 
 #include <CorvexMaths/robust/Alignment.h>
 #include <CorvexMaths/robust/CircleFit.h>
+#include <CorvexMaths/robust/ClosestPoint.h>
 #include <CorvexMaths/robust/ConeFit.h>
 #include <CorvexMaths/robust/ConvexHull.h>
 #include <CorvexMaths/robust/CylinderFit.h>
@@ -14,4 +15,6 @@
 #include <CorvexMaths/robust/PlaneFit.h>
 #include <CorvexMaths/robust/Predicates.h>
 #include <CorvexMaths/robust/SphereFit.h>
+#include <CorvexMaths/robust/SplineFit.h>
+#include <CorvexMaths/robust/SplineLength.h>
 #include <CorvexMaths/robust/Status.h>

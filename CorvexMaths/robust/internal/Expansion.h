@@ -7,68 +7,10 @@
 /// of the sum. All holds exactly as long as nothing overflows and no product of two terms falls below the smallest
 /// denormal number; whoever computes sees to that. Rounding must be to nearest even. No fused operation is used.
 
-namespace Halmont::Orrin::CorvexMaths::Robust::Internal
-{
+#include <CorvexMaths/robust/internal/DoubleDouble.h>
 
-/// A rounded result and what rounding took from it: `high` + `low` is exact.
-struct TwoTerms
+namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
-    double high, low;
-};
-
-/// The sum of two numbers (Knuth, 1969).
-inline TwoTerms TwoSum(double a, double b)
-{
-    const double sum = a + b;
-    const double bPart = sum - a;
-    const double aPart = sum - bPart;
-    return {sum, (a - aPart) + (b - bPart)};
-}
-
-/// The sum of two numbers of which the first is not the smaller in magnitude (Dekker, 1971).
-inline TwoTerms FastTwoSum(double a, double b)
-{
-    const double sum = a + b;
-    return {sum, b - (sum - a)};
-}
-
-/// A number in halves of 26 bits at most (Veltkamp, 1968).
-inline TwoTerms Split(double a)
-{
-    const double scaled = 134217729.0 * a; // 2^27 + 1
-    const double high = scaled - (scaled - a);
-    return {high, a - high};
-}
-
-/// The product of two numbers (Dekker, 1971).
-inline TwoTerms TwoProduct(double a, double b)
-{
-    const double product = a * b;
-    const TwoTerms x = Split(a);
-    const TwoTerms y = Split(b);
-    return {product, x.low * y.low - (((product - x.high * y.high) - x.low * y.high) - x.high * y.low)};
-}
-
-// Arithmetic with twice the digits: rounded to about 106 bits, relative to the operands.
-
-/// The sum, off by no more than 4 2^-106 of the magnitudes of the operands.
-inline TwoTerms operator+(TwoTerms a, TwoTerms b)
-{
-    const TwoTerms sum = TwoSum(a.high, b.high);
-    return FastTwoSum(sum.high, sum.low + (a.low + b.low));
-}
-
-inline TwoTerms operator-(TwoTerms a, TwoTerms b)
-{
-    return a + TwoTerms{-b.high, -b.low};
-}
-
-/// The product, off by no more than 8 2^-106 of itself.
-inline TwoTerms operator*(TwoTerms a, TwoTerms b)
-{
-    const TwoTerms product = TwoProduct(a.high, b.high);
-    return FastTwoSum(product.high, product.low + (a.high * b.low + a.low * b.high));
-}
 
 /// An exact number of at most `capacity` terms.
 template <unsigned int capacity>
@@ -104,7 +46,7 @@ struct Expansion
 /// a - b, exactly.
 inline Expansion<2> Difference(double a, double b)
 {
-    const TwoTerms difference = TwoSum(a, -b);
+    const DoubleDouble difference = DoubleDouble::Sum(a, -b);
     Expansion<2> result;
     result.Append(difference.low);
     result.Append(difference.high);
@@ -131,7 +73,8 @@ void Sum(const Expansion<first>& a, const Expansion<second>& b, Expansion<capaci
     bool isSecond = true;
     while (i < a.count || k < b.count) {
         const double term = next();
-        const TwoTerms partial = isSecond ? FastTwoSum(term, carried) : TwoSum(carried, term);
+        const DoubleDouble partial =
+            isSecond ? DoubleDouble::OrderedSum(term, carried) : DoubleDouble::Sum(carried, term);
         isSecond = false;
         sum->Append(partial.low);
         carried = partial.high;
@@ -159,14 +102,14 @@ Expansion<2 * count> operator*(const Expansion<count>& a, double factor)
 {
     Expansion<2 * count> result;
     if (a.count == 0) return result;
-    TwoTerms product = TwoProduct(a.terms[0], factor);
+    DoubleDouble product = DoubleDouble::Product(a.terms[0], factor);
     result.Append(product.low);
     double carried = product.high;
     for (unsigned int i = 1; i < a.count; ++i) {
-        product = TwoProduct(a.terms[i], factor);
-        const TwoTerms lower = TwoSum(carried, product.low);
+        product = DoubleDouble::Product(a.terms[i], factor);
+        const DoubleDouble lower = DoubleDouble::Sum(carried, product.low);
         result.Append(lower.low);
-        const TwoTerms upper = FastTwoSum(product.high, lower.high);
+        const DoubleDouble upper = DoubleDouble::OrderedSum(product.high, lower.high);
         result.Append(upper.low);
         carried = upper.high;
     }
@@ -187,4 +130,4 @@ Expansion<2 * first * second> operator*(const Expansion<first>& a, const Expansi
     return sums[current];
 }
 
-} // namespace Halmont::Orrin::CorvexMaths::Robust::Internal
+} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
