@@ -52,5 +52,6 @@ std::vector<Card> DrawPolygons();
 std::vector<Card> DrawPoints();
 std::vector<Card> DrawCurves();
 std::vector<Card> DrawSolids();
+std::vector<Card> DrawRobust();
 
 } // namespace Gallery

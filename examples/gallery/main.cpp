@@ -104,7 +104,8 @@ int main(int count, char** values)
     const std::vector<Group> groups = {{"Polygons", Gallery::DrawPolygons()},
                                        {"Point sets", Gallery::DrawPoints()},
                                        {"Curves", Gallery::DrawCurves()},
-                                       {"Fits and solids", Gallery::DrawSolids()}};
+                                       {"Fits and solids", Gallery::DrawSolids()},
+                                       {"Answers on every input", Gallery::DrawRobust()}};
     for (const Group& group : groups)
         for (const Gallery::Card& card : group.cards) {
             const std::string path = (folder / (card.name + ".svg")).string();
