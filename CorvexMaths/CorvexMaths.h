@@ -10,6 +10,7 @@
 #include <CorvexMaths/RealPointer.h>
 
 #include <CorvexMaths/containers/Instantiations.h>
+#include <CorvexMaths/containers/StableSort.h>
 #include <CorvexMaths/containers/TLinkUni.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/containers/TMap.h>

@@ -6,39 +6,77 @@
 #include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/RealPointer.h>
+#include <CorvexMaths/containers/StableSort.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
+#include <initializer_list>
+#include <iterator>
 #include <memory>
+#include <type_traits>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-/// A growable array in one contiguous block that tells derived classes of each change through five protected hooks.
+/// A growable array in one contiguous block that moves its elements as bytes and tells derived classes of each change
+/// through five protected hooks.
 ///
-/// Elements are relocated bitwise: growth, ranges and shifting tails are single memory moves, and an element's copy
-/// constructor and assignment take no part in them. An element type may therefore own no memory. A list of pointers
-/// never owns what they point to.
+/// As growth, ranges and shifting tails are single memory moves, in which an element's copy constructor and assignment
+/// take no part, an element type may own no memory: neither `std::string` nor `std::vector` nor a smart pointer. A list
+/// of pointers does not own what they point to.
 ///
 /// Every slot of the block is default-constructed when the block is made, not when it comes into use. An element type
 /// needs a default constructor and `==`; `<` and `>` as well for sorting and BinarySearch.
 ///
 /// Preconditions, which debug builds check and release builds do not: an index is below the count and a position not
 /// above it; a pointer is not null, unless it is to 0 elements; counts and capacities stay below 2^32. What cannot be
-/// checked are pointers to valid memory and an element type that fits. A failed allocation passes to the caller and
-/// leaves a list fit for nothing but destruction. A list has no locks.
+/// checked are pointers to valid memory and an element type that fits. A list has no locks.
+///
+/// What is thrown comes from the allocator or from a hook of a derived class, and leaves a list that can be used. A
+/// failed allocation leaves it as it was; an assignment by copy says what it leaves. If a hook throws, an addition is
+/// complete, and a removal has not taken place: every element is there, once. Hooks may not change the list.
+///
+/// A list is a contiguous range: range-based `for`, the algorithms of the standard library and `std::span` work on it,
+/// on sets of points, polygons and splines too. What is written through an iterator, as through `operator[]`, fires no
+/// hook.
 ///
 /// A reference or pointer to one of the list's own elements may be given to Add, AddUnique, Insert and Remove, a range
 /// of them to AddRange, but not to InsertRange. Whatever makes the block grow or shrink leaves pointers and references
 /// into it dangling.
 ///
 /// The hooks fire after an addition is complete, and before removed elements are overwritten, so that both can be read.
-/// Grow, Expand, Contract, Reverse, the sorts and the destructor fire none; nor do queries.
+/// Grow, Expand, Contract, Reverse, the sorts and the destructor fire none; nor do moves and queries.
 template <class T>
 class CORVEX_API TList
 {
+    /// A braced list can only mean elements if none of them could be a size or a null pointer.
+    template <class Element>
+    using IfUnlikeSizes =
+        std::enable_if_t<!std::is_convertible_v<int, Element> && !std::is_convertible_v<unsigned int, Element> &&
+                         !std::is_convertible_v<std::nullptr_t, Element>>;
+    template <class Iterator>
+    using IfIterator = std::enable_if_t<
+        std::is_base_of_v<std::input_iterator_tag, typename std::iterator_traits<Iterator>::iterator_category> &&
+        std::is_convertible_v<typename std::iterator_traits<Iterator>::reference, T>>;
+    /// For a class that is no list and has elements of exactly type T at `data()`.
+    template <class Span>
+    using IfSpan = std::enable_if_t<
+        !std::is_base_of_v<TList<T>, Span> &&
+        std::is_convertible_v<std::remove_pointer_t<decltype(std::declval<const Span&>().data())> (*)[],
+                              const T (*)[]> &&
+        std::is_convertible_v<decltype(std::declval<const Span&>().size()), std::size_t>>;
+
 public:
+    using value_type = T;                   ///< The type of the elements.
+    using size_type = unsigned int;         ///< The type of counts and indices.
+    using difference_type = std::ptrdiff_t; ///< The type of the distance of two iterators.
+    using reference = T&;                   ///< What an iterator of a list that is not const leads to.
+    using const_reference = const T&;       ///< What an iterator of a const list leads to.
+    using iterator = T*;                    ///< Iterators are pointers into the block.
+    using const_iterator = const T*;        ///< Iterators are pointers into the block.
+
     /// An empty list without a block, of grow size 1000; exponential growth is off.
     TList() : TList(0u) {}
 
@@ -66,13 +104,53 @@ public:
     /// a derived class do not run.
     TList(const T* source, unsigned int n, unsigned int stepSize);
 
+    /// A copy of the elements in braces, with the grow size 1000. Takes part only for element types to which no number
+    /// converts: `TList<int>{0, 16}` is an empty list with a grow size, and its elements are given to AddRange.
+    template <class Element = T, class = IfUnlikeSizes<Element>>
+    TList(std::initializer_list<T> elements)
+        : TList(elements.begin(), static_cast<unsigned int>(elements.size()), 1000u)
+    {}
+
+    /// A copy of the elements from one iterator up to another, with the grow size 1000. Numbers are no iterators.
+    template <class Iterator, class = IfIterator<Iterator>>
+    TList(Iterator first, Iterator last) : TList(0u)
+    {
+        useExponentialGrowth = true;
+        if constexpr (std::is_base_of_v<std::forward_iterator_tag,
+                                        typename std::iterator_traits<Iterator>::iterator_category>)
+            Grow(static_cast<unsigned int>(std::distance(first, last)));
+        for (; first != last; ++first) Add(static_cast<const T&>(*first));
+        useExponentialGrowth = false;
+    }
+
+    /// A copy of the elements of a `std::span`, a `std::vector` or another class with `data()` and `size()`, of exactly
+    /// type T, with the grow size 1000.
+    template <class Span, class = IfSpan<Span>>
+    explicit TList(const Span& span) : TList(span.data(), static_cast<unsigned int>(span.size()), 1000u)
+    {}
+
+    /// Takes over the block of another list, which keeps its grow size and is left empty and without a block. The grow
+    /// size becomes the other's, and so does the capacity, where a copy would have one of its own; exponential growth
+    /// is off, as in a copy. No hook fires, not even where the other list is part of a derived object, whose own data
+    /// stay as they are.
+    TList(TList<T>&& other) noexcept;
+
     /// Frees the block; fires no hook.
     virtual ~TList() { delete[] storage; }
 
     /// Replaces the elements and the grow size by those of another list; the growth mode stays. Fires ElementsRemoved
     /// with the old elements (if a block exists), Cleared, and ElementsAdded with the new ones, for 0 elements too. The
     /// capacity ends equal to the count. A list assigned to itself ends empty.
+    ///
+    /// A hook that throws before the new elements are there leaves the old ones, and memory that runs out for them an
+    /// empty list; the grow size is then the new one. What fails later leaves the new elements in a larger block.
     TList<T>& operator=(const TList<T>& other);
+
+    /// Takes over the block and the grow size of another list, which is left empty and without a block; the growth mode
+    /// of both stays. No hook fires, unless the two objects are of different classes, as where a list is moved into a
+    /// set of points by a reference to its base: then the hooks of this one fire as in an assignment by copy, so that
+    /// its own data follow, and may not throw. A list moved to itself stays as it is.
+    TList<T>& operator=(TList<T>&& other) noexcept;
 
     /// The element at an index, which is below the count. A const list does not guard its elements.
     T& operator[](unsigned int index) const
@@ -98,6 +176,21 @@ public:
     T* GetStream() const { return storage; }
     /// The number of elements.
     unsigned int GetCount() const { return count; }
+
+    /// The range of the elements, contiguous: valid as long as the block is, empty where there is none.
+    /// @{
+    T* begin() { return storage; }
+    T* end() { return storage + count; }
+    T* data() { return storage; }
+    const T* begin() const { return storage; }
+    const T* end() const { return storage + count; }
+    const T* data() const { return storage; }
+    const T* cbegin() const { return storage; }
+    const T* cend() const { return storage + count; }
+    unsigned int size() const { return count; }
+    [[nodiscard]] bool empty() const { return count == 0; }
+    /// @}
+
     /// The least number of slots that a growth adds.
     unsigned int GetGrowSize() const { return growSize; }
     /// Sets the least number of slots that a growth adds. A step of 0 is ignored: the old one stays.
@@ -139,6 +232,11 @@ public:
     /// Appends the elements of a list, which may be this one, and fires ElementsAdded with the first new slot and their
     /// number, for an empty list too.
     void AddRange(const TList<T>& other) { AddRangeInternal(other.storage, other.count); }
+    /// Appends the elements in braces and fires ElementsAdded with the first new slot and their number, for 0 too.
+    void AddRange(std::initializer_list<T> elements)
+    {
+        AddRangeInternal(elements.begin(), static_cast<unsigned int>(elements.size()));
+    }
     /// Puts an element before the one at a position, or at the end for a position of the count; none may lie above
     /// that. The value may be an element of this list. Fires ElementAdded with its slot. Moves the elements behind.
     void Insert(const T& value, unsigned int position);
@@ -153,12 +251,16 @@ public:
     }
     /// Puts n elements of an array before the element at a position, or at the end for a position of the count; none
     /// may lie above that. Fires ElementsAdded with the array given, not with the new slots, and n, for 0 elements too.
-    /// The array may not lie in this list; for 0 elements it may be null. Moves the elements behind.
-    void InsertRange(T* source, unsigned int n, unsigned int position);
+    /// The array is only read, which the hook should observe too. It may not lie in this list; for 0 elements it may be
+    /// null. Moves the elements behind.
+    void InsertRange(const T* source, unsigned int n, unsigned int position);
     /// Puts the elements of another list before the element at a position, or at the end for a position of the count;
     /// none may lie above that. Fires ElementsAdded with that list's block, not with the new slots, and its count, for
     /// an empty list too. The list may not be this one unless it is empty. Moves the elements behind.
-    void InsertRange(TList<T>& other, unsigned int position) { InsertRange(other.storage, other.count, position); }
+    void InsertRange(const TList<T>& other, unsigned int position)
+    {
+        InsertRange(other.storage, other.count, position);
+    }
 
     /// Removes the first element equal by `==`, without a tolerance; if there is none, nothing happens. With order
     /// kept, ElementRemoved fires on it, the count already lowered and the tail not yet moved. Otherwise the last
@@ -204,14 +306,17 @@ public:
     /// Turns the order round. Above 2^24 elements the half of the count is taken in `float` and rounds, so that a pair
     /// in the middle may be left or swapped twice. Fires no hook.
     void Reverse();
-    /// Sorts ascending by `<` and `>`. The order of equal elements is what the standard `qsort` leaves; so is that of
-    /// elements with a NaN, and of matrices, whose `<` is always true. Fires no hook.
+    /// Sorts ascending by `<` and `>`. Equal elements keep their order; that of elements with a NaN, and of matrices,
+    /// whose `<` is always true, is what glibc's `qsort` leaves. Fires no hook.
     void Sort() { Sort(&TList<T>::CompareElements); }
     /// Sorts by a comparison function for the standard `qsort`, which is not null: it takes the addresses of two
-    /// elements. The order of elements it calls equal is what `qsort` leaves. Fires no hook.
+    /// elements. Elements it calls equal keep their order, and if it contradicts itself the order is what glibc's
+    /// `qsort` leaves, with other C libraries too. Allocates a copy of the elements. glibc takes an order of its own
+    /// where it finds no memory for that; with another library the allocator's exception leaves the elements as they
+    /// were. If the function throws, each element is still there once. Fires no hook.
     void Sort(int (*compare)(const void*, const void*));
-    /// Sorts descending by `>` and `<`. The order of equal elements is what the standard `qsort` leaves; so is that of
-    /// elements with a NaN, and of matrices, whose `>` is always false. Fires no hook.
+    /// Sorts descending by `>` and `<`. Equal elements keep their order; that of elements with a NaN, and of matrices,
+    /// whose `>` is always false, is what glibc's `qsort` leaves. Fires no hook.
     void SortDescending() { Sort(&TList<T>::CompareElementsDesc); }
 
     /// The index of the first element equal by `==`, without a tolerance, or -1; a value holding a NaN is never found.
@@ -228,8 +333,8 @@ public:
     /// behind its last element; the pointers are then null and the indices as they were. If duplicates are spanned, the
     /// results of a hit become the first and the last of the elements that are the same, but only in lists of 3 or
     /// more. None of the four pointers is null.
-    bool BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex, unsigned int* upperIndex,
-                      bool spanDuplicates = false) const;
+    [[nodiscard]] bool BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex,
+                                    unsigned int* upperIndex, bool spanDuplicates = false) const;
     /// Finds a key in a list sorted ascending, or the two neighbours it lies between, by indices alone; elements are
     /// the same when neither is greater or less. Unsorted lists of 3 or more elements give anything, or no end.
     ///
@@ -237,22 +342,22 @@ public:
     /// False: the list is empty or the key lies before its first or behind its last element; the indices are then as
     /// they were. If duplicates are spanned, the indices of a hit become those of the first and the last of the
     /// elements that are the same, but only in lists of 3 or more. Neither pointer is null.
-    bool BinarySearch(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex,
-                      bool spanDuplicates = false) const;
+    [[nodiscard]] bool BinarySearch(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex,
+                                    bool spanDuplicates = false) const;
     /// Finds a key itself in a list sorted ascending: true only if an element is the same, neither greater nor less; of
     /// several it may be any. Unsorted lists of 3 or more elements give anything, or no end.
     ///
     /// False with the element before the key in the results: the key lies between two elements. False with a null
     /// element and the index as it was: the list is empty or the key lies before its first or behind its last element.
     /// Neither pointer is null.
-    bool BinarySearch(const T& key, T** found, unsigned int* index) const;
+    [[nodiscard]] bool BinarySearch(const T& key, T** found, unsigned int* index) const;
     /// Finds a key itself in a list sorted ascending, by index alone: true only if an element is the same, neither
     /// greater nor less; of several it may be any. Unsorted lists of 3 or more elements give anything, or no end.
     ///
     /// False leaves the index of the element before the key if the key lies between two elements, and otherwise the
     /// index as it was: in an empty list, and for a key before the first or behind the last element. The pointer is not
     /// null.
-    bool BinarySearch(const T& key, unsigned int* index) const;
+    [[nodiscard]] bool BinarySearch(const T& key, unsigned int* index) const;
 
     /// Compares two elements by their addresses, which are not null, for an ascending `qsort`: -1 if `*a < *b`, else 1
     /// if `*a > *b`, else 0, as for a NaN.
@@ -266,7 +371,7 @@ protected:
     /// here.
     virtual void ElementAdded(T& /*element*/) {}
     /// Called when n elements were added, which may be 0: with the first new slot by AddRange and by assignment, with
-    /// the source array by InsertRange. The count includes them. Does nothing here.
+    /// the source array, which may be const, by InsertRange. The count includes them. Does nothing here.
     virtual void ElementsAdded(T* /*elements*/, unsigned int /*n*/) {}
     /// Called when Remove or RemoveAt, with order kept, is about to remove an element: with its slot, the count already
     /// lowered, all later elements still in place. Does nothing here.
@@ -293,6 +398,9 @@ private:
     void AddRangeInternal(const T* source, unsigned int n);
     void AddToFullBlock(T value);
     std::unique_ptr<T[]> MakeRoom(unsigned int n);
+    void TakeBlock(TList<T>& other) noexcept;
+    template <class Hook>
+    void FireAtCount(unsigned int remaining, bool releaseMemory, const Hook& hook);
     unsigned int FindIndex(const T& value) const;
     unsigned int FindAddress(const T* element) const;
     void RemoveAddress(const T* element, bool keepOrder);
@@ -320,18 +428,49 @@ TList<T>::TList(const T* source, unsigned int n, unsigned int stepSize) : TList(
 }
 
 template <class T>
+TList<T>::TList(TList<T>&& other) noexcept : TList(0u)
+{
+    TakeBlock(other);
+}
+
+template <class T>
 TList<T>& TList<T>::operator=(const TList<T>& other)
 {
     growSize = other.growSize;
-    if (storage) {
-        ElementsRemoved(storage, count);
-        count = 0;
-    }
-    Cleared();
+    if (storage) ElementsRemoved(storage, count);
+    FireAtCount(0, false, [this] { Cleared(); });
     // The source is read only now: a list assigned to itself has nothing left to copy.
     AddRangeInternal(other.storage, other.count);
     Contract();
     return *this;
+}
+
+template <class T>
+TList<T>& TList<T>::operator=(TList<T>&& other) noexcept
+{
+    if (this == &other) return *this;
+    // Objects of one class share their table of virtual functions, which stands first.
+    if (std::memcmp(static_cast<const void*>(this), static_cast<const void*>(&other), sizeof(void*)) == 0) {
+        TakeBlock(other);
+        return *this;
+    }
+    if (storage) ElementsRemoved(storage, count);
+    count = 0;
+    Cleared();
+    TakeBlock(other);
+    ElementsAdded(storage, count);
+    return *this;
+}
+
+/// Takes over the block and the grow size of another list and frees the own block. Fires no hook.
+template <class T>
+void TList<T>::TakeBlock(TList<T>& other) noexcept
+{
+    delete[] storage;
+    storage = std::exchange(other.storage, nullptr);
+    count = std::exchange(other.count, 0u);
+    capacity = std::exchange(other.capacity, 0u);
+    growSize = other.growSize;
 }
 
 template <class T>
@@ -400,7 +539,7 @@ void TList<T>::Insert(const T& value, unsigned int position)
 }
 
 template <class T>
-void TList<T>::InsertRange(T* source, unsigned int n, unsigned int position)
+void TList<T>::InsertRange(const T* source, unsigned int n, unsigned int position)
 {
     CORVEX_PRECONDITION("TList::InsertRange", source != nullptr || n == 0, source, n);
     CORVEX_PRECONDITION("TList::InsertRange", position <= count, position, count);
@@ -409,7 +548,7 @@ void TList<T>::InsertRange(T* source, unsigned int n, unsigned int position)
     MoveElements(storage + position + n, storage + position, count - position);
     MoveElements(storage + position, source, n);
     count += n;
-    ElementsAdded(source, n);
+    ElementsAdded(const_cast<T*>(source), n);
 }
 
 template <class T>
@@ -431,8 +570,7 @@ void TList<T>::RemoveAt(unsigned int index, bool keepOrder)
 {
     CORVEX_PRECONDITION("TList::RemoveAt", index < count, index, count);
     if (keepOrder) {
-        --count;
-        ElementRemoved(storage[index]);
+        FireAtCount(count - 1, false, [this, index] { ElementRemoved(storage[index]); });
         MoveElements(storage + index, storage + index + 1, count - index);
     } else {
         storage[index] = storage[count - 1];
@@ -443,41 +581,62 @@ void TList<T>::RemoveAt(unsigned int index, bool keepOrder)
 template <class T>
 void TList<T>::RemoveFromEnd(unsigned int n)
 {
-    if (n >= count) {
-        count = 0;
-        Cleared();
-        return;
-    }
-    count -= n;
-    ElementsRemoved(storage + count, n);
+    if (n >= count)
+        FireAtCount(0, false, [this] { Cleared(); });
+    else
+        FireAtCount(count - n, false, [this, n] { ElementsRemoved(storage + count, n); });
 }
 
 template <class T>
 void TList<T>::RemoveFromFront(unsigned int n)
 {
     if (n >= count) {
-        count = 0;
-        Cleared();
+        RemoveFromEnd(n);
         return;
     }
-    count -= n;
-    ElementsRemoved(storage, n);
+    FireAtCount(count - n, false, [this, n] { ElementsRemoved(storage, n); });
     MoveElements(storage, storage + n, count);
 }
 
 template <class T>
 void TList<T>::Clear(bool releaseMemory)
 {
-    if (storage) {
-        ElementsRemoved(storage, count);
-        if (releaseMemory) {
-            delete[] storage;
-            storage = nullptr;
-            capacity = 0;
+    if (storage) ElementsRemoved(storage, count);
+    FireAtCount(0, releaseMemory, [this] { Cleared(); });
+}
+
+/// Calls a hook that belongs to a removal: with the count lowered, and the block released where that is asked for. If
+/// the hook throws, both are put back.
+template <class T>
+template <class Hook>
+void TList<T>::FireAtCount(unsigned int remaining, bool releaseMemory, const Hook& hook)
+{
+    struct Undo
+    {
+        TList<T>& list;
+        T* block;
+        unsigned int count;
+        unsigned int capacity;
+        bool isReleasing;
+        bool isDone = false;
+
+        ~Undo()
+        {
+            if (!isDone) {
+                if (isReleasing) std::swap(list.storage, block), list.capacity = capacity;
+                list.count = count;
+            }
+            if (isReleasing) delete[] block;
         }
-        count = 0;
+    } undo{*this, storage, count, capacity, releaseMemory};
+
+    if (releaseMemory) {
+        storage = nullptr;
+        capacity = 0;
     }
-    Cleared();
+    count = remaining;
+    hook();
+    undo.isDone = true;
 }
 
 template <class T>
@@ -496,12 +655,10 @@ std::unique_ptr<T[]> TList<T>::MakeRoom(unsigned int n)
     if (growSize > step) step = growSize;
     if (useExponentialGrowth && step <= capacity) step = capacity;
     CORVEX_PRECONDITION("TList::Grow", capacity + step > capacity, capacity, step);
-    capacity += step;
-    T* const grown = new T[capacity];
+    T* const grown = new T[capacity + step];
     MoveElements(grown, storage, count);
-    std::unique_ptr<T[]> previous(storage);
-    storage = grown;
-    return previous;
+    capacity += step;
+    return std::unique_ptr<T[]>(std::exchange(storage, grown));
 }
 
 template <class T>
@@ -539,7 +696,7 @@ template <class T>
 void TList<T>::Sort(int (*compare)(const void*, const void*))
 {
     CORVEX_PRECONDITION("TList::Sort", compare != nullptr, count);
-    if (count != 0) std::qsort(static_cast<void*>(storage), count, sizeof(T), compare);
+    StableSort(static_cast<void*>(storage), count, sizeof(T), compare);
 }
 
 template <class T>
