@@ -5,6 +5,11 @@
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Precondition.h>
 
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <utility>
+
 namespace Halmont::Orrin::CorvexUtilities
 {
 
@@ -19,6 +24,8 @@ namespace Halmont::Orrin::CorvexUtilities
 /// Copies share their storage with the original: changing a cell of one changes it in the other, and only one of them
 /// may be resized, cleared or destroyed. A column index below the width is a precondition, which debug builds check.
 /// There are no locks.
+///
+/// Where memory runs out, or a cell's constructor or assignment throws, the table stays as it was.
 template <class T>
 class CORVEX_API TMap
 {
@@ -34,6 +41,19 @@ public:
     /// Shares the other table's storage; no cell is copied, and what this table held before is not released. Only one
     /// of the two may be resized, cleared or destroyed from then on.
     TMap<T>& operator=(const TMap<T>& other) = default;
+    /// Takes over the other table's storage and leaves it without columns and rows.
+    TMap(TMap<T>&& other) noexcept { *this = std::move(other); }
+    /// Takes over the other table's storage and leaves it without columns and rows. As in an assignment by copy, what
+    /// this table held before is not released, for a copy may share it: Clear comes first where none does. A table
+    /// moved to itself stays as it is.
+    TMap<T>& operator=(TMap<T>&& other) noexcept
+    {
+        if (this == &other) return *this;
+        width = std::exchange(other.width, 0u);
+        height = std::exchange(other.height, 0u);
+        columns = std::exchange(other.columns, nullptr);
+        return *this;
+    }
     /// Releases all columns and the array of them, not what cells of pointer type point to.
     virtual ~TMap() { Clear(); }
 
@@ -53,15 +73,16 @@ public:
     /// default-initialised. Columns keep their blocks when only the width changes; otherwise each moves to a new one. A
     /// table without columns merely takes the new height. Equal sizes change nothing.
     void Alter(unsigned int newWidth, unsigned int newHeight);
-    /// Adds n columns and n rows at the end, of default-initialised cells.
-    void Grow(unsigned int n) { Alter(width + n, height + n); }
+    /// Adds n columns and n rows at the end, of default-initialised cells. A size of 2^32 or more is more than there is
+    /// memory for.
+    void Grow(unsigned int n) { Alter(Sum(width, n), Sum(height, n)); }
     /// Removes the last n columns and the last n rows. The differences are unsigned and not tested: a width or height
     /// below n wraps round to a size near 2^32.
     void Shrink(unsigned int n) { Alter(width - n, height - n); }
     /// Adds a row of default-initialised cells at the end. Every column moves to a new block.
-    void AddRow() { Alter(width, height + 1); }
+    void AddRow() { Alter(width, Sum(height, 1)); }
     /// Adds a column of default-initialised cells at the end. The other columns keep their blocks.
-    void AddColumn() { Alter(width + 1, height); }
+    void AddColumn() { Alter(Sum(width, 1), height); }
     /// Removes a row; those after it close the gap. An index past the end removes the last row; a table without rows
     /// stays as it is. Every column moves to a new block.
     void RemoveRow(unsigned int row);
@@ -77,71 +98,63 @@ protected:
     T** columns = nullptr;   ///< The cells of each column; null if there never was a column, and after Clear.
 
 private:
-    static void CopyCells(T* target, const T* source, unsigned int n);
-    static unsigned int Lesser(unsigned int a, unsigned int b) { return a < b ? a : b; }
+    static constexpr unsigned int noRow = ~0u;
 
-    void ReplaceColumns(T** replacement, unsigned int newWidth);
-    T* MakeResizedColumn(unsigned int column, unsigned int newHeight) const;
+    static unsigned int Sum(unsigned int size, unsigned int n)
+    {
+        if (size + n < size) throw std::bad_array_new_length();
+        return size + n;
+    }
+    void Replace(T** replacement, unsigned int newWidth, unsigned int newHeight);
+    void Rebuild(unsigned int newWidth, unsigned int newHeight, unsigned int removedRow);
 };
 
 template <class T>
-void TMap<T>::CopyCells(T* target, const T* source, unsigned int n)
-{
-    for (unsigned int i = 0; i < n; ++i) target[i] = source[i];
-}
-
-/// A block of a new height with the cells of a column that fit.
-template <class T>
-T* TMap<T>::MakeResizedColumn(unsigned int column, unsigned int newHeight) const
-{
-    T* const resized = new T[newHeight];
-    CopyCells(resized, columns[column], Lesser(height, newHeight));
-    return resized;
-}
-
-template <class T>
-void TMap<T>::ReplaceColumns(T** replacement, unsigned int newWidth)
+void TMap<T>::Replace(T** replacement, unsigned int newWidth, unsigned int newHeight)
 {
     delete[] columns;
     columns = replacement;
     width = newWidth;
+    height = newHeight;
+}
+
+/// Alters the size and leaves a row out, if there is one of that index. Columns keep their blocks if the height stays.
+template <class T>
+void TMap<T>::Rebuild(unsigned int newWidth, unsigned int newHeight, unsigned int removedRow)
+{
+    // All that can throw comes before the first change.
+    const unsigned int kept = std::min(width, newWidth);
+    const unsigned int reused = newHeight == height ? kept : 0;
+    std::unique_ptr<T*[]> altered(new T*[newWidth]);
+    const std::unique_ptr<std::unique_ptr<T[]>[]> fresh(new std::unique_ptr<T[]>[newWidth]);
+    for (unsigned int i = reused; i < newWidth; ++i) {
+        fresh[i].reset(new T[newHeight]);
+        for (unsigned int j = 0; i < kept && j < std::min(height, newHeight); ++j)
+            fresh[i][j] = columns[i][j < removedRow ? j : j + 1];
+    }
+
+    for (unsigned int i = 0; i < newWidth; ++i) altered[i] = i < reused ? columns[i] : fresh[i].release();
+    for (unsigned int i = reused; i < width; ++i) delete[] columns[i];
+    Replace(altered.release(), newWidth, newHeight);
 }
 
 template <class T>
 void TMap<T>::Alter(unsigned int newWidth, unsigned int newHeight)
 {
-    if (newHeight != height) {
-        // Columns beyond the new width go below; they need no new block.
-        for (unsigned int i = 0; i < Lesser(width, newWidth); ++i) {
-            T* const resized = MakeResizedColumn(i, newHeight);
-            delete[] columns[i];
-            columns[i] = resized;
-        }
+    if (width == 0 && newWidth == 0)
         height = newHeight;
-    }
-    if (newWidth != width) {
-        T** const altered = new T*[newWidth];
-        for (unsigned int i = 0; i < Lesser(width, newWidth); ++i) altered[i] = columns[i];
-        for (unsigned int i = newWidth; i < width; ++i) delete[] columns[i];
-        for (unsigned int i = width; i < newWidth; ++i) altered[i] = new T[newHeight];
-        ReplaceColumns(altered, newWidth);
-    }
+    else if (newWidth != width || newHeight != height)
+        Rebuild(newWidth, newHeight, noRow);
 }
 
 template <class T>
 void TMap<T>::RemoveRow(unsigned int row)
 {
     if (height == 0) return;
-    const unsigned int remaining = height - 1;
-    const unsigned int kept = Lesser(row, remaining);
-    for (unsigned int i = 0; i < width; ++i) {
-        T* const shortened = new T[remaining];
-        CopyCells(shortened, columns[i], kept);
-        CopyCells(shortened + kept, columns[i] + kept + 1, remaining - kept);
-        delete[] columns[i];
-        columns[i] = shortened;
-    }
-    height = remaining;
+    if (width == 0)
+        --height;
+    else
+        Rebuild(width, height - 1, row);
 }
 
 template <class T>
@@ -152,15 +165,14 @@ void TMap<T>::RemoveColumn(unsigned int column)
     T** const narrowed = new T*[remaining];
     for (unsigned int i = 0; i < remaining; ++i) narrowed[i] = columns[i < column ? i : i + 1];
     delete[] columns[column];
-    ReplaceColumns(narrowed, remaining);
+    Replace(narrowed, remaining, height);
 }
 
 template <class T>
 void TMap<T>::Clear()
 {
     for (unsigned int i = 0; i < width; ++i) delete[] columns[i];
-    ReplaceColumns(nullptr, 0);
-    height = 0;
+    Replace(nullptr, 0, 0);
 }
 
 } // namespace Halmont::Orrin::CorvexUtilities

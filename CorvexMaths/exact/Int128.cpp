@@ -1,10 +1,13 @@
 #include <CorvexMaths/exact/Int128.h>
+#include <CorvexMaths/exact/internal/PortableWide.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
 
 namespace
 {
+
+#if defined(__SIZEOF_INT128__)
 
 // The compiler's own integers of twice the width, which programs that keep to the standard cannot name.
 __extension__ typedef __int128 Wide;
@@ -23,6 +26,30 @@ Int128 FromBits(UnsignedWide bits)
                   static_cast<unsigned long long>(bits));
 }
 
+Int128 Product(long long a, long long b)
+{
+    return FromBits(static_cast<UnsignedWide>(static_cast<Wide>(a) * static_cast<Wide>(b)));
+}
+
+Int128 Quotient(const Int128& dividend, const Int128& divisor)
+{
+    return FromBits(ToBits(dividend) / ToBits(divisor));
+}
+
+#else
+
+Int128 Product(long long a, long long b)
+{
+    return Kernels::PortableProduct(a, b);
+}
+
+Int128 Quotient(const Int128& dividend, const Int128& divisor)
+{
+    return Kernels::PortableQuotient(dividend, divisor);
+}
+
+#endif
+
 } // namespace
 
 Int128 Int128::operator/(const Int128& other) const
@@ -35,13 +62,13 @@ Int128 Int128::operator/(const Int128& other) const
     const Int128 divisor = other.hi < 0 ? -other : other;
     if (dividend <= divisor) return Int128(*this == other ? 1 : 0);
 
-    const Int128 quotient = FromBits(ToBits(dividend) / ToBits(divisor));
+    const Int128 quotient = Quotient(dividend, divisor);
     return (hi < 0) != (other.hi < 0) ? -quotient : quotient;
 }
 
 Int128 Int128::Mul(long long a, long long b)
 {
-    return FromBits(static_cast<UnsignedWide>(static_cast<Wide>(a) * static_cast<Wide>(b)));
+    return Product(a, b);
 }
 
 double Int128::AsDouble() const

@@ -69,8 +69,10 @@ struct CORVEX_API Int128
 
     /// The quotient, truncated towards zero, but for one case: of values of equal magnitude and opposite signs it is 0,
     /// not -1. The least value, -2^127, which has no magnitude, gives 1 divided by itself and 0 with any other value on
-    /// either side. If the divisor is 0 it throws the character string "Int128 operator/: divide by zero", a
-    /// `const char*` and not an exception class; both operands stay as they are.
+    /// either side. Both operands stay as they are.
+    ///
+    /// A divisor of 0 throws a `const char*`, the character string "Int128 operator/: divide by zero". As that is no
+    /// exception class, `catch (const char* message)` takes it and `catch (const std::exception&)` does not.
     Int128 operator/(const Int128& other) const;
 
     /// The exact product of two values of 64 bits; it cannot overflow. There is no product of two Int128.

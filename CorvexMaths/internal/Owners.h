@@ -1,18 +1,17 @@
 #pragma once
 
-/// The count of the objects that share arrays, so that the last of them releases these. Internal. Null stands for an
-/// object that has no arrays.
+/// The reference count of arrays that several objects share. Internal. Null stands for an object without arrays.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// Enters one more owner.
+/// Counts one more owner.
 inline void JoinOwners(unsigned int* owners)
 {
     if (owners) ++*owners;
 }
 
-/// Strikes one owner out; true for the last one, who has to release the arrays. The count is then gone.
+/// Counts one owner less; true for the last one, who has to release the arrays. The count itself is then deleted.
 inline bool LeaveOwners(unsigned int* owners)
 {
     if (!owners || --*owners != 0) return false;

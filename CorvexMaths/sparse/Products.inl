@@ -7,7 +7,7 @@
 #include <CorvexMaths/sparse/internal/RowSums.h>
 #include <CorvexMaths/sparse/internal/ThreadingRuntime.h>
 
-#include <cstddef>
+#include <algorithm>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -41,6 +41,10 @@ public:
 
     void Flush()
     {
+        // Room in all three lists first: they stay of one length where memory runs out.
+        fragment->values.Grow(count);
+        fragment->rows.Grow(count);
+        fragment->columns.Grow(count);
         fragment->values.AddRange(values, count);
         fragment->rows.AddRange(rows, count);
         fragment->columns.AddRange(columns, count);
@@ -101,53 +105,34 @@ void AppendUpperTriangle(const TCRSMatrixMxN<T>& left, const TCCSMatrixMxN<T>& b
     writer.Flush();
 }
 
-/// Fragments that are released together.
-template <class T>
-struct Fragments
-{
-    TMatrixFragment<T>* const all;
-
-    explicit Fragments(int count) : all(new TMatrixFragment<T>[static_cast<std::size_t>(count)]) {}
-    Fragments(const Fragments&) = delete;
-    Fragments& operator=(const Fragments&) = delete;
-    ~Fragments() { delete[] all; }
-};
-
-/// Forms a product by chunks of rows, each in a fragment of its own, and joins the fragments. The number of chunks
-/// comes from the threading runtime, but they are filled one after another, by fill(first, last, fragment); as they
-/// are joined in order, the result is the same for any number. The operands are not read after the result is
-/// redefined.
+/// Forms a product by chunks of rows, by fill(first, last, fragment), and moves its elements from the fragment to a
+/// result of exactly their number. The threading runtime is asked for the number of chunks; as they are filled one
+/// after another into one fragment, the result and the memory it takes are the same for any number. The operands are not
+/// read after the result is redefined.
 template <class T, class Fill>
 void GatherChunks(int extent, int capacity, int rowCount, TCRSMatrixMxN<T>* result, const Fill& fill)
 {
-    const int chunks = omp_get_max_threads();
-    const Fragments<T> fragments(chunks);
+    // A chunk has one row at least: more threads than rows have nothing to do.
+    const int chunks = std::max(1, std::min(omp_get_max_threads(), extent));
     const int share = extent / chunks;
-    unsigned int total = 0;
-    for (int i = 0; i < chunks; ++i) {
-        TMatrixFragment<T>& fragment = fragments.all[i];
-        fragment.SetDimensions(static_cast<unsigned int>(capacity));
-        // A product much fuller than the matrix would otherwise be moved once for each half capacity it takes.
-        fragment.values.SetUseExponentialGrowth(true);
-        fragment.rows.SetUseExponentialGrowth(true);
-        fragment.columns.SetUseExponentialGrowth(true);
-        const int first = i * share;
-        fill(first, i == chunks - 1 ? extent : first + share, &fragment);
-        total += fragment.values.GetCount();
-    }
+    TMatrixFragment<T> fragment;
+    fragment.SetDimensions(static_cast<unsigned int>(capacity));
+    // A product much fuller than the matrix would otherwise be moved once for each half capacity it takes.
+    fragment.values.SetUseExponentialGrowth(true);
+    fragment.rows.SetUseExponentialGrowth(true);
+    fragment.columns.SetUseExponentialGrowth(true);
+    for (int i = 0; i < chunks; ++i) fill(i * share, i == chunks - 1 ? extent : (i + 1) * share, &fragment);
 
+    const unsigned int total = fragment.values.GetCount();
     result->Redefine(rowCount, extent, static_cast<int>(total));
-    for (int i = 0; i < chunks; ++i) {
-        const TMatrixFragment<T>& fragment = fragments.all[i];
-        for (unsigned int k = 0; k < fragment.values.GetCount(); ++k)
-            result->AddElement(fragment.values[k], fragment.rows[k], fragment.columns[k]);
-    }
+    for (unsigned int k = 0; k < total; ++k)
+        result->AddElement(fragment.values[k], fragment.rows[k], fragment.columns[k]);
 }
 
 } // namespace Kernels
 
 template <class T>
-void TCRSMatrixMxN<T>::Multiply(T* x, T* y) const
+void TCRSMatrixMxN<T>::Multiply(const T* x, T* y) const
 {
     CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", columnCount == 0 || x != nullptr, columnCount, x);
     CORVEX_PRECONDITION("TCRSMatrixMxN::Multiply", rowCount == 0 || (y != nullptr && x != y), rowCount, x, y);

@@ -2,6 +2,8 @@
 #include <CorvexMaths/sparse/TCCSMatrixMxN.h>
 
 #include <cstddef>
+#include <memory>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -27,15 +29,26 @@ TCCSMatrixMxN<T>::~TCCSMatrixMxN()
 template <class T>
 TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(const TCCSMatrixMxN& other)
 {
-    // Joined before anything is let go: both may hold the same lists already.
+    // Joined before anything is released: both may hold the same lists already.
     Kernels::JoinOwners(other.owners);
     Release();
-    rowCount = other.rowCount;
-    columnCount = other.columnCount;
-    elementCount = other.elementCount;
-    columnValues = other.columnValues;
-    columnRows = other.columnRows;
-    owners = other.owners;
+    CopyFields(other);
+    return *this;
+}
+
+template <class T>
+TCCSMatrixMxN<T>::TCCSMatrixMxN(TCCSMatrixMxN&& other) noexcept : TCCSMatrixMxN()
+{
+    *this = std::move(other);
+}
+
+template <class T>
+TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(TCCSMatrixMxN&& other) noexcept
+{
+    if (this == &other) return *this;
+    Release();
+    CopyFields(other);
+    other.CopyFields(TCCSMatrixMxN());
     return *this;
 }
 
@@ -43,32 +56,38 @@ template <class T>
 void TCCSMatrixMxN<T>::Redefine(int columns, unsigned int growSize)
 {
     CORVEX_PRECONDITION("TCCSMatrixMxN::Redefine", columns >= 0, columns);
-    Release();
-    // Should the allocator give up, the destructor finds nothing to release twice.
-    owners = nullptr;
-    columnValues = nullptr;
-    columnRows = nullptr;
-
-    rowCount = 0;
-    elementCount = 0;
-    columnCount = columns;
-    owners = new unsigned int(1);
-    columnValues = new TList<T>[static_cast<std::size_t>(columns)];
+    *this = TCCSMatrixMxN();
+    std::unique_ptr<unsigned int> ownCount(new unsigned int(1));
+    std::unique_ptr<TList<T>[]> ownValues(new TList<T>[static_cast<std::size_t>(columns)]);
     columnRows = new TList<int>[static_cast<std::size_t>(columns)];
+    columnValues = ownValues.release();
+    owners = ownCount.release();
+    columnCount = columns;
     for (int c = 0; c < columns; ++c) {
         columnValues[c].SetGrowSize(growSize);
         columnRows[c].SetGrowSize(growSize);
     }
 }
 
-/// Leaves the owners, and releases the lists as the last of them. Counts and pointers keep their values, and must be
-/// set anew at once unless the matrix is at its end. In assignment to itself they are still good, for it has joined.
+/// Gives up a share of the lists, and deletes them with the last. Counts and pointers keep their values and must be set
+/// at once, unless the matrix is being destroyed. When a matrix is assigned to itself, they are still valid.
 template <class T>
 void TCCSMatrixMxN<T>::Release()
 {
     if (!Kernels::LeaveOwners(owners)) return;
     delete[] columnValues;
     delete[] columnRows;
+}
+
+template <class T>
+void TCCSMatrixMxN<T>::CopyFields(const TCCSMatrixMxN& other)
+{
+    rowCount = other.rowCount;
+    columnCount = other.columnCount;
+    elementCount = other.elementCount;
+    columnValues = other.columnValues;
+    columnRows = other.columnRows;
+    owners = other.owners;
 }
 
 CORVEX_INSTANTIATE_SCALARS(, class, TCCSMatrixMxN);

@@ -15,12 +15,12 @@ namespace Halmont::Orrin::CorvexMaths
 /// Nothing is sorted: within a column the elements stand in the order in which they were added, and an element added
 /// twice is there twice. Indices in range are preconditions.
 ///
-/// Copies share their lists, and the last of the sharers to go releases them. What one sharer adds therefore stands in
-/// the lists of all, but raises the counts of that one alone. Redefine gives a matrix lists of its own. The sharers are
-/// counted without locks: to several threads they are one object.
+/// Copies share their lists, which are released with the last of them. What is added to one of them therefore stands in
+/// the lists of all, but raises the counts of that one alone. Redefine gives a matrix lists of its own. The reference
+/// count is not atomic: matrices that share lists belong to one thread.
 ///
-/// Exhausted memory surfaces as the allocator's exception. The matrix that was being redefined may then be destroyed,
-/// redefined or assigned to, but not read.
+/// Exhausted memory surfaces as the allocator's exception: Redefine then leaves the empty matrix, and AddElement the
+/// matrix as it was.
 template <class T>
 class CORVEX_API TCCSMatrixMxN
 {
@@ -46,12 +46,19 @@ public:
     /// Releases the lists unless another matrix shares them.
     ~TCCSMatrixMxN();
 
-    /// Copies the counts and shares the lists with the other matrix; those held before are let go. May be given itself.
-    /// Allocates nothing. Answers this matrix.
+    /// Copies the counts and shares the lists with the other matrix, which may be this one; the own ones are released
+    /// unless another matrix shares them. Allocates nothing.
     TCCSMatrixMxN& operator=(const TCCSMatrixMxN& other);
+    /// Takes over the counts and lists of the other matrix, which is left empty. Those that share its lists share them
+    /// with this matrix from then on.
+    TCCSMatrixMxN(TCCSMatrixMxN&& other) noexcept;
+    /// Takes over the counts and lists of the other matrix, which is left empty, unless it is this one; the own lists
+    /// are released unless another matrix shares them.
+    TCCSMatrixMxN& operator=(TCCSMatrixMxN&& other) noexcept;
 
-    /// Lets go of all content, which stays with other sharers, and begins anew with lists of its own: `columns` of each
-    /// kind, which is not negative, and no rows. Each list gets the grow size; one of 0 leaves the 1000 of a new list.
+    /// Drops all content, which stays in other matrices that share it, and begins anew with lists of its own: `columns`
+    /// of each kind, which is not negative, and no rows. Each list gets the grow size; one of 0 leaves the 1000 of a
+    /// new list.
     void Redefine(int columns, unsigned int growSize);
 
     /// Appends an element to its column, and raises the number of rows to row + 1 where it is less. The column is from
@@ -61,8 +68,19 @@ public:
     {
         CORVEX_PRECONDITION("TCCSMatrixMxN::AddElement", 0 <= column && column < columnCount, column, columnCount);
         CORVEX_PRECONDITION("TCCSMatrixMxN::AddElement", 0 <= row && row < 0x7fffffff, row);
+        TList<int>& rows = columnRows[column];
+        rows.Add(row);
+        // Both lists or neither, should there be memory for one alone.
+        struct Undo
+        {
+            TList<int>* list;
+            ~Undo()
+            {
+                if (list) list->RemoveFromEnd(1);
+            }
+        } undo{&rows};
         columnValues[column].Add(value);
-        columnRows[column].Add(row);
+        undo.list = nullptr;
         ++elementCount;
         if (rowCount < row + 1) rowCount = row + 1;
     }
@@ -72,6 +90,7 @@ private:
     unsigned int* owners = nullptr;
 
     void Release();
+    void CopyFields(const TCCSMatrixMxN& other);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TCCSMatrixMxN);

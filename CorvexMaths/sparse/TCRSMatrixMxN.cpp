@@ -5,6 +5,8 @@
 #include <CorvexMaths/sparse/internal/RowRange.h>
 
 #include <cstddef>
+#include <memory>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -30,9 +32,65 @@ TCRSMatrixMxN<T>::~TCRSMatrixMxN()
 template <class T>
 TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(const TCRSMatrixMxN& other)
 {
-    // Joined before anything is let go: both may hold the same arrays already.
+    // Joined before anything is released: both may hold the same arrays already.
     Kernels::JoinOwners(other.owners);
     Release();
+    CopyFields(other);
+    return *this;
+}
+
+template <class T>
+TCRSMatrixMxN<T>::TCRSMatrixMxN(TCRSMatrixMxN&& other) noexcept : TCRSMatrixMxN()
+{
+    *this = std::move(other);
+}
+
+template <class T>
+TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(TCRSMatrixMxN&& other) noexcept
+{
+    if (this == &other) return *this;
+    Release();
+    CopyFields(other);
+    other.CopyFields(TCRSMatrixMxN());
+    return *this;
+}
+
+template <class T>
+void TCRSMatrixMxN<T>::Redefine(int rows, int columns, int elements)
+{
+    CORVEX_PRECONDITION("TCRSMatrixMxN::Redefine", rows >= 0 && columns >= 0 && elements >= 0, rows, columns, elements);
+    const int type = matrixType;
+    *this = TCRSMatrixMxN();
+    matrixType = type;
+    std::unique_ptr<unsigned int> ownCount(new unsigned int(1));
+    std::unique_ptr<T[]> ownValues(new T[static_cast<std::size_t>(elements)]);
+    // What is not added yet reads as column 0, not as a wild index.
+    std::unique_ptr<int[]> ownIndices(new int[static_cast<std::size_t>(elements)]());
+    rowStarts = new int[static_cast<std::size_t>(rows) + 1];
+    columnIndices = ownIndices.release();
+    values = ownValues.release();
+    owners = ownCount.release();
+    rowCount = rows;
+    columnCount = columns;
+    capacity = elements;
+    for (int r = 0; r < rows; ++r) rowStarts[r] = emptyRow;
+    rowStarts[rows] = elements;
+}
+
+/// Gives up a share of the arrays, and deletes them with the last. Counts and pointers keep their values and must be
+/// set at once, unless the matrix is being destroyed. When a matrix is assigned to itself, they are still valid.
+template <class T>
+void TCRSMatrixMxN<T>::Release()
+{
+    if (!Kernels::LeaveOwners(owners)) return;
+    delete[] values;
+    delete[] columnIndices;
+    delete[] rowStarts;
+}
+
+template <class T>
+void TCRSMatrixMxN<T>::CopyFields(const TCRSMatrixMxN& other)
+{
     matrixType = other.matrixType;
     rowCount = other.rowCount;
     columnCount = other.columnCount;
@@ -42,42 +100,6 @@ TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(const TCRSMatrixMxN& other)
     rowStarts = other.rowStarts;
     elementCount = other.elementCount;
     owners = other.owners;
-    return *this;
-}
-
-template <class T>
-void TCRSMatrixMxN<T>::Redefine(int rows, int columns, int elements)
-{
-    CORVEX_PRECONDITION("TCRSMatrixMxN::Redefine", rows >= 0 && columns >= 0 && elements >= 0, rows, columns, elements);
-    Release();
-    // Should the allocator give up, the destructor finds nothing to release twice.
-    owners = nullptr;
-    values = nullptr;
-    columnIndices = nullptr;
-    rowStarts = nullptr;
-
-    rowCount = rows;
-    columnCount = columns;
-    capacity = elements;
-    elementCount = 0;
-    owners = new unsigned int(1);
-    values = new T[static_cast<std::size_t>(elements)];
-    // What is not added yet reads as column 0, not as a wild index.
-    columnIndices = new int[static_cast<std::size_t>(elements)]();
-    rowStarts = new int[static_cast<std::size_t>(rows) + 1];
-    for (int r = 0; r < rows; ++r) rowStarts[r] = emptyRow;
-    rowStarts[rows] = elements;
-}
-
-/// Leaves the owners, and releases the arrays as the last of them. Counts and pointers keep their values, and must be
-/// set anew at once unless the matrix is at its end. In assignment to itself they are still good, for it has joined.
-template <class T>
-void TCRSMatrixMxN<T>::Release()
-{
-    if (!Kernels::LeaveOwners(owners)) return;
-    delete[] values;
-    delete[] columnIndices;
-    delete[] rowStarts;
 }
 
 template <class T>

@@ -20,12 +20,12 @@ namespace Halmont::Orrin::CorvexMaths
 /// Nothing is sorted: rows keep the order in which their elements were added. Capacity, indices in range, ascending
 /// rows, and operands of products large enough for what is read are preconditions.
 ///
-/// Copies share their arrays, and the last of the sharers to go releases them. What one sharer adds therefore stands in
-/// the arrays of all, but raises the count of that one alone. Redefine gives a matrix arrays of its own. The sharers
-/// are counted without locks: to several threads they are one object.
+/// Copies share their arrays, which are released with the last of them. What is added to one of them therefore stands in
+/// the arrays of all, but raises the count of that one alone. Redefine gives a matrix arrays of its own. The reference
+/// count is not atomic: matrices that share arrays belong to one thread.
 ///
-/// Exhausted memory surfaces as the allocator's exception. The matrix that was being redefined may then be destroyed,
-/// redefined or assigned to, but not read.
+/// Exhausted memory surfaces as the allocator's exception: Redefine, TransposeFrom and the result of Transpose, of a
+/// product or of Normalise are then left empty or, but for the matrix type, as they were.
 ///
 /// Products with matrices keep a computed element only if its absolute value is greater than the common tolerance
 /// (absolute, strict; NaN is dropped), and every sum takes its terms in ascending position in the row. A result must be
@@ -66,13 +66,19 @@ public:
     /// Releases the arrays unless another matrix shares them.
     ~TCRSMatrixMxN();
 
-    /// Copies type and counts and shares the arrays with the other matrix; those held before are let go. May be given
-    /// itself. Allocates nothing. Answers this matrix.
+    /// Copies type and counts and shares the arrays with the other matrix, which may be this one; the own ones are
+    /// released unless another matrix shares them. Allocates nothing.
     TCRSMatrixMxN& operator=(const TCRSMatrixMxN& other);
+    /// Takes over the type, counts and arrays of the other matrix, which is left empty and general. Those that share
+    /// its arrays share them with this matrix from then on.
+    TCRSMatrixMxN(TCRSMatrixMxN&& other) noexcept;
+    /// Takes over the type, counts and arrays of the other matrix, which is left empty and general, unless it is this
+    /// one; the own arrays are released unless another matrix shares them.
+    TCRSMatrixMxN& operator=(TCRSMatrixMxN&& other) noexcept;
 
-    /// Lets go of all content, which stays with other sharers, and makes arrays of its own for `elements` elements,
-    /// with every row empty. No argument is negative. The new values are undefined until added, the column indices 0.
-    /// The matrix type stays.
+    /// Drops all content, which stays in other matrices that share it, and makes arrays of its own for `elements`
+    /// elements, with every row empty. No argument is negative. The new values are undefined until added, the column
+    /// indices 0. The matrix type stays.
     void Redefine(int rows, int columns, int elements);
 
     /// Adds an element behind those added before, as the last of its row so far. Preconditions: fewer elements so far
@@ -104,7 +110,7 @@ public:
     /// y = this matrix times x; an empty row gives +0. Every sum ascends from +0 in the order of its row, and no
     /// product is dropped for being small or skipped for a factor of 0. x has `columnCount` values, y has room for
     /// `rowCount`; the two must be separate arrays, and not null where they have any. Without rows nothing is touched.
-    void Multiply(T* x, T* y) const;
+    void Multiply(const T* x, T* y) const;
 
     /// result = this matrix times b. Rows are computed up to the column count of b, so that of a matrix with more rows
     /// than that the rest stays empty. b has `columnCount` rows at least. Elements of b that are exactly 0 are skipped,
@@ -164,6 +170,7 @@ private:
     unsigned int* owners = nullptr;
 
     void Release();
+    void CopyFields(const TCRSMatrixMxN& other);
 
     /// Adds an element, in range or not: from lists that a sharer made longer a column may come that this matrix does
     /// not have.

@@ -9,7 +9,7 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 /// A list of elements as (value, row, column), for T of `float` and `double`. Entry i of each of the three lists
-/// belongs to one element; to keep them of one length is the caller's affair, as are order and range of the entries.
+/// belongs to one element; keeping them of one length is up to the caller, as are the order and range of the entries.
 /// Nothing is checked.
 template <class T>
 struct TMatrixFragment
@@ -25,12 +25,16 @@ struct TMatrixFragment
     TMatrixFragment() = default;
     /// A copy of the three lists with blocks of their own, as the copy constructor of TList makes it.
     TMatrixFragment(const TMatrixFragment& other) = default;
+    /// Takes over the three lists with their grow sizes; the other fragment is left empty.
+    TMatrixFragment(TMatrixFragment&& other) = default;
     /// Releases the lists.
     ~TMatrixFragment() = default;
 
     /// Replaces the elements and grow sizes of the three lists, as the assignment of TList does: a fragment assigned to
     /// itself ends empty.
     TMatrixFragment& operator=(const TMatrixFragment& other) = default;
+    /// Takes over the three lists with their grow sizes; the other fragment is left empty, unless it is this one.
+    TMatrixFragment& operator=(TMatrixFragment&& other) = default;
 
     /// Makes room in each list for n elements more than it has and then sets its grow size to n / 2, rounded down, but
     /// at least 1. While it makes room the old grow size counts. The elements stay.
