@@ -98,8 +98,6 @@ protected:
     T** columns = nullptr;   ///< The cells of each column; null if there never was a column, and after Clear.
 
 private:
-    static constexpr unsigned int noRow = ~0u;
-
     static unsigned int Sum(unsigned int size, unsigned int n)
     {
         if (size + n < size) throw std::bad_array_new_length();
@@ -118,7 +116,7 @@ void TMap<T>::Replace(T** replacement, unsigned int newWidth, unsigned int newHe
     height = newHeight;
 }
 
-/// Alters the size and leaves a row out, if there is one of that index. Columns keep their blocks if the height stays.
+/// Alters the size and leaves a row out, or none for the height. Columns keep their blocks if the height stays.
 template <class T>
 void TMap<T>::Rebuild(unsigned int newWidth, unsigned int newHeight, unsigned int removedRow)
 {
@@ -144,7 +142,7 @@ void TMap<T>::Alter(unsigned int newWidth, unsigned int newHeight)
     if (width == 0 && newWidth == 0)
         height = newHeight;
     else if (newWidth != width || newHeight != height)
-        Rebuild(newWidth, newHeight, noRow);
+        Rebuild(newWidth, newHeight, height);
 }
 
 template <class T>

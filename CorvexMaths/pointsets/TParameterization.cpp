@@ -111,7 +111,8 @@ template <class T, template <class> class V>
 typename TParameterization<T, V>::Bracket TParameterization<T, V>::FindBracket(const T& position) const
 {
     Bracket bracket;
-    parameters.BinarySearch(position, &bracket.lower, &bracket.upper, false);
+    // A position outside leaves the bracket as it is.
+    static_cast<void>(parameters.BinarySearch(position, &bracket.lower, &bracket.upper, false));
     // Parameters of points that have gone since stand for the last one.
     const unsigned int last = this->count - 1;
     if (bracket.lower > last) bracket.lower = last;

@@ -79,6 +79,7 @@ TEST(ListExceptions, KeepEveryElementWhereAHookThrows)
                 threw = true;
             }
             EXPECT_EQ(list.All(), threw && k <= hooksBefore ? all : left) << name << " with hook " << k;
+            list.throwsAt = 0;
             list.Add(6);
             EXPECT_EQ(list[list.GetCount() - 1], 6);
             if (!threw) break;
