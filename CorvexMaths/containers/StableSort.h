@@ -10,10 +10,10 @@
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-/// Sorts by merging, with the comparisons of glibc's `qsort` in their order: halves of n / 2 and n - n / 2 elements, the
-/// lower one first, and of two elements of which neither is greater the one from the lower half. Even a function that
-/// contradicts itself therefore leaves the order that it leaves there. The elements are moved as bytes; `buffer` has
-/// room for all of them. If the function throws, each element is still there once.
+/// Sorts by merging, with the comparisons of glibc's `qsort` in their order: halves of n / 2 and n - n / 2 elements,
+/// the lower one first, and of two elements of which neither is greater the one from the lower half. Even a function
+/// that contradicts itself therefore leaves the order that it leaves there. The elements are moved as bytes; `buffer`
+/// has room for all of them. If the function throws, each element is still there once.
 inline void MergeSort(unsigned char* elements, std::size_t n, std::size_t size,
                       int (*compare)(const void*, const void*), unsigned char* buffer)
 {

@@ -8,10 +8,10 @@
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-/// A value and the way to the next node. The last node of a chain leads nowhere; a ring has no last node.
+/// A value and a pointer to the next node. The last node of a chain has none; a ring has no last node.
 ///
-/// A node owns no other: nodes live where the caller makes them, and ReleaseMemory serves chains of nodes made by
-/// `new`. Copies lead into the same chain as the original. What walks to the end of a chain costs a step for each node.
+/// A node does not own the next: nodes live where the caller makes them, and ReleaseMemory deletes chains of nodes made
+/// by `new`. Copies lead into the same chain as the original. Whatever walks to the end of a chain takes linear time.
 /// There are no locks.
 template <class T>
 class CORVEX_API TLinkUni
@@ -23,7 +23,8 @@ public:
     TLinkUni() = default;
     /// A node of the same value, leading to the same next node. Nothing leads to the copy.
     TLinkUni(const TLinkUni<T>& other) = default;
-    /// Takes over the value and the next node, and so leads into the other's chain; its own is let go of.
+    /// Copies the value and the pointer to the next node, and so leads into the other's chain; the nodes that followed
+    /// before are not touched.
     TLinkUni<T>& operator=(const TLinkUni<T>& other) = default;
     /// Leaves the chain alone.
     virtual ~TLinkUni() = default;
@@ -35,7 +36,7 @@ public:
     /// The last node of the chain, this one if it is alone. The chain may lead into no ring: the walk would never end.
     /// Debug builds stop where it comes back to this node.
     TLinkUni<T>* GetLast();
-    /// Hangs a node, with all that follows it, on the end of the chain; null changes nothing. The chain may lead into
+    /// Appends a node, with all that follow it, to the end of the chain; null changes nothing. The chain may lead into
     /// no ring: the walk to its end would never end. Debug builds stop where it comes back to this node.
     void Add(TLinkUni<T>* node) { GetLast()->next = node; }
     /// Puts a node, which is not null, between this one and the next; where it led before is forgotten. Given this node

@@ -68,7 +68,7 @@ TSetGenerator<T>::~TSetGenerator()
 template <class T>
 TSetGenerator<T>& TSetGenerator<T>::operator=(const TSetGenerator& other)
 {
-    // The new share is counted first: it may be the one that is let go of.
+    // Joined before anything is released: both may hold the same handlers already.
     Kernels::JoinOwners(other.owners);
     Release();
     combinationMethods = other.combinationMethods;
@@ -130,7 +130,7 @@ void TSetGenerator<T>::GenerateCombinations(T n, T k)
     if (k == 0 || k > n) return;
     T* const set = new T[k];
     Combinate(n, k, set, static_cast<T>(-1), 0);
-    delete[] set; // An exception of a handler leaves the set, which it may carry on.
+    delete[] set; // Not if a handler throws: its exception may refer to the set.
 }
 
 template <class T>

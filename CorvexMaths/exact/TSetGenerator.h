@@ -36,10 +36,10 @@ namespace Halmont::Orrin::CorvexMaths
 /// An exception that it throws passes through and ends the walk; the set is then not released, so that a pointer to it
 /// which the exception carries stays valid.
 ///
-/// Copies share their handlers, which are released with the last of them. Adding one to a copy gives it a share of its
-/// own first. Objects to call methods on are never owned. That objects, methods and functions are not null is a
-/// precondition, which debug builds check. There are no locks, and the count of the sharers is not atomic: copies that
-/// share handlers belong to one thread.
+/// Copies share their handlers, which are released with the last of them. Adding one to a copy first gives it handlers
+/// of its own. Objects to call methods on are never owned. That objects, methods and functions are not null is a
+/// precondition, which debug builds check. There are no locks, and the reference count is not atomic: copies that share
+/// handlers belong to one thread.
 template <class T>
 class CORVEX_API TSetGenerator
 {
@@ -52,7 +52,7 @@ public:
     TSetGenerator(const TSetGenerator& other);
     /// Releases the handlers, unless a copy shares them; never the objects to call methods on.
     ~TSetGenerator();
-    /// Lets go of the handlers and shares those of another generator, which may be this one.
+    /// Drops the handlers and shares those of another generator, which may be this one.
     TSetGenerator& operator=(const TSetGenerator& other);
 
     /// Adds a method to be called for each combination, after the methods already there: `(object->*method)(set)`.
@@ -160,7 +160,7 @@ private:
     void Append(FunctionHandler*& handlers, unsigned int& count, const FunctionHandler& handler);
     /// Makes the handlers this generator's alone.
     void Own();
-    /// Lets go of the share of the handlers; the fields keep their values.
+    /// Gives up a share of the handlers, and deletes them with the last; the fields keep their values.
     void Release();
 
     MethodHandler* combinationMethods = nullptr;
@@ -171,7 +171,7 @@ private:
     FunctionHandler* permutationFunctions = nullptr;
     unsigned int permutationMethodCount = 0;
     unsigned int permutationFunctionCount = 0;
-    /// How many generators share the four blocks; null while there are none.
+    /// The reference count of the four blocks; null while there are none.
     unsigned int* owners = nullptr;
 };
 

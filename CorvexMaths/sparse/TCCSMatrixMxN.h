@@ -86,7 +86,7 @@ public:
     }
 
 private:
-    /// How many matrices share the lists, this one included; null while there are none.
+    /// The reference count of the lists; null while there are none.
     unsigned int* owners = nullptr;
 
     void Release();

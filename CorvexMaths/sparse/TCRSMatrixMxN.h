@@ -20,9 +20,9 @@ namespace Halmont::Orrin::CorvexMaths
 /// Nothing is sorted: rows keep the order in which their elements were added. Capacity, indices in range, ascending
 /// rows, and operands of products large enough for what is read are preconditions.
 ///
-/// Copies share their arrays, which are released with the last of them. What is added to one of them therefore stands in
-/// the arrays of all, but raises the count of that one alone. Redefine gives a matrix arrays of its own. The reference
-/// count is not atomic: matrices that share arrays belong to one thread.
+/// Copies share their arrays, which are released with the last of them. What is added to one of them therefore stands
+/// in the arrays of all, but raises the count of that one alone. Redefine gives a matrix arrays of its own. The
+/// reference count is not atomic: matrices that share arrays belong to one thread.
 ///
 /// Exhausted memory surfaces as the allocator's exception: Redefine, TransposeFrom and the result of Transpose, of a
 /// product or of Normalise are then left empty or, but for the matrix type, as they were.
@@ -166,7 +166,7 @@ protected:
     void MultiplyUpperTriangle(const TCCSMatrixMxN<T>& b, int first, int last, TMatrixFragment<T>* fragment) const;
 
 private:
-    /// How many matrices share the arrays, this one included; null while there are none.
+    /// The reference count of the arrays; null while there are none.
     unsigned int* owners = nullptr;
 
     void Release();
