@@ -250,11 +250,11 @@ template <class T>
 bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int** pivots, T* parity) const
 {
     CORVEX_PRECONDITION("TMatrixMxN::LUD", pivots != nullptr, pivots);
-    *pivots = new int[m];
-    if (LUD(lu, *pivots, parity)) return true;
-    delete[] * pivots;
     *pivots = nullptr;
-    return false;
+    std::unique_ptr<int[]> owned(new int[m]);
+    if (!LUD(lu, owned.get(), parity)) return false;
+    *pivots = owned.release();
+    return true;
 }
 
 template <class T>

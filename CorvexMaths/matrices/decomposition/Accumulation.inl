@@ -49,7 +49,7 @@ void SweepRight(T** u, T** v, unsigned int i, unsigned int n, T g, bool sumNext,
     });
 }
 
-/// Builds V. A superdiagonal element of 0 tells that its row had no reflection.
+/// Builds V. A superdiagonal element of 0 means that its row had no reflection.
 template <class T>
 void AccumulateRight(T** u, T** v, const T* work, unsigned int n)
 {
@@ -119,7 +119,7 @@ CORVEX_ALWAYS_INLINE void SweepLeft(T** u, unsigned int i, unsigned int m, T g, 
     next[0] = first;
 }
 
-/// Builds U in place. A diagonal element of 0 tells that its column had no reflection.
+/// Builds U in place. A diagonal element of 0 means that its column had no reflection.
 template <class T, class Below>
 void AccumulateLeft(T** u, T** w, unsigned int m, unsigned int n, Below& below)
 {

@@ -22,7 +22,7 @@ namespace
 
 /// Decomposes a matrix of which u holds the first m rows and `below` the rest. Without `withU`, what neither the
 /// singular values nor V take part in is left out: the accumulation of U reads them and writes to u alone, which is not
-/// read again, and the iteration hands rotations to U without looking at what becomes of them.
+/// read again, and the iteration never reads what it rotates of U.
 template <bool withU, class T, class Below, class Left>
 bool Decompose(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit, Below& below,
                Left& left)

@@ -292,18 +292,7 @@ private:
     template <class Operation>
     static void WithColumns(unsigned int count, Operation operation)
     {
-        switch (count) {
-        case 1:
-            return operation(FixedWidth<1>());
-        case 2:
-            return operation(FixedWidth<2>());
-        case 3:
-            return operation(FixedWidth<3>());
-        case 4:
-            return operation(FixedWidth<4>());
-        default:
-            return operation(AnyWidth<>{count});
-        }
+        WithFewColumns<1>(count, operation, [=](unsigned int many) { operation(AnyWidth<>{many}); });
     }
 
     /// Calls operation(panel, number of its rows, columns, sums), which adds to sums of so many columns.
@@ -407,31 +396,18 @@ private:
 /// What stands for the panels of a matrix that is head alone.
 struct NoPanels
 {
-    template <class... Arguments>
-    static void Begin(Arguments...)
-    {}
-    template <class... Arguments>
-    static void DivideColumn(Arguments...)
-    {}
-    template <class... Arguments>
-    static void AddColumnProducts(Arguments...)
-    {}
-    template <class... Arguments>
-    static void Sweep(Arguments&&...)
-    {}
-    template <class... Arguments>
-    static void SweepLeft(Arguments...)
-    {}
-    template <class... Arguments>
-    static void ClearColumn(Arguments...)
-    {}
-    template <class... Arguments>
-    static void AddRowProducts(Arguments...)
-    {}
+    static constexpr auto doNothing = [](auto&&...) {};
+    static constexpr auto Begin = doNothing;
+    static constexpr auto DivideColumn = doNothing;
+    static constexpr auto AddColumnProducts = doNothing;
+    static constexpr auto Sweep = doNothing;
+    static constexpr auto SweepLeft = doNothing;
+    static constexpr auto ClearColumn = doNothing;
+    static constexpr auto AddRowProducts = doNothing;
 };
 
 /// The rotations of the columns of U where the matrix stands in a head, which the iteration leaves rotated, and in
-/// panels, whose last rotations wait for what becomes of them.
+/// panels, whose last rotations wait until U is given back or multiplied.
 template <class T>
 class PanelRotations
 {

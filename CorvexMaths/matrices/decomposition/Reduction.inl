@@ -92,7 +92,7 @@ struct ReductionStep
 };
 
 /// Applies both reflections of a step to the rows from `from` to before `to`, each row complete before it is left, and
-/// answers what column i + 1 is to be divided by: the sum of its absolute values over these rows.
+/// returns what column i + 1 is to be divided by: the sum of its absolute values over these rows.
 template <class T, class Width>
 CORVEX_ALWAYS_INLINE T SweepRows(T** u, unsigned int from, unsigned int to, const ReductionStep<T>& step, Width width)
 {
@@ -121,7 +121,7 @@ CORVEX_ALWAYS_INLINE T SweepRows(T** u, unsigned int from, unsigned int to, cons
 }
 
 /// Reflects column i: divides it, finds the factor of every column to its right and updates row i, which the row's own
-/// reflection needs before the other rows. Answers the new diagonal element. `factors` has room for n values.
+/// reflection needs before the other rows. Returns the new diagonal element. `factors` has room for n values.
 template <class T, class Below>
 T ReflectColumn(T** u, unsigned int i, unsigned int m, unsigned int n, T scale, T* factors, const Below& below)
 {
@@ -140,7 +140,7 @@ T ReflectColumn(T** u, unsigned int i, unsigned int m, unsigned int n, T scale, 
     return scale * reflection.g;
 }
 
-/// Reflects the `count` elements of row i right of the diagonal: divides them and finds x / h. Answers the reflection.
+/// Reflects the `count` elements of row i right of the diagonal: divides them and finds x / h. Returns the reflection.
 template <class T>
 Reflection<T> ReflectRow(T* row, unsigned int count, T scale, T* rowOverH)
 {
@@ -155,7 +155,7 @@ Reflection<T> ReflectRow(T* row, unsigned int count, T scale, T* rowOverH)
 }
 
 /// Reduces u to bidiagonal form: the diagonal goes to that of w, the superdiagonal to work[1] and on, work[0] is 0.
-/// Answers the largest sum of absolute values of a column of the result, which a NaN enters and a later finite sum
+/// Returns the largest sum of absolute values of a column of the result, which a NaN enters and a later finite sum
 /// replaces. Every element of v is written later, so its rows serve as scratch. `below` holds further rows; each sum
 /// over a column goes on there.
 template <class T, class Below>

@@ -145,7 +145,7 @@ struct RotationSpan
     unsigned int highest;
 };
 
-/// Applies rotations to the rows from `from` on in panels; answers the first row not reached, where fewer than `fewest`
+/// Applies rotations to the rows from `from` on in panels; returns the first row not reached, where fewer than `fewest`
 /// rows are left.
 template <class Panel, class T>
 CORVEX_ALWAYS_INLINE unsigned int RotateInPanels(const RotationSpan<T>& span, T* const* rows, unsigned int from,

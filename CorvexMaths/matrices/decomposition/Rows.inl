@@ -49,22 +49,30 @@ inline auto WithAnyWidth(unsigned int width, Operation operation)
     return ForThisProcessor([=](auto bytes) __attribute__((flatten)) { return operation(AnyWidth<bytes>{width}); });
 }
 
-/// The same, but 3 columns or fewer are fixed, so that a tall matrix of up to 4 columns streams through registers.
+/// Calls `operation` for a fixed width where that is one of the four from `fewest` on, so that a tall matrix of up to 4
+/// columns streams through registers; else calls `otherwise` for the width.
+template <unsigned int fewest, class Operation, class Otherwise>
+inline auto WithFewColumns(unsigned int width, Operation operation, Otherwise otherwise)
+{
+    switch (width - fewest) {
+    case 0:
+        return operation(FixedWidth<fewest>());
+    case 1:
+        return operation(FixedWidth<fewest + 1>());
+    case 2:
+        return operation(FixedWidth<fewest + 2>());
+    case 3:
+        return operation(FixedWidth<fewest + 3>());
+    default:
+        return otherwise(width);
+    }
+}
+
+/// Calls an operation on the columns right of a pivot: fixed up to 3, any number as WithAnyWidth does.
 template <class Operation>
 inline auto WithWidth(unsigned int width, Operation operation)
 {
-    switch (width) {
-    case 0:
-        return operation(FixedWidth<0>());
-    case 1:
-        return operation(FixedWidth<1>());
-    case 2:
-        return operation(FixedWidth<2>());
-    case 3:
-        return operation(FixedWidth<3>());
-    default:
-        return WithAnyWidth(width, operation);
-    }
+    return WithFewColumns<0>(width, operation, [=](unsigned int many) { return WithAnyWidth(many, operation); });
 }
 
 /// A row of values that a loop over other rows reads or adds to: a copy of its own when the width is fixed, the

@@ -31,7 +31,7 @@ template <class T>
 void BackSubRows(T** rows, const int* pivots, const T* b, T* x, unsigned int order);
 
 /// Replaces the rows by the inverse of the matrix whose factors the rows of `lu` hold: column c becomes, to the bit,
-/// what BackSubRows answers for the unit vector c. The two row arrays must not share elements.
+/// what BackSubRows gives for the unit vector c. The two row arrays must not share elements.
 template <class T>
 void InvertRows(T** rows, T** lu, const int* pivots, unsigned int order);
 

@@ -51,7 +51,7 @@ CORVEX_ALWAYS_INLINE bool AreFinite(const T* values, unsigned int begin, unsigne
 }
 
 /// Fills the panel with the solutions for the unit vectors with their 1 at q, q + 1, ... (those from `order` on, which
-/// do not exist, hold nothing of use).
+/// do not exist, hold undefined values).
 template <class T, unsigned int Bytes, unsigned int Width>
 CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, const T* const* lu, unsigned int order, unsigned int q)
 {
