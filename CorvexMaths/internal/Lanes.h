@@ -94,7 +94,6 @@ __attribute__((noinline)) auto RunBaseline(Operation operation)
 // width, 64 with the wide form of a kernel that has no widest one.
 #if defined(__x86_64__) && !(defined(CORVEX_LANE_BYTES) && CORVEX_LANE_BYTES == 16)
 #define CORVEX_WIDE_LANES __attribute__((target("avx2")))
-#define CORVEX_WIDEST_LANES __attribute__((target("avx512f")))
 
 /// The width of this processor's widest registers: found out once, as the library is loaded. Until then it is 0, which
 /// counts as the baseline, is slower and gives the same bits.

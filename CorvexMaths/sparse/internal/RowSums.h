@@ -47,7 +47,7 @@ inline bool SumTile(T* sums, const TCRSMatrixMxN<T>& left, RowRange range, const
     for (int k = range.begin; k < range.end; ++k) {
         const T* const factors = b[static_cast<unsigned int>(left.columnIndices[k])] + from;
         Lane value;
-        Spread(value, left.values[k]);
+        Broadcast(value, left.values[k]);
         for (int l = 0; l < Tile::laneCount; ++l) {
             Lane factor;
             Load(factor, factors + l * Tile::laneWidth);
@@ -56,7 +56,7 @@ inline bool SumTile(T* sums, const TCRSMatrixMxN<T>& left, RowRange range, const
     }
 
     Lane tolerance;
-    Spread(tolerance, Numbers::commonTolerance<T>);
+    Broadcast(tolerance, Numbers::commonTolerance<T>);
     BaselineMask<T> kept = {};
     for (int l = 0; l < Tile::laneCount; ++l) {
         kept |= (running[l] > tolerance) | (running[l] < -tolerance);
