@@ -88,7 +88,7 @@ private:
     {
         if (!(curve.Knot(span) < curve.Knot(span + 1))) return;
         double point[dimension];
-        curve.Evaluate(x, span, point, nullptr);
+        curve.Evaluate(x, span, point);
         for (unsigned int k = 0; k < dimension; ++k) point[k] = Relative(point[k], k);
         Offer(Dot(point, point), x);
     }
@@ -284,7 +284,7 @@ ClosestPoint<T, V>::ClosestPoint(const TBSpline<T, V>& spline, const V<T>& targe
 
     const double place = Search<T, V>(curve, from, scale).Find();
     double found[dimension];
-    curve.Evaluate(place, curve.FindSpan(place), found, nullptr);
+    curve.Evaluate(place, curve.FindSpan(place), found);
     double square = 0;
     for (unsigned int k = 0; k < dimension; ++k)
         square += (found[k] - from[k]) * scale * ((found[k] - from[k]) * scale);

@@ -54,8 +54,9 @@ public:
             for (unsigned int i = 0; i < count; ++i) {
                 const auto value = static_cast<double>(points.GetStream()[i][k]);
                 finite += 0 * value;
-                least = std::fmin(least, value);
-                greatest = std::fmax(greatest, value);
+                // Not by fmin and fmax, which leave the sign of a zero to the machine.
+                if (value < least) least = value;
+                if (value > greatest) greatest = value;
             }
             middle[k] = least / 2 + greatest / 2;
             size = std::fmax(size, greatest - least);
@@ -358,7 +359,7 @@ private:
         double greatest = 0;
         ForEachPoint(curve, [&](unsigned int i, double x, unsigned int span) {
             double point[dimension];
-            curve.Evaluate(x, span, point, nullptr);
+            curve.Evaluate(x, span, point);
             double square = 0;
             for (unsigned int c = 0; c < dimension; ++c) {
                 const double difference = (point[c] - static_cast<double>(data.Source()[i][c])) * scale;
@@ -431,7 +432,7 @@ V<T> SplineFit<T, V>::Evaluate(T u) const
     const Curve<T, V> curve(spline);
     if (curve.IsWhole()) {
         const double x = curve.FromUnit(static_cast<double>(u));
-        curve.Evaluate(x, curve.FindSpan(x), point, nullptr);
+        curve.Evaluate(x, curve.FindSpan(x), point);
     }
     return Kernels::ToVector<T, V>(point);
 }

@@ -30,8 +30,8 @@ public:
     double Speed(double x, unsigned int span) const
     {
         constexpr unsigned int dimension = Curve<T, V>::dimension;
-        double point[dimension], derivative[dimension];
-        curve.Evaluate(x, span, point, derivative);
+        double derivative[dimension];
+        curve.Differentiate(x, span, derivative);
         double square = 0;
         for (const double component : derivative) square += (component * scale) * (component * scale);
         return std::sqrt(square);
@@ -49,15 +49,18 @@ public:
     }
 
     /// Appends pieces of a span, halved until the halves of each sum up to it within a part of the size of the control
-    /// polygon; that sum is kept, and is far nearer than the difference tells. A span takes up 2^-40 of itself where it
-    /// comes to a stop and turns back.
+    /// polygon, or within what rounding makes of it: that of a sum, and that of a place x among the knots, which a piece
+    /// feels the more the smaller it is. The sum is kept, and is far nearer than the difference tells. Where the curve
+    /// comes to a stop and turns back that takes ever smaller pieces, down to 2^-40 of the span.
     void AppendPieces(double from, double to, double length, unsigned int span, unsigned int depth, TList<double>* ends,
                       TList<double>* lengths) const
     {
         const double middle = from + (to - from) / 2;
         const double first = Length(from, middle, span);
         const double second = Length(middle, to, span);
-        if (depth == 0 || std::fabs(first + second - length) <= 0x1p-46) {
+        const double rounding = 0x1p-49 * (1 + std::fmax(std::fabs(from), std::fabs(to)) / (to - from));
+        const double difference = std::fabs(first + second - length);
+        if (depth == 0 || !(difference > std::fmax(0x1p-46, rounding * length))) {
             const double before = lengths->GetLast();
             ends->Add(middle);
             lengths->Add(before + first);
@@ -169,7 +172,7 @@ V<T> SplineLength<T, V>::At(T length) const
     if (status == Status::Done) {
         const Curve<T, V> view(curve);
         const double place = PlaceAt(std::ldexp(static_cast<double>(length), -exponent));
-        view.Evaluate(place, view.FindSpan(place), point, nullptr);
+        view.Evaluate(place, view.FindSpan(place), point);
     }
     return Kernels::ToVector<T, V>(point);
 }
@@ -184,7 +187,7 @@ TPointSet<T, V> SplineLength<T, V>::Sample(unsigned int count) const
     for (unsigned int i = 0; i < count; ++i) {
         const double place = PlaceAt(i + 1 == count && i > 0 ? whole : whole * i / (count - 1.0));
         double point[Curve<T, V>::dimension];
-        view.Evaluate(place, view.FindSpan(place), point, nullptr);
+        view.Evaluate(place, view.FindSpan(place), point);
         points.Add(Kernels::ToVector<T, V>(point));
     }
     return points;

@@ -36,6 +36,10 @@ Work CgalBoundingSphere(const Coordinates& points);
 /// zero alone. `controls` are x, y, z of its control points; so is the result of its points.
 Work GslSplinePoints(const Values& controls, const Values& parameters);
 
+/// The control points, x, y of each, of the clamped cubic that fits points with given parameters best, on given break
+/// points: banded normal equations, by the banded decomposition of Cholesky.
+Work GslSplineFit(const Coordinates& points, const Values& parameters, const Values& breaks);
+
 // Appends vectors (i, 1, 2), or numbers i, one by one to an empty container that doubles: the count and the last i.
 Work StandardVectorAppend3(std::size_t count);
 Work StandardVectorAppend(std::size_t count);

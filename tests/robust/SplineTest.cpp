@@ -196,6 +196,9 @@ TYPED_TEST(Splines, HaveTheLengthOfTheirArc)
     ASSERT_TRUE(length);
     EXPECT_NEAR(length.total, 2.295587149392638, 4 * this->epsilon);
     EXPECT_NEAR(length.At(length.total / 2).x, 0, 4 * this->epsilon);
+    typename TestFixture::Points far = bend;
+    far += this->Point(1 << 20, -(1 << 20));
+    EXPECT_EQ(SplineLength(typename TestFixture::Spline(far, 3, Maths::Clamped)).total, length.total);
     EXPECT_TRUE(length.At(-1) == bend[0]);
     EXPECT_TRUE(length.At(9) == bend[2]);
     const auto arc = [](double x) { return (x * std::sqrt(1 + x * x) + std::asinh(x)) / 2; };

@@ -117,11 +117,8 @@ public:
         return low;
     }
 
-    /// The point at a parameter of a span, and its derivative unless that is null.
-    ///
-    /// The order's control points are joined by shares of the way between two knots until one is left (de Boor, 1972).
-    /// Each share is taken from its nearer end, so that an end of the curve is its control point to the bit.
-    void Evaluate(double x, unsigned int span, double* point, double* derivative) const
+    /// The point at a parameter of a span.
+    void Evaluate(double x, unsigned int span, double* point) const
     {
         Scratch scratch(order * dimension);
         double* const d = scratch.Get();
@@ -129,23 +126,22 @@ public:
         for (unsigned int k = 0; k < dimension; ++k) d[k] = Value(offset, k);
         for (unsigned int i = 1; i < order; ++i)
             for (unsigned int k = 0; k < dimension; ++k) d[i * dimension + k] = Value(offset + i, k);
-        for (unsigned int k = 0; derivative != nullptr && k < dimension; ++k) derivative[k] = 0;
-        for (unsigned int level = 1; level < order; ++level)
-            for (unsigned int i = 0; i + level < order; ++i) {
-                const double left = Knot(offset + i + level);
-                const double right = Knot(offset + i + order);
-                const double from = x - left;
-                const double to = right - x;
-                const double length = right - left;
-                const bool isLeft = from <= to;
-                const double share = (isLeft ? from : -to) / length;
-                double* const a = d + i * dimension;
-                const double* const b = a + dimension;
-                if (level + 1 == order && derivative != nullptr)
-                    for (unsigned int k = 0; k < dimension; ++k) derivative[k] = (order - 1) * ((b[k] - a[k]) / length);
-                for (unsigned int k = 0; k < dimension; ++k) a[k] = (isLeft ? a[k] : b[k]) + (b[k] - a[k]) * share;
-            }
-        for (unsigned int k = 0; k < dimension; ++k) point[k] = d[k];
+        Join(x, offset, order, d, point);
+    }
+
+    /// The derivative at a parameter of a span: a curve of one order less, of the differences between control points, so
+    /// that their distance from the origin is of no account.
+    void Differentiate(double x, unsigned int span, double* derivative) const
+    {
+        Scratch scratch(order * dimension);
+        double* const d = scratch.Get();
+        const unsigned int offset = span + 1 - order;
+        for (unsigned int k = 0; k < dimension; ++k) d[k] = 0;
+        for (unsigned int i = 0; i + 1 < order; ++i)
+            for (unsigned int k = 0; k < dimension; ++k)
+                d[i * dimension + k] = (order - 1) * ((Value(offset + i + 1, k) - Value(offset + i, k)) /
+                                                      (Knot(offset + i + order) - Knot(offset + i + 1)));
+        Join(x, offset + 1, order - 1, d, derivative);
     }
 
 private:
@@ -154,6 +150,25 @@ private:
     {
         using TBSpline<T, V>::type;
     };
+
+    /// Joins as many points as the order, by shares of the way between two knots, until one is left (de Boor, 1972). Each
+    /// share is taken from its nearer end, so that an end of the curve is its control point to the bit.
+    void Join(double x, unsigned int offset, unsigned int levels, double* d, double* joined) const
+    {
+        for (unsigned int level = 1; level < levels; ++level)
+            for (unsigned int i = 0; i + level < levels; ++i) {
+                const double left = Knot(offset + i + level);
+                const double right = Knot(offset + i + levels);
+                const double from = x - left;
+                const double to = right - x;
+                const bool isLeft = from <= to;
+                const double share = (isLeft ? from : -to) / (right - left);
+                double* const a = d + i * dimension;
+                const double* const b = a + dimension;
+                for (unsigned int k = 0; k < dimension; ++k) a[k] = (isLeft ? a[k] : b[k]) + (b[k] - a[k]) * share;
+            }
+        for (unsigned int k = 0; k < dimension; ++k) joined[k] = d[k];
+    }
 
     const V<T>* controls;
     const T* knots;
