@@ -83,14 +83,14 @@ struct CORVEX_API SquareMatrixOperations
     /// This matrix less another, element by element; the other may be this one.
     M operator-(const M& other) const { return M(Self()) -= other; }
 
-    /// Adds another matrix, element by element; it may be this one, which is then doubled. Answers this matrix.
+    /// Adds another matrix, element by element; it may be this one, which is then doubled. Returns this matrix.
     M& operator+=(const M& other)
     {
         for (unsigned int i = 0; i < N * N; ++i) Self().elements[i] += other.elements[i];
         return Self();
     }
 
-    /// Subtracts another matrix, element by element; it may be this one. Answers this matrix.
+    /// Subtracts another matrix, element by element; it may be this one. Returns this matrix.
     M& operator-=(const M& other)
     {
         for (unsigned int i = 0; i < N * N; ++i) Self().elements[i] -= other.elements[i];
@@ -108,7 +108,7 @@ struct CORVEX_API SquareMatrixOperations
     /// A copy of this matrix with every element times a scalar.
     M operator*(const T& scalar) const { return M(Self()) *= scalar; }
 
-    /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Answers
+    /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Returns
     /// this matrix.
     M& operator*=(const T& scalar)
     {
@@ -127,8 +127,8 @@ struct CORVEX_API SquareMatrixOperations
     }
 
     /// Divides every element by a scalar, which may be one of the elements: its value at the start counts. These are
-    /// N*N true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Answers this matrix (the
-    /// form of TMatrix2x2 answers a copy).
+    /// N*N true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Returns this matrix (the
+    /// form of TMatrix2x2 returns a copy).
     M& operator/=(const T& scalar)
     {
         const T divisor = scalar;
@@ -153,7 +153,7 @@ struct CORVEX_API SquareMatrixOperations
     }
 
     /// This matrix times another replaces this matrix. The product, as `*` forms it, is complete before it is stored,
-    /// so that the other may be this matrix. Answers this matrix.
+    /// so that the other may be this matrix. Returns this matrix.
     M& operator*=(const M& other) { return Self() = Self() * other; }
 
     /// This matrix times a matrix of run-time size: N rows, and as many columns as the argument. Each sum takes as many
@@ -163,7 +163,7 @@ struct CORVEX_API SquareMatrixOperations
     TMatrixMxN<T> operator*(const TMatrixMxN<T>& other);
 
     /// This matrix times the upper-left N by N block of the argument replaces this matrix; the rest of the argument
-    /// takes no part. The argument must have that block: N rows and N columns at least. Answers this matrix.
+    /// takes no part. The argument must have that block: N rows and N columns at least. Returns this matrix.
     M& operator*=(TMatrixMxN<T>& other)
     {
         CORVEX_PRECONDITION("SquareMatrixOperations::operator*=", other.GetM() >= N && other.GetN() >= N, other.GetM(),
@@ -252,7 +252,7 @@ struct CORVEX_API SquareMatrixOperations
     /// after 30 of them, which may be negative, and the result is true. NaNs and infinities are not detected: they give
     /// NaN outputs or a false result. Of a matrix of zeros, u and v have ones on their diagonals and zeros elsewhere.
     /// The outputs must not be null and must be distinct; any of them may be this matrix. What they held does not
-    /// matter. Takes up to 100 KiB of stack.
+    /// matter. Takes about 50 KiB of stack.
     bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
 
 private:

@@ -42,7 +42,7 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
 
     /// Divides every element by a scalar, which may be one of the elements: its value at the start counts. These are
     /// true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Unlike the other matrices, it
-    /// answers a copy of the changed matrix and no reference.
+    /// returns a copy of the changed matrix, not a reference.
     TMatrix2x2 operator/=(const T& scalar)
     {
         SquareMatrixOperations<TMatrix2x2<T>, T, 2>::operator/=(scalar);
@@ -74,44 +74,6 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
 
 namespace Halmont::Orrin::CorvexMaths
 {
-
-template <class T>
-inline TMatrix2x2<T> TVector2<T>::operator^(const TVector2<T>& other) const
-{
-    return TMatrix2x2<T>::Outer(*this, other);
-}
-
-template <class T>
-inline TVector2<T> TVector2<T>::operator*(const TMatrix2x2<T>& matrix) const
-{
-    return matrix.TimesRow(*this);
-}
-template <class T>
-inline TVector2<T> TVector2<T>::operator*(const TMatrix3x3<T>& matrix) const
-{
-    return *this * static_cast<TMatrix2x2<T>>(matrix);
-}
-template <class T>
-inline TVector2<T> TVector2<T>::operator*(const TMatrix4x4<T>& matrix) const
-{
-    return *this * static_cast<TMatrix2x2<T>>(matrix);
-}
-
-template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(const TMatrix2x2<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(const TMatrix3x3<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(const TMatrix4x4<T>& matrix)
-{
-    return *this = *this * matrix;
-}
 
 extern template struct SquareMatrixOperations<TMatrix2x2<float>, float, 2>;
 extern template struct SquareMatrixOperations<TMatrix2x2<double>, double, 2>;

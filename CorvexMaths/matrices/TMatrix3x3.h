@@ -90,7 +90,7 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
 
     /// Makes the rows a right-handed orthonormal frame: the first row is normalised, the third becomes its cross
     /// product with the second, the second that of the third with the first, and both are normalised. The third row as
-    /// it was plays no part. A row of length exactly 0 is not divided: a first row of zeros, or first and second rows
+    /// it was is not used. A row of length exactly 0 is not divided: a first row of zeros, or first and second rows
     /// that are parallel (but for rounding), make the other two zeros. Nothing reports it.
     void ToOrthonormal();
 };
@@ -103,44 +103,6 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
 
 namespace Halmont::Orrin::CorvexMaths
 {
-
-template <class T>
-inline TMatrix3x3<T> TVector3<T>::operator^(const TVector3<T>& other) const
-{
-    return TMatrix3x3<T>::Outer(*this, other);
-}
-
-template <class T>
-inline TVector3<T> TVector3<T>::operator*(const TMatrix3x3<T>& matrix) const
-{
-    return matrix.TimesRow(*this);
-}
-template <class T>
-inline TVector3<T> TVector3<T>::operator*(const TMatrix2x2<T>& matrix) const
-{
-    return *this * static_cast<TMatrix3x3<T>>(matrix);
-}
-template <class T>
-inline TVector3<T> TVector3<T>::operator*(const TMatrix4x4<T>& matrix) const
-{
-    return *this * static_cast<TMatrix3x3<T>>(matrix);
-}
-
-template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(const TMatrix2x2<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(const TMatrix3x3<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(const TMatrix4x4<T>& matrix)
-{
-    return *this = *this * matrix;
-}
 
 extern template struct SquareMatrixOperations<TMatrix3x3<float>, float, 3>;
 extern template struct SquareMatrixOperations<TMatrix3x3<double>, double, 3>;

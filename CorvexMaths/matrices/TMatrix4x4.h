@@ -112,44 +112,6 @@ private:
 namespace Halmont::Orrin::CorvexMaths
 {
 
-template <class T>
-inline TMatrix4x4<T> TVector4<T>::operator^(const TVector4<T>& other) const
-{
-    return TMatrix4x4<T>::Outer(*this, other);
-}
-
-template <class T>
-inline TVector4<T> TVector4<T>::operator*(const TMatrix4x4<T>& matrix) const
-{
-    return matrix.TimesRow(*this);
-}
-template <class T>
-inline TVector4<T> TVector4<T>::operator*(const TMatrix2x2<T>& matrix) const
-{
-    return *this * static_cast<TMatrix4x4<T>>(matrix);
-}
-template <class T>
-inline TVector4<T> TVector4<T>::operator*(const TMatrix3x3<T>& matrix) const
-{
-    return *this * static_cast<TMatrix4x4<T>>(matrix);
-}
-
-template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(const TMatrix2x2<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(const TMatrix3x3<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(const TMatrix4x4<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-
 extern template struct SquareMatrixOperations<TMatrix4x4<float>, float, 4>;
 extern template struct SquareMatrixOperations<TMatrix4x4<double>, double, 4>;
 extern template struct TMatrix4x4<float>;

@@ -11,9 +11,9 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// A matrix of m rows and n columns. It owns one block of elements, row by row, and an array of pointers to the rows.
 ///
-/// An operation answers for other sizes only where it says so; elsewhere an operand that holds all that is read is a
-/// precondition, checked in debug builds. Arithmetic follows IEEE 754: a division by 0 gives infinities or NaN, and a
-/// NaN spreads to every element computed from it. Nothing but Eigenspace knows a tolerance.
+/// Operands have the sizes that an operation needs. That is a precondition, checked in debug builds, except where the
+/// operation states a result for other sizes. Arithmetic follows IEEE 754: a division by 0 gives infinities or NaN, and
+/// a NaN spreads to every element computed from it. Only Eigenspace has a tolerance.
 ///
 /// Exhausted memory surfaces as the allocator's exception. The matrix that was to be resized then has the new sizes and
 /// no elements; it may be destroyed, and be given other sizes, but not read.
@@ -89,10 +89,10 @@ public:
     /// further rows and columns then taking no part, but not smaller; it may be this matrix.
     TMatrixMxN operator-(TMatrixMxN& other) const;
     /// Adds another matrix, element by element. The argument may be larger, its further rows and columns then taking no
-    /// part, but not smaller; it may be this matrix. Answers this matrix.
+    /// part, but not smaller; it may be this matrix. Returns this matrix.
     TMatrixMxN& operator+=(TMatrixMxN& other);
     /// Subtracts another matrix, element by element. The argument may be larger, its further rows and columns then
-    /// taking no part, but not smaller; it may be this matrix. Answers this matrix.
+    /// taking no part, but not smaller; it may be this matrix. Returns this matrix.
     TMatrixMxN& operator-=(TMatrixMxN& other);
     /// A copy with the sign of every element flipped, that of zeros and NaNs too: 0 becomes -0.
     TMatrixMxN operator-() const;
@@ -102,11 +102,11 @@ public:
     /// A copy with every element divided by a scalar: true divisions, never products with the reciprocal. A scalar of 0
     /// gives infinities, and NaN for elements of 0 or NaN.
     TMatrixMxN operator/(const T& scalar) const;
-    /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Answers
+    /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Returns
     /// this matrix.
     TMatrixMxN& operator*=(const T& scalar);
     /// Divides every element by a scalar, which may be one of the elements: its value at the start counts. These are
-    /// true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Answers this matrix.
+    /// true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Returns this matrix.
     TMatrixMxN& operator/=(const T& scalar);
 
     // Arithmetic with fixed matrices.
@@ -127,14 +127,14 @@ public:
     /// @}
     /// @{
     /// Adds the argument to the upper-left block of its order; the rest of this matrix stays. This matrix must have at
-    /// least as many rows and columns as the argument. Answers this matrix.
+    /// least as many rows and columns as the argument. Returns this matrix.
     TMatrixMxN& operator+=(TMatrix2x2<T>& other) { return SetBlock(*this + other); }
     TMatrixMxN& operator+=(TMatrix3x3<T>& other) { return SetBlock(*this + other); }
     TMatrixMxN& operator+=(TMatrix4x4<T>& other) { return SetBlock(*this + other); }
     /// @}
     /// @{
     /// Subtracts the argument from the upper-left block of its order; the rest of this matrix stays. This matrix must
-    /// have at least as many rows and columns as the argument. Answers this matrix.
+    /// have at least as many rows and columns as the argument. Returns this matrix.
     TMatrixMxN& operator-=(TMatrix2x2<T>& other) { return SetBlock(*this - other); }
     TMatrixMxN& operator-=(TMatrix3x3<T>& other) { return SetBlock(*this - other); }
     TMatrixMxN& operator-=(TMatrix4x4<T>& other) { return SetBlock(*this - other); }
@@ -145,7 +145,7 @@ public:
     /// @{
     /// The upper-left block of the vector's size times the vector as a column: component r is the sum over c, ascending
     /// from +0, of element (r, c) times vector[c]. This matrix must have at least as many rows and columns as the
-    /// vector has components; the rest of it takes no part.
+    /// vector has components; the rest of it is not read.
     TVector2<T> operator*(const TVector2<T>& vector) const { return Block<TMatrix2x2<T>>().TimesColumn(vector); }
     TVector3<T> operator*(const TVector3<T>& vector) const { return Block<TMatrix3x3<T>>().TimesColumn(vector); }
     TVector4<T> operator*(const TVector4<T>& vector) const { return Block<TMatrix4x4<T>>().TimesColumn(vector); }
@@ -168,19 +168,18 @@ public:
     /// @{
     /// The product with a fixed matrix replaces this matrix, which becomes m rows by the argument's order; where the
     /// sizes change, row addresses taken before are dangling. Every sum ascends from +0 over the rows of the argument.
-    /// Each row of this matrix must have as many elements at least; further columns take no part. Answers this matrix.
+    /// Each row of this matrix must have as many elements at least; further columns take no part. Returns this matrix.
     TMatrixMxN& operator*=(TMatrix2x2<T>& other) { return *this = TimesFixed(other); }
     TMatrixMxN& operator*=(TMatrix3x3<T>& other) { return *this = TimesFixed(other); }
     TMatrixMxN& operator*=(TMatrix4x4<T>& other) { return *this = TimesFixed(other); }
     /// @}
 
     /// The product replaces this matrix, which becomes m rows by the argument's columns; where the sizes change, row
-    /// addresses taken before are dangling. Unlike `*` it knows no empty answer: every sum ascends from +0 over the
-    /// rows of the argument, and each row of this matrix must have as many elements at least; further columns take no
-    /// part.
+    /// addresses taken before are dangling. Unlike `*` it has no empty result: every sum ascends from +0 over the rows
+    /// of the argument, and each row of this matrix must have as many elements at least; further columns take no part.
     ///
     /// This matrix is zeroed before the argument is read, so `a *= a` of finite elements gives the zero matrix, and
-    /// reads back what it has just written where an element is not finite. Answers this matrix.
+    /// reads back what it has just written where an element is not finite. Returns this matrix.
     TMatrixMxN& operator*=(TMatrixMxN& other);
 
     // Conversions.
@@ -252,7 +251,7 @@ public:
     /// NaN outputs or a false result. Of a matrix of zeros, u and v have ones on their diagonals and zeros elsewhere.
     ///
     /// The outputs must not be null and must be distinct; any of them may be this matrix, which is otherwise left
-    /// alone. Cost in proportion to m n^2 + n^3, and up to 100 KiB of stack.
+    /// alone. Cost in proportion to m n^2 + n^3, and up to 140 KiB of stack, the most for tall matrices.
     bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit);
 
     /// Writes the m eigenvalues of this matrix and, as the m rows of `vectors`, m values each, its unit eigenvectors,
@@ -325,38 +324,6 @@ private:
     template <class M, unsigned int N>
     TMatrixMxN TimesFixed(SquareMatrixOperations<M, T, N>& other) const;
 };
-
-template <class T>
-inline TVector2<T> TVector2<T>::operator*(const TMatrixMxN<T>& matrix) const
-{
-    return *this * static_cast<TMatrix2x2<T>>(matrix);
-}
-template <class T>
-inline TVector3<T> TVector3<T>::operator*(const TMatrixMxN<T>& matrix) const
-{
-    return *this * static_cast<TMatrix3x3<T>>(matrix);
-}
-template <class T>
-inline TVector4<T> TVector4<T>::operator*(const TMatrixMxN<T>& matrix) const
-{
-    return *this * static_cast<TMatrix4x4<T>>(matrix);
-}
-
-template <class T>
-inline TVector2<T>& TVector2<T>::operator*=(const TMatrixMxN<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector3<T>& TVector3<T>::operator*=(const TMatrixMxN<T>& matrix)
-{
-    return *this = *this * matrix;
-}
-template <class T>
-inline TVector4<T>& TVector4<T>::operator*=(const TMatrixMxN<T>& matrix)
-{
-    return *this = *this * matrix;
-}
 
 extern template class TMatrixMxN<float>;
 extern template class TMatrixMxN<double>;

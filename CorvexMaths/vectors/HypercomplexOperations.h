@@ -10,9 +10,8 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// The empty base of TComplex and TQuaternion, which are its C; T is their scalar.
 ///
-/// A number lends it a private walk over its components, `Each`, which makes a number of the results of a function of a
-/// pointer to a component. The first component is the real or scalar part: a scalar is added to it alone, as to a
-/// number whose other parts are 0, but without touching those.
+/// C provides a private function `Each`, which makes a number of the results of a function of a pointer to a component.
+/// The first component is the real or scalar part: a scalar is added to that part alone; the others are not touched.
 ///
 /// Nothing fails: overflow, division by zero and NaN follow IEEE arithmetic. Operands may alias one another and the
 /// result, and a scalar may be a component of the number.

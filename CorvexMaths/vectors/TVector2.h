@@ -10,9 +10,9 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// A vector (x, y): exactly its two components, contiguous, trivially copyable and without further state.
 ///
-/// The arithmetic that all vectors share stands in VectorOperations; `%` is the dot product. There is no conversion
-/// between `float` and `double` vectors. Angles are in radians; lengths have the unit of the components. The bodies of
-/// the products with matrices come with the headers of these. Outputs are not null, which debug builds check.
+/// VectorOperations holds the arithmetic that all vectors share; `%` is the dot product. Angles are in radians; lengths
+/// have the unit of the components. Products with matrices need the headers of these. Outputs are not null, which debug
+/// builds check.
 template <class T>
 struct TVector2 : VectorOperations<TVector2<T>, T>
 {
@@ -45,33 +45,33 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
     using VectorOperations<TVector2, T>::operator*=;
 
     /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
-    inline TVector2 operator*(const TMatrix2x2<T>& matrix) const;
+    TVector2 operator*(const TMatrix2x2<T>& matrix) const { return matrix.TimesRow(*this); }
     /// The row vector times the upper left 2 by 2 block of a matrix: component j is the sum over i, ascending, of
     /// this[i] times matrix[i][j]. A translation in the last row is left out.
-    inline TVector2 operator*(const TMatrix3x3<T>& matrix) const;
+    TVector2 operator*(const TMatrix3x3<T>& matrix) const { return *this * static_cast<TMatrix2x2<T>>(matrix); }
     /// The row vector times the upper left 2 by 2 block of a matrix: component j is the sum over i, ascending, of
     /// this[i] times matrix[i][j]. A translation in the last row is left out.
-    inline TVector2 operator*(const TMatrix4x4<T>& matrix) const;
+    TVector2 operator*(const TMatrix4x4<T>& matrix) const { return *this * static_cast<TMatrix2x2<T>>(matrix); }
     /// The row vector times the matrix converted to TMatrix2x2: its upper left block, with the identity where it has no
     /// rows or columns. Component j is the sum over i, ascending, of this[i] times that matrix's element [i][j].
-    inline TVector2 operator*(const TMatrixMxN<T>& matrix) const;
+    TVector2 operator*(const TMatrixMxN<T>& matrix) const { return *this * static_cast<TMatrix2x2<T>>(matrix); }
 
     /// Replaces the row vector by its product with a matrix: component j is the sum over i, ascending, of this[i] times
     /// matrix[i][j]. It is computed in full before it is stored.
-    inline TVector2& operator*=(const TMatrix2x2<T>& matrix);
+    TVector2& operator*=(const TMatrix2x2<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with the upper left 2 by 2 block of a matrix: component j is the sum over
     /// i, ascending, of this[i] times matrix[i][j]. A translation in the last row is left out.
-    inline TVector2& operator*=(const TMatrix3x3<T>& matrix);
+    TVector2& operator*=(const TMatrix3x3<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with the upper left 2 by 2 block of a matrix: component j is the sum over
     /// i, ascending, of this[i] times matrix[i][j]. A translation in the last row is left out.
-    inline TVector2& operator*=(const TMatrix4x4<T>& matrix);
+    TVector2& operator*=(const TMatrix4x4<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with the matrix converted to TMatrix2x2: its upper left block, with the
     /// identity where it has no rows or columns. Component j is the sum over i, ascending, of this[i] times that
     /// matrix's element [i][j].
-    inline TVector2& operator*=(const TMatrixMxN<T>& matrix);
+    TVector2& operator*=(const TMatrixMxN<T>& matrix) { return *this = *this * matrix; }
 
     /// The outer product: element [i][j] is this[i] times other[j].
-    inline TMatrix2x2<T> operator^(const TVector2& other) const;
+    TMatrix2x2<T> operator^(const TVector2& other) const { return TMatrix2x2<T>::Outer(*this, other); }
 
     /// The two-dimensional cross product: twice the signed area of the triangle that the two vectors span from the
     /// origin, positive when the other lies counter-clockwise of this.
@@ -93,7 +93,7 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
     bool IsParallelTo(const TVector2& other, T tolerance) const;
 
     /// Whether the dot product of the vectors as they are is 0 within the absolute, inclusive tolerance. Nothing is
-    /// normalised, so the answer depends on the lengths. The zero vector is orthogonal to all; NaN gives false.
+    /// normalised, so the result depends on the lengths. The zero vector is orthogonal to all; NaN gives false.
     bool IsOrthogonalTo(const TVector2& other, T tolerance) const;
 
     /// Writes the unit vector a quarter turn clockwise from this, (y, -x) normalised; a length of exactly 0 gives a

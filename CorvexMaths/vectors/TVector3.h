@@ -10,10 +10,9 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// A vector (x, y, z): exactly its three components, contiguous, trivially copyable and without further state.
 ///
-/// The arithmetic that all vectors share stands in VectorOperations; `%` is the dot product, `*` between two vectors
-/// the cross product. There is no conversion between `float` and `double` vectors. Angles are in radians; lengths have
-/// the unit of the components. The bodies of the products with matrices come with the headers of these. Outputs are not
-/// null, which debug builds check.
+/// VectorOperations holds the arithmetic that all vectors share; `%` is the dot product, `*` between two vectors the
+/// cross product. Angles are in radians; lengths have the unit of the components. Products with matrices need the
+/// headers of these. Outputs are not null, which debug builds check.
 template <class T>
 struct TVector3 : VectorOperations<TVector3<T>, T>
 {
@@ -60,35 +59,35 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     using VectorOperations<TVector3, T>::operator*=;
 
     /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
-    inline TVector3 operator*(const TMatrix3x3<T>& matrix) const;
+    TVector3 operator*(const TMatrix3x3<T>& matrix) const { return matrix.TimesRow(*this); }
     /// The row vector times a matrix that is padded with the identity: component j is the sum over i, ascending, of
     /// this[i] times that matrix's element [i][j], its zeros included. So z is kept if all components are finite.
-    inline TVector3 operator*(const TMatrix2x2<T>& matrix) const;
+    TVector3 operator*(const TMatrix2x2<T>& matrix) const { return *this * static_cast<TMatrix3x3<T>>(matrix); }
     /// The row vector times the upper left 3 by 3 block of a matrix: component j is the sum over i, ascending, of
     /// this[i] times matrix[i][j]. A translation in the last row is left out: to move a point by a full transform,
     /// convert it to TVector4, multiply and convert back.
-    inline TVector3 operator*(const TMatrix4x4<T>& matrix) const;
+    TVector3 operator*(const TMatrix4x4<T>& matrix) const { return *this * static_cast<TMatrix3x3<T>>(matrix); }
     /// The row vector times the matrix converted to TMatrix3x3: its upper left block, with the identity where it has no
     /// rows or columns. Component j is the sum over i, ascending, of this[i] times that matrix's element [i][j].
-    inline TVector3 operator*(const TMatrixMxN<T>& matrix) const;
+    TVector3 operator*(const TMatrixMxN<T>& matrix) const { return *this * static_cast<TMatrix3x3<T>>(matrix); }
 
     /// Replaces the row vector by its product with a matrix: component j is the sum over i, ascending, of this[i] times
     /// matrix[i][j]. It is computed in full before it is stored.
-    inline TVector3& operator*=(const TMatrix3x3<T>& matrix);
+    TVector3& operator*=(const TMatrix3x3<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with a matrix that is padded with the identity: component j is the sum
     /// over i, ascending, of this[i] times that matrix's element [i][j], its zeros included. So z is kept if all
     /// components are finite.
-    inline TVector3& operator*=(const TMatrix2x2<T>& matrix);
+    TVector3& operator*=(const TMatrix2x2<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with the upper left 3 by 3 block of a matrix: component j is the sum over
     /// i, ascending, of this[i] times matrix[i][j]. A translation in the last row is left out.
-    inline TVector3& operator*=(const TMatrix4x4<T>& matrix);
+    TVector3& operator*=(const TMatrix4x4<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with the matrix converted to TMatrix3x3: its upper left block, with the
     /// identity where it has no rows or columns. Component j is the sum over i, ascending, of this[i] times that
     /// matrix's element [i][j].
-    inline TVector3& operator*=(const TMatrixMxN<T>& matrix);
+    TVector3& operator*=(const TMatrixMxN<T>& matrix) { return *this = *this * matrix; }
 
     /// The outer product: element [i][j] is this[i] times other[j].
-    inline TMatrix3x3<T> operator^(const TVector3& other) const;
+    TMatrix3x3<T> operator^(const TVector3& other) const { return TMatrix3x3<T>::Outer(*this, other); }
 
     /// The distance between the tips of this vector and another in x and y alone.
     T DiffVectLen2D(const TVector3& other) const
@@ -111,7 +110,7 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     bool IsParallelTo(const TVector3& other, T tolerance) const;
 
     /// Whether the dot product of the vectors as they are is 0 within the absolute, inclusive tolerance. Nothing is
-    /// normalised, so the answer depends on the lengths. The zero vector is orthogonal to all; NaN gives false.
+    /// normalised, so the result depends on the lengths. The zero vector is orthogonal to all; NaN gives false.
     bool IsOrthogonalTo(const TVector3& other, T tolerance) const;
 
     /// Writes a unit vector orthogonal to this: this crossed with the axis of its smallest component in size,

@@ -10,10 +10,9 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// A vector (x, y, z, w): exactly its four components, contiguous, trivially copyable and without further state.
 ///
-/// The arithmetic that all vectors share stands in VectorOperations and treats w like the others: scaling, normalising
-/// and measuring include it. `%` is the dot product. There is no conversion between `float` and `double` vectors.
-/// Lengths have the unit of the components. The bodies of the products with matrices come with the headers of these.
-/// Outputs are not null, which debug builds check.
+/// VectorOperations holds the arithmetic that all vectors share, which treats w like the other components: scaling,
+/// normalising and lengths include it. `%` is the dot product. Lengths have the unit of the components. Products with
+/// matrices need the headers of these. Outputs are not null, which debug builds check.
 template <class T>
 struct TVector4 : VectorOperations<TVector4<T>, T>
 {
@@ -50,36 +49,36 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     using VectorOperations<TVector4, T>::operator*=;
 
     /// The row vector times a matrix: component j is the sum over i, ascending, of this[i] times matrix[i][j].
-    inline TVector4 operator*(const TMatrix4x4<T>& matrix) const;
+    TVector4 operator*(const TMatrix4x4<T>& matrix) const { return matrix.TimesRow(*this); }
     /// The row vector times a matrix that is padded with the identity: component j is the sum over i, ascending, of
     /// this[i] times that matrix's element [i][j], its zeros included. So z and w are kept if all components are
     /// finite.
-    inline TVector4 operator*(const TMatrix2x2<T>& matrix) const;
+    TVector4 operator*(const TMatrix2x2<T>& matrix) const { return *this * static_cast<TMatrix4x4<T>>(matrix); }
     /// The row vector times a matrix that is padded with the identity: component j is the sum over i, ascending, of
     /// this[i] times that matrix's element [i][j], its zeros included. So w is kept if all components are finite.
-    inline TVector4 operator*(const TMatrix3x3<T>& matrix) const;
+    TVector4 operator*(const TMatrix3x3<T>& matrix) const { return *this * static_cast<TMatrix4x4<T>>(matrix); }
     /// The row vector times the matrix converted to TMatrix4x4: its upper left block, with the identity where it has no
     /// rows or columns. Component j is the sum over i, ascending, of this[i] times that matrix's element [i][j].
-    inline TVector4 operator*(const TMatrixMxN<T>& matrix) const;
+    TVector4 operator*(const TMatrixMxN<T>& matrix) const { return *this * static_cast<TMatrix4x4<T>>(matrix); }
 
     /// Replaces the row vector by its product with a matrix: component j is the sum over i, ascending, of this[i] times
     /// matrix[i][j]. It is computed in full before it is stored.
-    inline TVector4& operator*=(const TMatrix4x4<T>& matrix);
+    TVector4& operator*=(const TMatrix4x4<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with a matrix that is padded with the identity: component j is the sum
     /// over i, ascending, of this[i] times that matrix's element [i][j], its zeros included. So z and w are kept if all
     /// components are finite.
-    inline TVector4& operator*=(const TMatrix2x2<T>& matrix);
+    TVector4& operator*=(const TMatrix2x2<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with a matrix that is padded with the identity: component j is the sum
     /// over i, ascending, of this[i] times that matrix's element [i][j], its zeros included. So w is kept if all
     /// components are finite.
-    inline TVector4& operator*=(const TMatrix3x3<T>& matrix);
+    TVector4& operator*=(const TMatrix3x3<T>& matrix) { return *this = *this * matrix; }
     /// Replaces the row vector by its product with the matrix converted to TMatrix4x4: its upper left block, with the
     /// identity where it has no rows or columns. Component j is the sum over i, ascending, of this[i] times that
     /// matrix's element [i][j].
-    inline TVector4& operator*=(const TMatrixMxN<T>& matrix);
+    TVector4& operator*=(const TMatrixMxN<T>& matrix) { return *this = *this * matrix; }
 
     /// The outer product: element [i][j] is this[i] times other[j].
-    inline TMatrix4x4<T> operator^(const TVector4& other) const;
+    TMatrix4x4<T> operator^(const TVector4& other) const { return TMatrix4x4<T>::Outer(*this, other); }
 
     /// Whether the two vectors have the same direction: the dot product of their normalised copies is 1 within the
     /// absolute, inclusive tolerance. Opposite vectors are not parallel here. A zero vector has the product 0 and is

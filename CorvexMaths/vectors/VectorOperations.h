@@ -11,8 +11,8 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// The empty base of TVector2, TVector3 and TVector4, which are its V; T is their scalar.
 ///
-/// A vector lends it three private walks over its components in the order x, y, z, w, each of which takes a function of
-/// a pointer to a component: `Each` makes a vector of the results, `Sum` adds them up from the left, `All` stops at the
+/// V provides three private functions, each of which applies a function of a pointer to a component to all components
+/// in the order x, y, z, w: `Each` makes a vector of the results, `Sum` adds them up from the left, `All` stops at the
 /// first false one. They are unrolled by hand, so that every operation below is straight-line code without a call.
 ///
 /// All components take part in every operation, w included. Nothing fails: overflow, division by zero and NaN follow
