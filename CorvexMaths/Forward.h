@@ -4,6 +4,8 @@
 
 #include <CorvexMaths/Export.h>
 
+#include <type_traits>
+
 namespace Halmont::Orrin::CorvexUtilities
 {
 
@@ -26,6 +28,10 @@ using CorvexUtilities::TLinkUni;
 using CorvexUtilities::TList;
 using CorvexUtilities::TMap;
 using CorvexUtilities::TPair;
+
+/// Enables an explicit conversion from the same class over another scalar.
+template <class S, class T>
+using EnableForOther = std::enable_if_t<!std::is_same_v<S, T>, int>;
 
 // Vectors.
 template <class T>

@@ -233,17 +233,21 @@ bool TMatrixMxN<T>::Eigenspace(T** values, T*** vectors) const
 {
     if (m != n) return false;
     CORVEX_PRECONDITION("TMatrixMxN::Eigenspace", values != nullptr && vectors != nullptr, values, vectors);
-    *values = new T[m];
-    *vectors = new T*[m];
-    for (unsigned int i = 0; i < m; ++i) (*vectors)[i] = new T[m];
-    if (Eigenspace(*values, *vectors)) return true;
-
-    for (unsigned int i = 0; i < m; ++i) delete[](*vectors)[i];
-    delete[] * vectors;
-    delete[] * values;
-    *vectors = nullptr;
     *values = nullptr;
-    return false;
+    *vectors = nullptr;
+    std::unique_ptr<T[]> foundValues(new T[m]);
+    std::unique_ptr<T*[]> foundVectors(new T*[m]);
+    const std::unique_ptr<std::unique_ptr<T[]>[]> owners(new std::unique_ptr<T[]>[m]);
+    for (unsigned int i = 0; i < m; ++i) {
+        owners[i].reset(new T[m]);
+        foundVectors[i] = owners[i].get();
+    }
+    if (!Eigenspace(foundValues.get(), foundVectors.get())) return false;
+
+    for (unsigned int i = 0; i < m; ++i) owners[i].release();
+    *values = foundValues.release();
+    *vectors = foundVectors.release();
+    return true;
 }
 
 #define CORVEX_INSTANTIATE_EIGENSPACE(T)                                                                               \

@@ -102,13 +102,13 @@ bool SquareMatrixOperations<M, T, N>::LUD(M* lu, int* const pivots, T* parity) c
 }
 
 template <class M, class T, unsigned int N>
-void SquareMatrixOperations<M, T, N>::BackSub(M& lu, const int* const pivots, const T* const b, T* x)
+void SquareMatrixOperations<M, T, N>::BackSub(const M& lu, const int* const pivots, const T* const b, T* x)
 {
     CORVEX_PRECONDITION("SquareMatrixOperations::BackSub", pivots != nullptr && b != nullptr && x != nullptr, pivots, b,
                         x);
     CORVEX_PRECONDITION("SquareMatrixOperations::BackSub", Kernels::AreRows(pivots, N), N);
     T* rows[N];
-    lu.GetRows(rows);
+    for (unsigned int r = 0; r < N; ++r) rows[r] = const_cast<T*>(lu[r]); // only read
     Kernels::Substitute(rows, pivots, b, x, FixedOrder<N>());
 }
 
@@ -149,7 +149,7 @@ bool SquareMatrixOperations<M, T, N>::Invert(M* out) const
 }
 
 template <class T>
-T TMatrix4x4<T>::Determinant()
+T TMatrix4x4<T>::Determinant() const
 {
     TMatrix4x4 lu(*this);
     int pivots[4];
@@ -158,18 +158,16 @@ T TMatrix4x4<T>::Determinant()
     return DiagonalProduct(lu, parity);
 }
 
-template struct SquareMatrixOperations<TMatrix2x2<float>, float, 2>;
-template struct SquareMatrixOperations<TMatrix2x2<double>, double, 2>;
-template struct SquareMatrixOperations<TMatrix3x3<float>, float, 3>;
-template struct SquareMatrixOperations<TMatrix3x3<double>, double, 3>;
-template struct SquareMatrixOperations<TMatrix4x4<float>, float, 4>;
-template struct SquareMatrixOperations<TMatrix4x4<double>, double, 4>;
-template struct TMatrix2x2<float>;
-template struct TMatrix2x2<double>;
-template struct TMatrix3x3<float>;
-template struct TMatrix3x3<double>;
-template struct TMatrix4x4<float>;
-template struct TMatrix4x4<double>;
+#define CORVEX_INSTANTIATE_FIXED_MATRICES(T)                                                                           \
+    template struct SquareMatrixOperations<TMatrix2x2<T>, T, 2>;                                                       \
+    template struct SquareMatrixOperations<TMatrix3x3<T>, T, 3>;                                                       \
+    template struct SquareMatrixOperations<TMatrix4x4<T>, T, 4>;                                                       \
+    template struct TMatrix2x2<T>;                                                                                     \
+    template struct TMatrix3x3<T>;                                                                                     \
+    template struct TMatrix4x4<T>;
+
+CORVEX_INSTANTIATE_FIXED_MATRICES(float)
+CORVEX_INSTANTIATE_FIXED_MATRICES(double)
 
 } // namespace Halmont::Orrin::CorvexMaths
 

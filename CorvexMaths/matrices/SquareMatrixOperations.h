@@ -7,6 +7,7 @@
 /// inner index, rounded to T at each step.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/RealPointer.h>
 
@@ -49,6 +50,19 @@ struct CORVEX_API SquareMatrixOperations
     {
         CORVEX_PRECONDITION("SquareMatrixOperations::operator[]", row < N, row, N);
         return Self().elements + row * N;
+    }
+
+    /// The element in a row and a column, both counted from 0 and below N, which debug builds check.
+    T& operator()(unsigned int row, unsigned int column)
+    {
+        CORVEX_PRECONDITION("SquareMatrixOperations::operator()", row < N && column < N, row, column, N);
+        return Self().elements[row * N + column];
+    }
+    /// The element in a row and a column, both counted from 0 and below N, which debug builds check.
+    const T& operator()(unsigned int row, unsigned int column) const
+    {
+        CORVEX_PRECONDITION("SquareMatrixOperations::operator()", row < N && column < N, row, column, N);
+        return Self().elements[row * N + column];
     }
 
     /// Sets every element to +0.
@@ -108,6 +122,9 @@ struct CORVEX_API SquareMatrixOperations
     /// A copy of this matrix with every element times a scalar.
     M operator*(const T& scalar) const { return M(Self()) *= scalar; }
 
+    /// A copy of a matrix with every element times a scalar: the same bits as with the scalar on the right.
+    friend M operator*(const T& scalar, const M& matrix) { return matrix * scalar; }
+
     /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Returns
     /// this matrix.
     M& operator*=(const T& scalar)
@@ -163,16 +180,8 @@ struct CORVEX_API SquareMatrixOperations
     TMatrixMxN<T> operator*(const TMatrixMxN<T>& other);
 
     /// This matrix times the upper-left N by N block of the argument replaces this matrix; the rest of the argument
-    /// takes no part. The argument must have that block: N rows and N columns at least. Returns this matrix.
-    M& operator*=(TMatrixMxN<T>& other)
-    {
-        CORVEX_PRECONDITION("SquareMatrixOperations::operator*=", other.GetM() >= N && other.GetN() >= N, other.GetM(),
-                            other.GetN(), N);
-        M block;
-        for (unsigned int r = 0; r < N; ++r)
-            for (unsigned int c = 0; c < N; ++c) block[r][c] = other[r][c];
-        return *this *= block;
-    }
+    /// is not read. Where the argument has fewer rows or columns, the identity stands beyond them. Returns this matrix.
+    M& operator*=(const TMatrixMxN<T>& other) { return *this *= static_cast<M>(other); }
 
     /// The product with a column vector of two components: (x, y) times the upper-left block of order 2. The further
     /// rows and columns of a larger matrix take no part. Sums start at +0 and take x first.
@@ -221,25 +230,25 @@ struct CORVEX_API SquareMatrixOperations
     /// column before is taken again. A pivot of exactly 0 is replaced by Numbers::pivotGuard, so a singular matrix
     /// passes. False only where a row holds nothing but zeros and NaNs; then `lu` holds the copy, `pivots` zeros and
     /// `parity` 1.
-    bool LUD(M* lu, int* const pivots, T* parity) const;
+    [[nodiscard]] bool LUD(M* lu, int* const pivots, T* parity) const;
 
     /// Solves for one right-hand side with the factors and pivots of LUD, in two sweeps of ascending sums (forward,
     /// then backward). Reads the N values of b and writes the N values of x; the two may be the same array but must not
-    /// overlap otherwise. No pointer may be null and every pivot is below N. `lu` is only read. Leading zeros of the
-    /// permuted right-hand side are skipped, so that a factor which is not finite does not meet them. There is no test
-    /// for a small pivot: where the guard stood in for a 0, the values are huge.
-    static void BackSub(M& lu, const int* const pivots, const T* const b, T* x);
+    /// overlap otherwise. No pointer may be null and every pivot is below N. Leading zeros of the permuted right-hand
+    /// side are skipped, so that a factor which is not finite does not meet them. There is no test for a small pivot:
+    /// where the guard stood in for a 0, the values are huge.
+    static void BackSub(const M& lu, const int* const pivots, const T* const b, T* x);
 
     /// Inverts in place, by LUD and one BackSub for each column. False, and this matrix unchanged, where the
     /// determinant (that of Determinant) is zero within the common tolerance or where LUD fails. The tolerance is
     /// absolute and inclusive, whatever the elements: 1e-4 times the identity of order 2 counts as singular. A
     /// determinant of NaN does not; unless LUD fails, the result is then true and holds NaNs.
-    bool Invert();
+    [[nodiscard]] bool Invert();
 
     /// Writes the inverse of this matrix to `out`, which must not be null and may be this matrix. False where the
     /// determinant is zero within the common tolerance (absolute, inclusive) or LUD fails; `out` then holds a copy of
     /// this matrix.
-    bool Invert(M* out) const;
+    [[nodiscard]] bool Invert(M* out) const;
 
     /// Decomposes this matrix as u w v-transposed, by Householder reduction and implicitly shifted QR iteration (G. H.
     /// Golub, C. Reinsch, 1970). The singular values stand on the diagonal of w, none negative, in the order in which
@@ -253,7 +262,7 @@ struct CORVEX_API SquareMatrixOperations
     /// NaN outputs or a false result. Of a matrix of zeros, u and v have ones on their diagonals and zeros elsewhere.
     /// The outputs must not be null and must be distinct; any of them may be this matrix. What they held does not
     /// matter. Takes about 50 KiB of stack.
-    bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
+    [[nodiscard]] bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
 
 private:
     template <class OtherM, class S, unsigned int OtherN>

@@ -26,6 +26,12 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
         CORVEX_PRECONDITION("TMatrix2x2::TMatrix2x2", values != nullptr, values);
         for (unsigned int i = 0; i < 4; ++i) elements[i] = values[i];
     }
+    /// The matrix of the other scalar: `float` to `double` keeps every value, `double` to `float` rounds each element.
+    template <class S, EnableForOther<S, T> = 0>
+    explicit TMatrix2x2(const TMatrix2x2<S>& other)
+    {
+        for (unsigned int i = 0; i < 4; ++i) elements[i] = static_cast<T>(other.elements[i]);
+    }
     /// Takes four values, row by row: `a01` is the element in row 0 and column 1.
     TMatrix2x2(const T& a00, const T& a01, const T& a10, const T& a11) : elements{a00, a01, a10, a11} {}
     /// Takes two vectors as columns: the first row is (a.x, b.x), the second (a.y, b.y).
@@ -63,7 +69,7 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
     /// True when element (0, 1) became exactly 0 within 49 sweeps and at least one eigenvalue is above the common
     /// tolerance in absolute value (strict). So the zero matrix gives false, as does a NaN at (0, 1); an infinity there
     /// can give true with values that are not finite. The outputs are written either way.
-    bool Eigenspace(T* const values, TVector2<T>* const vectors) const;
+    [[nodiscard]] bool Eigenspace(T* const values, TVector2<T>* const vectors) const;
 };
 
 } // namespace Halmont::Orrin::CorvexMaths
@@ -77,7 +83,6 @@ namespace Halmont::Orrin::CorvexMaths
 
 extern template struct SquareMatrixOperations<TMatrix2x2<float>, float, 2>;
 extern template struct SquareMatrixOperations<TMatrix2x2<double>, double, 2>;
-extern template struct TMatrix2x2<float>;
-extern template struct TMatrix2x2<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TMatrix2x2);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -31,6 +31,12 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
         CORVEX_PRECONDITION("TMatrix3x3::TMatrix3x3", values != nullptr, values);
         for (unsigned int i = 0; i < 9; ++i) elements[i] = values[i];
     }
+    /// The matrix of the other scalar: `float` to `double` keeps every value, `double` to `float` rounds each element.
+    template <class S, EnableForOther<S, T> = 0>
+    explicit TMatrix3x3(const TMatrix3x3<S>& other)
+    {
+        for (unsigned int i = 0; i < 9; ++i) elements[i] = static_cast<T>(other.elements[i]);
+    }
     /// Takes nine values, row by row: `a01` is the element in row 0 and column 1.
     TMatrix3x3(const T& a00, const T& a01, const T& a02, const T& a10, const T& a11, const T& a12, const T& a20,
                const T& a21, const T& a22)
@@ -69,7 +75,7 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
     /// True when the elements above the diagonal became exactly 0 within 49 sweeps and at least one eigenvalue is above
     /// the common tolerance in absolute value (strict). So the zero matrix gives false, as does a NaN above the
     /// diagonal; an infinity can give true with values that are not finite. The outputs are written either way.
-    bool Eigenspace(T* const values, TVector3<T>* const vectors) const;
+    [[nodiscard]] bool Eigenspace(T* const values, TVector3<T>* const vectors) const;
 
     // Transforms.
 
@@ -106,7 +112,6 @@ namespace Halmont::Orrin::CorvexMaths
 
 extern template struct SquareMatrixOperations<TMatrix3x3<float>, float, 3>;
 extern template struct SquareMatrixOperations<TMatrix3x3<double>, double, 3>;
-extern template struct TMatrix3x3<float>;
-extern template struct TMatrix3x3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TMatrix3x3);
 
 } // namespace Halmont::Orrin::CorvexMaths

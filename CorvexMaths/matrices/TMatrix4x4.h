@@ -32,6 +32,12 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
         CORVEX_PRECONDITION("TMatrix4x4::TMatrix4x4", values != nullptr, values);
         for (unsigned int i = 0; i < 16; ++i) elements[i] = values[i];
     }
+    /// The matrix of the other scalar: `float` to `double` keeps every value, `double` to `float` rounds each element.
+    template <class S, EnableForOther<S, T> = 0>
+    explicit TMatrix4x4(const TMatrix4x4<S>& other)
+    {
+        for (unsigned int i = 0; i < 16; ++i) elements[i] = static_cast<T>(other.elements[i]);
+    }
     /// Takes sixteen values, row by row: `a01` is the element in row 0 and column 1.
     TMatrix4x4(const T& a00, const T& a01, const T& a02, const T& a03, const T& a10, const T& a11, const T& a12,
                const T& a13, const T& a20, const T& a21, const T& a22, const T& a23, const T& a30, const T& a31,
@@ -59,8 +65,8 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
 
     /// The determinant by LUD of a copy: 0 where that fails, else the parity times the diagonal of the factors,
     /// ascending. Where a pivot comes out exactly 0 the pivot guard stands for it, so that a singular matrix need not
-    /// give exactly 0. This matrix is not changed.
-    T Determinant();
+    /// give exactly 0.
+    T Determinant() const;
 
     /// Writes 4 eigenvalues of this matrix and, entry by entry beside them, its unit eigenvectors, by cyclic rotations
     /// of index pairs (C. G. J. Jacobi, 1846). The matrix is taken as symmetric: what stands below the diagonal is not
@@ -70,7 +76,7 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     /// the last column holds exact zeros above the diagonal, the block's elements above its diagonal became exactly 0
     /// within 49 sweeps, and at least one eigenvalue is above the common tolerance in absolute value (strict).
     /// Otherwise, and with a NaN above the diagonal, it is false and the outputs hold what the rotations left.
-    bool Eigenspace(T* const values, TVector4<T>* const vectors) const;
+    [[nodiscard]] bool Eigenspace(T* const values, TVector4<T>* const vectors) const;
 
     // Transforms.
 
@@ -91,8 +97,8 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
 
     /// Multiplies by the translation by minus the point, by the scaling by sx, sy and sz along the axes, and by the
     /// translation by the point, one after the other and each with both flags. Where the flags are equal the point
-    /// stays where it is; where they are not, the outer two stand on the wrong sides for that. The point is only read.
-    void Scale(TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows);
+    /// stays where it is; where they are not, the outer two stand on the wrong sides for that.
+    void Scale(const TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows);
 
     /// Multiplies by the translation by an offset, with `onRight` and `asRows` as the class has them: of the identity
     /// it makes a matrix with the offset in the last row where `asRows`, else in the last column.
@@ -114,8 +120,7 @@ namespace Halmont::Orrin::CorvexMaths
 
 extern template struct SquareMatrixOperations<TMatrix4x4<float>, float, 4>;
 extern template struct SquareMatrixOperations<TMatrix4x4<double>, double, 4>;
-extern template struct TMatrix4x4<float>;
-extern template struct TMatrix4x4<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TMatrix4x4);
 
 } // namespace Halmont::Orrin::CorvexMaths
 

@@ -2,7 +2,9 @@
 #include <CorvexMaths/matrices/internal/Crout.h>
 #include <CorvexMaths/matrices/internal/Kernels.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 
@@ -12,6 +14,12 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
+/// The number of elements, or one that no allocator can provide where it is beyond the address space.
+std::size_t CountElements(unsigned int rowCount, unsigned int columnCount)
+{
+    return static_cast<std::size_t>(std::min<unsigned long long>(1ull * rowCount * columnCount, SIZE_MAX));
+}
+
 /// Copies values as one block; nothing is touched where there are none.
 template <class T>
 void CopyBlock(T* target, const T* source, std::size_t count)
@@ -19,11 +27,25 @@ void CopyBlock(T* target, const T* source, std::size_t count)
     if (count != 0) std::memmove(target, source, count * sizeof(T));
 }
 
-/// The row pointers into a block.
-template <class T>
-void PointRows(T** rows, T* elements, unsigned int rowCount, unsigned int columnCount)
+/// Applies a function to every element.
+template <class T, class F>
+void ForEach(TMatrixMxN<T>& matrix, F f)
 {
-    for (unsigned int r = 0; r < rowCount; ++r) rows[r] = elements + std::size_t(r) * columnCount;
+    for (unsigned int r = 0; r < matrix.GetM(); ++r) {
+        T* const row = matrix[r];
+        for (unsigned int c = 0; c < matrix.GetN(); ++c) f(row[c]);
+    }
+}
+
+/// Applies a function to every element of a matrix and the one in the same place of another, which is no smaller.
+template <class T, class F>
+void ForEach(TMatrixMxN<T>& matrix, const TMatrixMxN<T>& other, F f)
+{
+    for (unsigned int r = 0; r < matrix.GetM(); ++r) {
+        T* const row = matrix[r];
+        const T* const otherRow = other[r];
+        for (unsigned int c = 0; c < matrix.GetN(); ++c) f(row[c], otherRow[c]);
+    }
 }
 
 } // namespace
@@ -33,13 +55,18 @@ void PointRows(T** rows, T* elements, unsigned int rowCount, unsigned int column
 template <class T>
 TMatrixMxN<T>::TMatrixMxN(unsigned int rowCount, unsigned int columnCount) : TMatrixMxN()
 {
-    AssignMemory(rowCount, columnCount);
+    if (rowCount == 0 && columnCount == 0) return;
+    elements = new T[CountElements(rowCount, columnCount)];
+    rows = new T*[rowCount];
+    m = rowCount;
+    n = columnCount;
+    for (unsigned int r = 0; r < m; ++r) rows[r] = elements + std::size_t(r) * n;
 }
 
 template <class T>
-TMatrixMxN<T>::TMatrixMxN(const TMatrixMxN& other) : TMatrixMxN()
+TMatrixMxN<T>::TMatrixMxN(const TMatrixMxN& other) : TMatrixMxN(other.m, other.n)
 {
-    *this = other;
+    CopyBlock(elements, other.elements, std::size_t(m) * n);
 }
 
 template <class T>
@@ -51,25 +78,28 @@ TMatrixMxN<T>& TMatrixMxN<T>::operator=(const TMatrixMxN& other)
 }
 
 template <class T>
+TMatrixMxN<T>& TMatrixMxN<T>::operator=(TMatrixMxN&& other) noexcept
+{
+    TMatrixMxN taken(std::move(other)); // leaves this matrix empty if it is the other
+    if (m == taken.m && n == taken.n)
+        CopyBlock(elements, taken.elements, std::size_t(m) * n);
+    else
+        Swap(taken);
+    return *this;
+}
+
+template <class T>
 void TMatrixMxN<T>::AssignMemory(unsigned int rowCount, unsigned int columnCount)
 {
     if (rowCount == m && columnCount == n) return;
-    ReleaseMemory();
-    // Should the allocator give up, the destructor finds nothing to release twice.
-    elements = nullptr;
-    rows = nullptr;
-    m = rowCount;
-    n = columnCount;
-    elements = new T[std::size_t(m) * n];
-    rows = new T*[m];
-    PointRows(rows, elements, m, n);
+    TMatrixMxN resized(rowCount, columnCount);
+    Swap(resized);
 }
 
 template <class T>
 void TMatrixMxN<T>::ToNull()
 {
-    for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) rows[r][c] = T(0);
+    ForEach(*this, [](T& element) { element = T(0); });
 }
 
 template <class T>
@@ -83,27 +113,14 @@ template <class T>
 void TMatrixMxN<T>::Transpose()
 {
     if (m == n) {
-        for (unsigned int r = 0; r < m; ++r) {
-            for (unsigned int c = r + 1; c < n; ++c) {
-                const T above = rows[r][c];
-                rows[r][c] = rows[c][r];
-                rows[c][r] = above;
-            }
-        }
+        for (unsigned int r = 0; r < m; ++r)
+            for (unsigned int c = r + 1; c < n; ++c) std::swap(rows[r][c], rows[c][r]);
         return;
     }
-
-    std::unique_ptr<T[]> turned(new T[std::size_t(n) * m]);
-    T** const turnedRows = new T*[n];
-    PointRows(turnedRows, turned.get(), n, m);
+    TMatrixMxN transposed(n, m);
     for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) turnedRows[c][r] = rows[r][c];
-    ReleaseMemory();
-    elements = turned.release();
-    rows = turnedRows;
-    const unsigned int rowCount = m;
-    m = n;
-    n = rowCount;
+        for (unsigned int c = 0; c < n; ++c) transposed.rows[c][r] = rows[r][c];
+    Swap(transposed);
 }
 
 // Comparison.
@@ -121,79 +138,40 @@ bool TMatrixMxN<T>::operator==(const TMatrixMxN& other) const
 // Arithmetic.
 
 template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator+(TMatrixMxN& other) const
-{
-    TMatrixMxN result(*this);
-    result += other;
-    return result;
-}
-
-template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator-(TMatrixMxN& other) const
-{
-    TMatrixMxN result(*this);
-    result -= other;
-    return result;
-}
-
-template <class T>
-TMatrixMxN<T>& TMatrixMxN<T>::operator+=(TMatrixMxN& other)
+TMatrixMxN<T>& TMatrixMxN<T>::operator+=(const TMatrixMxN& other)
 {
     CORVEX_PRECONDITION("TMatrixMxN::operator+ or +=", m <= other.m && n <= other.n, m, n, other.m, other.n);
-    for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) rows[r][c] += other.rows[r][c];
+    ForEach(*this, other, [](T& element, T addend) { element += addend; });
     return *this;
 }
 
 template <class T>
-TMatrixMxN<T>& TMatrixMxN<T>::operator-=(TMatrixMxN& other)
+TMatrixMxN<T>& TMatrixMxN<T>::operator-=(const TMatrixMxN& other)
 {
     CORVEX_PRECONDITION("TMatrixMxN::operator- or -=", m <= other.m && n <= other.n, m, n, other.m, other.n);
-    for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) rows[r][c] -= other.rows[r][c];
+    ForEach(*this, other, [](T& element, T subtrahend) { element -= subtrahend; });
     return *this;
 }
 
 template <class T>
 TMatrixMxN<T> TMatrixMxN<T>::operator-() const
 {
-    TMatrixMxN result(m, n);
-    for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) result.rows[r][c] = -rows[r][c];
-    return result;
-}
-
-template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator*(const T& scalar) const
-{
     TMatrixMxN result(*this);
-    result *= scalar;
-    return result;
-}
-
-template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator/(const T& scalar) const
-{
-    TMatrixMxN result(*this);
-    result /= scalar;
+    ForEach(result, [](T& element) { element = -element; });
     return result;
 }
 
 template <class T>
 TMatrixMxN<T>& TMatrixMxN<T>::operator*=(const T& scalar)
 {
-    const T factor = scalar;
-    for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) rows[r][c] *= factor;
+    ForEach(*this, [factor = scalar](T& element) { element *= factor; });
     return *this;
 }
 
 template <class T>
 TMatrixMxN<T>& TMatrixMxN<T>::operator/=(const T& scalar)
 {
-    const T divisor = scalar;
-    for (unsigned int r = 0; r < m; ++r)
-        for (unsigned int c = 0; c < n; ++c) rows[r][c] /= divisor;
+    ForEach(*this, [divisor = scalar](T& element) { element /= divisor; });
     return *this;
 }
 
@@ -201,19 +179,20 @@ TMatrixMxN<T>& TMatrixMxN<T>::operator/=(const T& scalar)
 
 template <class T>
 template <class M, unsigned int N>
-TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(SquareMatrixOperations<M, T, N>& other) const
+TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(const SquareMatrixOperations<M, T, N>& other) const
 {
     CORVEX_PRECONDITION("TMatrixMxN::operator* or *=", m == 0 || N <= n, m, n, N);
     TMatrixMxN result(m, N);
     result.ToNull();
+    M copy(other.Self());
     T* otherRows[N];
-    other.GetRows(otherRows);
+    copy.GetRows(otherRows);
     Kernels::MultiplyRows(result.rows, rows, otherRows, m, N, N);
     return result;
 }
 
 template <class T>
-TMatrixMxN<T> TMatrixMxN<T>::operator*(TMatrixMxN& other) const
+TMatrixMxN<T> TMatrixMxN<T>::operator*(const TMatrixMxN& other) const
 {
     if (n != other.m) return TMatrixMxN();
     TMatrixMxN result(m, other.n);
@@ -223,7 +202,7 @@ TMatrixMxN<T> TMatrixMxN<T>::operator*(TMatrixMxN& other) const
 }
 
 template <class T>
-TMatrixMxN<T>& TMatrixMxN<T>::operator*=(TMatrixMxN& other)
+TMatrixMxN<T>& TMatrixMxN<T>::operator*=(const TMatrixMxN& other)
 {
     CORVEX_PRECONDITION("TMatrixMxN::operator*=", m == 0 || other.m <= n, m, n, other.m);
     const TMatrixMxN aside(*this);
@@ -258,7 +237,7 @@ bool TMatrixMxN<T>::LUD(TMatrixMxN* lu, int** pivots, T* parity) const
 }
 
 template <class T>
-void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x)
+void TMatrixMxN<T>::BackSub(const TMatrixMxN& lu, const int* pivots, const T* b, T* x)
 {
     CORVEX_PRECONDITION("TMatrixMxN::BackSub", lu.m == lu.n, lu.m, lu.n);
     CORVEX_PRECONDITION("TMatrixMxN::BackSub", lu.n == 0 || (pivots != nullptr && b != nullptr && x != nullptr), pivots,
@@ -268,7 +247,7 @@ void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x)
 }
 
 template <class T>
-void TMatrixMxN<T>::BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T** x)
+void TMatrixMxN<T>::BackSub(const TMatrixMxN& lu, const int* pivots, const T* b, T** x)
 {
     CORVEX_PRECONDITION("TMatrixMxN::BackSub", x != nullptr, x);
     *x = new T[lu.n];
@@ -307,18 +286,15 @@ T TMatrixMxN<T>::Determinant() const
     return determinant;
 }
 
-template class TMatrixMxN<float>;
-template class TMatrixMxN<double>;
+CORVEX_INSTANTIATE_SCALARS(, class, TMatrixMxN);
 
-// The products with fixed matrices stand in the header; what they share is compiled here.
-template TMatrixMxN<float> TMatrixMxN<float>::TimesFixed(SquareMatrixOperations<TMatrix2x2<float>, float, 2>&) const;
-template TMatrixMxN<float> TMatrixMxN<float>::TimesFixed(SquareMatrixOperations<TMatrix3x3<float>, float, 3>&) const;
-template TMatrixMxN<float> TMatrixMxN<float>::TimesFixed(SquareMatrixOperations<TMatrix4x4<float>, float, 4>&) const;
-template TMatrixMxN<double>
-TMatrixMxN<double>::TimesFixed(SquareMatrixOperations<TMatrix2x2<double>, double, 2>&) const;
-template TMatrixMxN<double>
-TMatrixMxN<double>::TimesFixed(SquareMatrixOperations<TMatrix3x3<double>, double, 3>&) const;
-template TMatrixMxN<double>
-TMatrixMxN<double>::TimesFixed(SquareMatrixOperations<TMatrix4x4<double>, double, 4>&) const;
+// The products with fixed matrices are defined in the header; what they share is compiled here.
+#define CORVEX_INSTANTIATE_PRODUCTS(T)                                                                                 \
+    template TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(const SquareMatrixOperations<TMatrix2x2<T>, T, 2>&) const;        \
+    template TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(const SquareMatrixOperations<TMatrix3x3<T>, T, 3>&) const;        \
+    template TMatrixMxN<T> TMatrixMxN<T>::TimesFixed(const SquareMatrixOperations<TMatrix4x4<T>, T, 4>&) const;
+
+CORVEX_INSTANTIATE_PRODUCTS(float)
+CORVEX_INSTANTIATE_PRODUCTS(double)
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -6,6 +6,8 @@
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 #include <CorvexMaths/matrices/TMatrix4x4.h>
 
+#include <utility>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 
@@ -15,8 +17,8 @@ namespace Halmont::Orrin::CorvexMaths
 /// operation states a result for other sizes. Arithmetic follows IEEE 754: a division by 0 gives infinities or NaN, and
 /// a NaN spreads to every element computed from it. Only Eigenspace has a tolerance.
 ///
-/// Exhausted memory surfaces as the allocator's exception. The matrix that was to be resized then has the new sizes and
-/// no elements; it may be destroyed, and be given other sizes, but not read.
+/// Exhausted memory surfaces as the allocator's exception. It leaves this matrix as it was; an output may then have its
+/// new size or hold intermediate values, and remains usable. A matrix that was moved from is empty, and usable too.
 template <class T>
 class CORVEX_API TMatrixMxN
 {
@@ -30,12 +32,27 @@ public:
     TMatrixMxN(unsigned int rowCount, unsigned int columnCount);
     /// A copy of sizes and elements, with a block of its own.
     TMatrixMxN(const TMatrixMxN& other);
+    /// Takes over the block of another matrix, which becomes empty. Row addresses stay valid, and are this matrix's
+    /// now.
+    TMatrixMxN(TMatrixMxN&& other) noexcept { Swap(other); }
+    /// The matrix of the other scalar, of the same sizes: `float` to `double` keeps every value, `double` to `float`
+    /// rounds each element.
+    template <class S, EnableForOther<S, T> = 0>
+    explicit TMatrixMxN(const TMatrixMxN<S>& other) : TMatrixMxN(other.GetM(), other.GetN())
+    {
+        for (unsigned int r = 0; r < m; ++r)
+            for (unsigned int c = 0; c < n; ++c) rows[r][c] = static_cast<T>(other[r][c]);
+    }
     /// Releases the block and the row pointers.
     ~TMatrixMxN() { ReleaseMemory(); }
 
     /// Takes sizes and elements of another matrix, which may be this one. The block is kept when the sizes are equal;
     /// otherwise it is replaced, and row addresses taken before are dangling.
     TMatrixMxN& operator=(const TMatrixMxN& other);
+    /// Takes sizes and elements of another matrix, which becomes empty; given this very matrix, nothing changes. Where
+    /// the sizes are equal this matrix keeps its block, as with a copy, and the elements are copied into it. Otherwise
+    /// the block of the other is taken over, and row addresses taken from this matrix before are dangling.
+    TMatrixMxN& operator=(TMatrixMxN&& other) noexcept;
 
     /// Sets the sizes. With the present ones it returns at once, and the elements and the block stay. Otherwise the
     /// elements are gone, the new ones are undefined, and row addresses taken before are dangling.
@@ -54,6 +71,20 @@ public:
     {
         CORVEX_PRECONDITION("TMatrixMxN::operator[]", row < m, row, m);
         return rows[row];
+    }
+    /// @}
+
+    /// @{
+    /// The element in a row and a column, both counted from 0 and below m and n, which debug builds check.
+    T& operator()(unsigned int row, unsigned int column)
+    {
+        CORVEX_PRECONDITION("TMatrixMxN::operator()", row < m && column < n, row, column, m, n);
+        return rows[row][column];
+    }
+    const T& operator()(unsigned int row, unsigned int column) const
+    {
+        CORVEX_PRECONDITION("TMatrixMxN::operator()", row < m && column < n, row, column, m, n);
+        return rows[row][column];
     }
     /// @}
 
@@ -84,24 +115,26 @@ public:
 
     /// The sum, element by element, of this matrix's sizes. The argument may be larger, its further rows and columns
     /// then taking no part, but not smaller; it may be this matrix.
-    TMatrixMxN operator+(TMatrixMxN& other) const;
+    TMatrixMxN operator+(const TMatrixMxN& other) const { return std::move(TMatrixMxN(*this) += other); }
     /// This matrix less the argument, element by element, of this matrix's sizes. The argument may be larger, its
     /// further rows and columns then taking no part, but not smaller; it may be this matrix.
-    TMatrixMxN operator-(TMatrixMxN& other) const;
+    TMatrixMxN operator-(const TMatrixMxN& other) const { return std::move(TMatrixMxN(*this) -= other); }
     /// Adds another matrix, element by element. The argument may be larger, its further rows and columns then taking no
     /// part, but not smaller; it may be this matrix. Returns this matrix.
-    TMatrixMxN& operator+=(TMatrixMxN& other);
+    TMatrixMxN& operator+=(const TMatrixMxN& other);
     /// Subtracts another matrix, element by element. The argument may be larger, its further rows and columns then
     /// taking no part, but not smaller; it may be this matrix. Returns this matrix.
-    TMatrixMxN& operator-=(TMatrixMxN& other);
+    TMatrixMxN& operator-=(const TMatrixMxN& other);
     /// A copy with the sign of every element flipped, that of zeros and NaNs too: 0 becomes -0.
     TMatrixMxN operator-() const;
 
     /// A copy with every element times a scalar.
-    TMatrixMxN operator*(const T& scalar) const;
+    TMatrixMxN operator*(const T& scalar) const { return std::move(TMatrixMxN(*this) *= scalar); }
+    /// A copy of a matrix with every element times a scalar: the same bits as with the scalar on the right.
+    friend TMatrixMxN operator*(const T& scalar, const TMatrixMxN& matrix) { return matrix * scalar; }
     /// A copy with every element divided by a scalar: true divisions, never products with the reciprocal. A scalar of 0
     /// gives infinities, and NaN for elements of 0 or NaN.
-    TMatrixMxN operator/(const T& scalar) const;
+    TMatrixMxN operator/(const T& scalar) const { return std::move(TMatrixMxN(*this) /= scalar); }
     /// Multiplies every element by a scalar, which may be one of the elements: its value at the start counts. Returns
     /// this matrix.
     TMatrixMxN& operator*=(const T& scalar);
@@ -114,30 +147,30 @@ public:
     /// @{
     /// The upper-left block of the argument's order plus the argument, as a fixed matrix. The rest of this matrix takes
     /// no part; it must have at least as many rows and columns as the argument.
-    TMatrix2x2<T> operator+(TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() += other; }
-    TMatrix3x3<T> operator+(TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() += other; }
-    TMatrix4x4<T> operator+(TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() += other; }
+    TMatrix2x2<T> operator+(const TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() += other; }
+    TMatrix3x3<T> operator+(const TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() += other; }
+    TMatrix4x4<T> operator+(const TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() += other; }
     /// @}
     /// @{
     /// The upper-left block of the argument's order less the argument, as a fixed matrix. The rest of this matrix takes
     /// no part; it must have at least as many rows and columns as the argument.
-    TMatrix2x2<T> operator-(TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() -= other; }
-    TMatrix3x3<T> operator-(TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() -= other; }
-    TMatrix4x4<T> operator-(TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() -= other; }
+    TMatrix2x2<T> operator-(const TMatrix2x2<T>& other) const { return Block<TMatrix2x2<T>>() -= other; }
+    TMatrix3x3<T> operator-(const TMatrix3x3<T>& other) const { return Block<TMatrix3x3<T>>() -= other; }
+    TMatrix4x4<T> operator-(const TMatrix4x4<T>& other) const { return Block<TMatrix4x4<T>>() -= other; }
     /// @}
     /// @{
     /// Adds the argument to the upper-left block of its order; the rest of this matrix stays. This matrix must have at
     /// least as many rows and columns as the argument. Returns this matrix.
-    TMatrixMxN& operator+=(TMatrix2x2<T>& other) { return SetBlock(*this + other); }
-    TMatrixMxN& operator+=(TMatrix3x3<T>& other) { return SetBlock(*this + other); }
-    TMatrixMxN& operator+=(TMatrix4x4<T>& other) { return SetBlock(*this + other); }
+    TMatrixMxN& operator+=(const TMatrix2x2<T>& other) { return SetBlock(*this + other); }
+    TMatrixMxN& operator+=(const TMatrix3x3<T>& other) { return SetBlock(*this + other); }
+    TMatrixMxN& operator+=(const TMatrix4x4<T>& other) { return SetBlock(*this + other); }
     /// @}
     /// @{
     /// Subtracts the argument from the upper-left block of its order; the rest of this matrix stays. This matrix must
     /// have at least as many rows and columns as the argument. Returns this matrix.
-    TMatrixMxN& operator-=(TMatrix2x2<T>& other) { return SetBlock(*this - other); }
-    TMatrixMxN& operator-=(TMatrix3x3<T>& other) { return SetBlock(*this - other); }
-    TMatrixMxN& operator-=(TMatrix4x4<T>& other) { return SetBlock(*this - other); }
+    TMatrixMxN& operator-=(const TMatrix2x2<T>& other) { return SetBlock(*this - other); }
+    TMatrixMxN& operator-=(const TMatrix3x3<T>& other) { return SetBlock(*this - other); }
+    TMatrixMxN& operator-=(const TMatrix4x4<T>& other) { return SetBlock(*this - other); }
     /// @}
 
     // Products.
@@ -155,23 +188,23 @@ public:
     /// The product with a fixed matrix, this matrix on the left: m rows by the argument's order. Every sum ascends from
     /// +0 over the rows of the argument. Each row of this matrix must have as many elements at least; further columns
     /// take no part.
-    TMatrixMxN operator*(TMatrix2x2<T>& other) const { return TimesFixed(other); }
-    TMatrixMxN operator*(TMatrix3x3<T>& other) const { return TimesFixed(other); }
-    TMatrixMxN operator*(TMatrix4x4<T>& other) const { return TimesFixed(other); }
+    TMatrixMxN operator*(const TMatrix2x2<T>& other) const { return TimesFixed(other); }
+    TMatrixMxN operator*(const TMatrix3x3<T>& other) const { return TimesFixed(other); }
+    TMatrixMxN operator*(const TMatrix4x4<T>& other) const { return TimesFixed(other); }
     /// @}
 
     /// The matrix product, this matrix on the left: m rows by the argument's columns, every sum ascending from +0. The
     /// empty matrix, 0 by 0, where n differs from the argument's row count. The argument may be this matrix. The cost
     /// is in proportion to m, n and the argument's columns multiplied.
-    TMatrixMxN operator*(TMatrixMxN& other) const;
+    TMatrixMxN operator*(const TMatrixMxN& other) const;
 
     /// @{
     /// The product with a fixed matrix replaces this matrix, which becomes m rows by the argument's order; where the
     /// sizes change, row addresses taken before are dangling. Every sum ascends from +0 over the rows of the argument.
     /// Each row of this matrix must have as many elements at least; further columns take no part. Returns this matrix.
-    TMatrixMxN& operator*=(TMatrix2x2<T>& other) { return *this = TimesFixed(other); }
-    TMatrixMxN& operator*=(TMatrix3x3<T>& other) { return *this = TimesFixed(other); }
-    TMatrixMxN& operator*=(TMatrix4x4<T>& other) { return *this = TimesFixed(other); }
+    TMatrixMxN& operator*=(const TMatrix2x2<T>& other) { return *this = TimesFixed(other); }
+    TMatrixMxN& operator*=(const TMatrix3x3<T>& other) { return *this = TimesFixed(other); }
+    TMatrixMxN& operator*=(const TMatrix4x4<T>& other) { return *this = TimesFixed(other); }
     /// @}
 
     /// The product replaces this matrix, which becomes m rows by the argument's columns; where the sizes change, row
@@ -180,7 +213,7 @@ public:
     ///
     /// This matrix is zeroed before the argument is read, so `a *= a` of finite elements gives the zero matrix, and
     /// reads back what it has just written where an element is not finite. Returns this matrix.
-    TMatrixMxN& operator*=(TMatrixMxN& other);
+    TMatrixMxN& operator*=(const TMatrixMxN& other);
 
     // Conversions.
 
@@ -205,34 +238,34 @@ public:
     /// nothing changed, where the matrix is not square; false where a row holds nothing but zeros and NaNs, `lu` then
     /// holding the copy, `pivots` zeros and `parity` 1. The empty matrix passes, with parity 1. Cost in proportion to
     /// the cube of m.
-    bool LUD(TMatrixMxN* lu, int* pivots, T* parity) const;
+    [[nodiscard]] bool LUD(TMatrixMxN* lu, int* pivots, T* parity) const;
 
     /// Decomposes as the form with a caller's array does, and allocates the m pivots. After true the caller releases
     /// `*pivots` with delete[]; after false it is null, also where the matrix is not square. No pointer may be null.
-    bool LUD(TMatrixMxN* lu, int** pivots, T* parity) const;
+    [[nodiscard]] bool LUD(TMatrixMxN* lu, int** pivots, T* parity) const;
 
     /// Solves for one right-hand side with the factors and pivots of LUD, in two sweeps of ascending sums (forward,
     /// then backward). Reads n values of b and writes n values of x; the two may be the same array but must not overlap
-    /// otherwise. `lu` is square and only read; every pivot is below n; no pointer may be null unless n is 0. Leading
+    /// otherwise. `lu` is square; every pivot is below n; no pointer may be null unless n is 0. Leading
     /// zeros of the permuted right-hand side are skipped, so that a factor which is not finite does not meet them.
     /// There is no test for a small pivot: where the guard stood in for a 0, the values are huge. Cost in proportion to
     /// n^2.
-    static void BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T* x);
+    static void BackSub(const TMatrixMxN& lu, const int* pivots, const T* b, T* x);
 
     /// Solves as the form with a caller's array does, and allocates the n values of the solution at `*x`, which the
     /// caller releases with delete[]. `x` must not be null.
-    static void BackSub(TMatrixMxN& lu, const int* pivots, const T* b, T** x);
+    static void BackSub(const TMatrixMxN& lu, const int* pivots, const T* b, T** x);
 
     /// Inverts in place, by LUD and a solve for every column. False, with nothing changed, where the matrix is not
     /// square, is empty, or has a row of nothing but zeros and NaNs. There is no test of the determinant and no
     /// tolerance, unlike at the fixed orders: where elimination leaves a pivot of exactly 0 the pivot guard stands for
     /// it, the values are huge and the result is true. Cost in proportion to the cube of the order.
-    bool Invert();
+    [[nodiscard]] bool Invert();
 
     /// Writes the inverse of this matrix to `out`, which is resized if its sizes differ, must not be null and may be
     /// this matrix. False where this matrix is not square, is empty, or has a row of nothing but zeros and NaNs; `out`
     /// then holds a copy of it. There is no test of the determinant; see the form in place.
-    bool Invert(TMatrixMxN* out) const;
+    [[nodiscard]] bool Invert(TMatrixMxN* out) const;
 
     /// The determinant: 0 where the matrix is not square or LUD fails, else the parity times the diagonal of the
     /// factors, ascending. Where a pivot comes out exactly 0 the pivot guard stands for it, so that a singular matrix
@@ -252,7 +285,7 @@ public:
     ///
     /// The outputs must not be null and must be distinct; any of them may be this matrix, which is otherwise left
     /// alone. Cost in proportion to m n^2 + n^3, and up to 140 KiB of stack, the most for tall matrices.
-    bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit);
+    [[nodiscard]] bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit) const;
 
     /// Writes the m eigenvalues of this matrix and, as the m rows of `vectors`, m values each, its unit eigenvectors,
     /// by cyclic rotations of index pairs (C. G. J. Jacobi, 1846). The matrix is taken as symmetric: what stands below
@@ -264,13 +297,13 @@ public:
     /// became exactly 0 within 49 sweeps, and at least one eigenvalue is above the common tolerance in absolute value
     /// (strict). Otherwise, and with a NaN above the diagonal, it is false and the outputs hold what the rotations
     /// left. False, with nothing written, where the matrix is not square or is empty.
-    bool Eigenspace(T* values, T** vectors) const;
+    [[nodiscard]] bool Eigenspace(T* values, T** vectors) const;
 
     /// Finds eigenvalues and eigenvectors as the form with the caller's arrays does, and allocates these. After true
     /// the caller releases `*values`, each of the m rows of `*vectors` and `*vectors` itself with delete[]. After false
     /// both are null, but for a matrix that is not square, with which they are not touched. Neither pointer may be
     /// null.
-    bool Eigenspace(T** values, T*** vectors) const;
+    [[nodiscard]] bool Eigenspace(T** values, T*** vectors) const;
 
 private:
     T* elements = nullptr;
@@ -286,6 +319,15 @@ private:
     {
         delete[] elements;
         delete[] rows;
+    }
+
+    /// Exchanges block, row pointers and sizes.
+    void Swap(TMatrixMxN& other) noexcept
+    {
+        std::swap(elements, other.elements);
+        std::swap(rows, other.rows);
+        std::swap(m, other.m);
+        std::swap(n, other.n);
     }
 
     /// The upper-left block as a fixed matrix; it must be there. Sums, differences and products with vectors come by
@@ -322,10 +364,9 @@ private:
 
     /// The product with a fixed matrix; the inner length is that matrix's order.
     template <class M, unsigned int N>
-    TMatrixMxN TimesFixed(SquareMatrixOperations<M, T, N>& other) const;
+    TMatrixMxN TimesFixed(const SquareMatrixOperations<M, T, N>& other) const;
 };
 
-extern template class TMatrixMxN<float>;
-extern template class TMatrixMxN<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, class, TMatrixMxN);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -10,8 +10,8 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// Multiplies a transform, given in the layout for row vectors, into a matrix; the transform is turned in place where
-/// the layout for column vectors is asked for.
+/// Multiplies a transform, given in the layout for row vectors, into a matrix; the transform is transposed in place
+/// where the layout for column vectors is asked for.
 template <class M>
 void MultiplyInto(M& matrix, M& transform, bool onRight, bool asRows)
 {
@@ -117,7 +117,7 @@ void TMatrix4x4<T>::Scale(T sx, T sy, T sz, bool onRight, bool asRows)
 }
 
 template <class T>
-void TMatrix4x4<T>::Scale(TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows)
+void TMatrix4x4<T>::Scale(const TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows)
 {
     TMatrix4x4 scaling = Scaling<TMatrix4x4>(sx, sy, sz);
     MultiplyAbout(point, *this, scaling, onRight, asRows);
@@ -142,7 +142,7 @@ void TMatrix4x4<T>::Translate(const TVector3<T>& offset, bool onRight, bool asRo
     template void TMatrix4x4<T>::Rotate(const T&, const TVector3<T>&, bool, bool);                                     \
     template void TMatrix4x4<T>::Rotate(const T&, const TVector3<T>&, const TVector3<T>&, bool, bool);                 \
     template void TMatrix4x4<T>::Scale(T, T, T, bool, bool);                                                           \
-    template void TMatrix4x4<T>::Scale(TVector3<T>&, T, T, T, bool, bool);                                             \
+    template void TMatrix4x4<T>::Scale(const TVector3<T>&, T, T, T, bool, bool);                                       \
     template void TMatrix4x4<T>::Translate(const TVector3<T>&, bool, bool);
 
 CORVEX_INSTANTIATE_TRANSFORMS(float)

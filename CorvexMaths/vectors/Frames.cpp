@@ -162,17 +162,15 @@ void TVector3<T>::Rotate(TVector3* v, const T& angle) const
     Rotate(v, cosine, sine);
 }
 
-template void TVector2<float>::Orthonormal(TVector2<float>*) const;
-template void TVector2<double>::Orthonormal(TVector2<double>*) const;
-template void TVector3<float>::OrthonormalX(TVector3<float>*) const;
-template void TVector3<double>::OrthonormalX(TVector3<double>*) const;
-template void TVector3<float>::OrthonormalXY(TVector3<float>*, TVector3<float>*) const;
-template void TVector3<double>::OrthonormalXY(TVector3<double>*, TVector3<double>*) const;
-template bool TVector4<float>::OrthonormalXYZ(TVector4<float>*, TVector4<float>*, TVector4<float>*) const;
-template bool TVector4<double>::OrthonormalXYZ(TVector4<double>*, TVector4<double>*, TVector4<double>*) const;
-template void TVector3<float>::Rotate(TVector3<float>*, const float&, const float&) const;
-template void TVector3<double>::Rotate(TVector3<double>*, const double&, const double&) const;
-template void TVector3<float>::Rotate(TVector3<float>*, const float&) const;
-template void TVector3<double>::Rotate(TVector3<double>*, const double&) const;
+#define CORVEX_INSTANTIATE_FRAMES(T)                                                                                   \
+    template void TVector2<T>::Orthonormal(TVector2<T>*) const;                                                        \
+    template void TVector3<T>::OrthonormalX(TVector3<T>*) const;                                                       \
+    template void TVector3<T>::OrthonormalXY(TVector3<T>*, TVector3<T>*) const;                                        \
+    template bool TVector4<T>::OrthonormalXYZ(TVector4<T>*, TVector4<T>*, TVector4<T>*) const;                         \
+    template void TVector3<T>::Rotate(TVector3<T>*, const T&, const T&) const;                                         \
+    template void TVector3<T>::Rotate(TVector3<T>*, const T&) const;
+
+CORVEX_INSTANTIATE_FRAMES(float)
+CORVEX_INSTANTIATE_FRAMES(double)
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -3,7 +3,9 @@
 /// What complex numbers and quaternions share: access by index, sums, and arithmetic with a scalar.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/vectors/NotAPointer.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -16,7 +18,7 @@ namespace Halmont::Orrin::CorvexMaths
 /// Nothing fails: overflow, division by zero and NaN follow IEEE arithmetic. Operands may alias one another and the
 /// result, and a scalar may be a component of the number.
 template <class C, class T>
-struct CORVEX_API HypercomplexOperations
+struct CORVEX_API HypercomplexOperations : NotAPointer<C>
 {
     /// A component by its index, the real or scalar part first. The index is below the number of components, which
     /// debug builds check.
@@ -34,13 +36,32 @@ struct CORVEX_API HypercomplexOperations
         return static_cast<const T*>(Self())[index];
     }
 
-    /// The address of the first component, from which the others follow. Numbers have no comparison of their own, so
-    /// `==` between two of them compares these addresses.
+    /// A component by an index of any other integral type, as the form for `unsigned int`.
+    template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+    T& operator[](Index index)
+    {
+        return (*this)[static_cast<unsigned int>(index)];
+    }
+
+    /// A component by an index of any other integral type to read, as the form for `unsigned int`.
+    template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+    const T& operator[](Index index) const
+    {
+        return (*this)[static_cast<unsigned int>(index)];
+    }
+
+    /// The address of the first component, from which the others follow.
     operator T*() { return reinterpret_cast<T*>(&Self()); }
 
-    /// The address of the first component, from which the others follow, to read from. Numbers have no comparison of
-    /// their own, so `==` between two of them compares these addresses.
+    /// The address of the first component, from which the others follow, to read from.
     operator const T*() const { return reinterpret_cast<const T*>(&Self()); }
+
+    /// @cond
+    friend void operator==(const C&, const C&) CORVEX_DELETED("compare components");
+    friend void operator!=(const C&, const C&) CORVEX_DELETED("compare components");
+    friend void operator<(const C&, const C&) CORVEX_DELETED("compare components");
+    friend void operator>(const C&, const C&) CORVEX_DELETED("compare components");
+    /// @endcond
 
     /// The number with the sign bit of every component flipped: 0 becomes -0.
     C operator-() const
@@ -75,14 +96,14 @@ struct CORVEX_API HypercomplexOperations
     /// Adds a scalar to the real or scalar part; the other components are kept.
     C& operator+=(const T& scalar)
     {
-        (*this)[0] += scalar;
+        (*this)[0u] += scalar;
         return Self();
     }
 
     /// Subtracts a scalar from the real or scalar part; the other components are kept.
     C& operator-=(const T& scalar)
     {
-        (*this)[0] -= scalar;
+        (*this)[0u] -= scalar;
         return Self();
     }
 
@@ -91,6 +112,9 @@ struct CORVEX_API HypercomplexOperations
     {
         return C::Each([&](T C::*c) { return Self().*c * scalar; });
     }
+
+    /// Every component times a scalar: the same bits as with the scalar on the right.
+    friend C operator*(const T& scalar, const C& number) { return number * scalar; }
 
     /// Every component divided by a scalar: a true division each, with no test for 0, which gives infinities or NaN.
     C operator/(const T& scalar) const

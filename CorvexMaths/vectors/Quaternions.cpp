@@ -30,10 +30,8 @@ TQuaternion<T>::TQuaternion(const T& angle, const TVector3<T>& axis)
 // 4ab, 4ac, 4ad. Likewise each diagonal element plus 1 minus the other two is 4b^2, 4c^2 or 4d^2, with 4bc, 4bd, 4cd as
 // the sums across the diagonal. Whichever square is safely above 0 yields its root and, by division, the rest.
 template <class T>
-TQuaternion<T>::TQuaternion(TMatrix3x3<T>& matrix)
+TQuaternion<T>::TQuaternion(const TMatrix3x3<T>& m)
 {
-    const TMatrix3x3<T>& m = matrix;
-
     // The scalar part leads wherever it can. Its square is summed in double in float code too.
     const double square =
         static_cast<double>(m[0][0]) + 1.0 + static_cast<double>(m[1][1]) + static_cast<double>(m[2][2]);
@@ -99,9 +97,7 @@ template struct HypercomplexOperations<TComplex<float>, float>;
 template struct HypercomplexOperations<TComplex<double>, double>;
 template struct HypercomplexOperations<TQuaternion<float>, float>;
 template struct HypercomplexOperations<TQuaternion<double>, double>;
-template struct TComplex<float>;
-template struct TComplex<double>;
-template struct TQuaternion<float>;
-template struct TQuaternion<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TComplex);
+CORVEX_INSTANTIATE_SCALARS(, struct, TQuaternion);
 
 } // namespace Halmont::Orrin::CorvexMaths

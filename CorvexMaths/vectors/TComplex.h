@@ -20,6 +20,12 @@ struct TComplex : HypercomplexOperations<TComplex<T>, T>
     /// The number of the given parts.
     constexpr TComplex(const T& realPart, const T& imaginaryPart) : real(realPart), imaginary(imaginaryPart) {}
 
+    /// The number of the other scalar: `float` to `double` keeps the values, `double` to `float` rounds each part.
+    template <class S, EnableForOther<S, T> = 0>
+    constexpr explicit TComplex(const TComplex<S>& other)
+        : real(static_cast<T>(other.real)), imaginary(static_cast<T>(other.imaginary))
+    {}
+
     /// The complex product, each part a sum of two rounded products. Infinite parts can give NaN, which is not mended.
     TComplex operator*(const TComplex& other) const
     {
@@ -62,7 +68,6 @@ private:
 
 extern template struct HypercomplexOperations<TComplex<float>, float>;
 extern template struct HypercomplexOperations<TComplex<double>, double>;
-extern template struct TComplex<float>;
-extern template struct TComplex<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TComplex);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -29,6 +29,13 @@ struct TQuaternion : HypercomplexOperations<TQuaternion<T>, T>
         : w(wValue), x(xValue), y(yValue), z(zValue)
     {}
 
+    /// The quaternion of the other scalar: `float` to `double` keeps the values, `double` to `float` rounds each
+    /// component.
+    template <class S, EnableForOther<S, T> = 0>
+    constexpr explicit TQuaternion(const TQuaternion<S>& other)
+        : w(static_cast<T>(other.w)), x(static_cast<T>(other.x)), y(static_cast<T>(other.y)), z(static_cast<T>(other.z))
+    {}
+
     /// The rotation by an angle about an axis, counter-clockwise as seen from the tip of the axis. The axis is
     /// normalised first and need not be of unit length; one of length 0 stays as it is and leaves a vector part of
     /// zeros. The angle is in radians. Sine and cosine are evaluated in `double` and narrowed to T.
@@ -37,9 +44,8 @@ struct TQuaternion : HypercomplexOperations<TQuaternion<T>, T>
     /// The rotation of a matrix, which is taken to be proper and orthonormal, as no build checks; any other gives what
     /// the formulas do (S. W. Shepperd, "Quaternion from rotation matrix", 1978). It undoes ToMatrix up to the sign of
     /// the whole quaternion: a scalar part above 0.001 in size comes out positive. Below that the largest diagonal
-    /// element leads, the last of equal ones, and its component of the vector part comes out positive. The matrix is
-    /// left alone.
-    TQuaternion(TMatrix3x3<T>& matrix);
+    /// element leads, the last of equal ones, and its component of the vector part comes out positive.
+    TQuaternion(const TMatrix3x3<T>& matrix);
 
     /// The Hamilton product, this on the left. Of two rotations it is the one that turns by the other first. Nothing is
     /// normalised.
@@ -90,7 +96,6 @@ private:
 
 extern template struct HypercomplexOperations<TQuaternion<float>, float>;
 extern template struct HypercomplexOperations<TQuaternion<double>, double>;
-extern template struct TQuaternion<float>;
-extern template struct TQuaternion<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TQuaternion);
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -2,6 +2,7 @@
 
 /// The vector of two components: points, directions and differences of the plane.
 
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/vectors/VectorOperations.h>
 
@@ -24,6 +25,12 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
 
     /// The vector of the given components.
     constexpr TVector2(T xValue, T yValue) : x(xValue), y(yValue) {}
+
+    /// The vector of the other scalar: `float` to `double` keeps every value, `double` to `float` rounds each
+    /// component.
+    template <class S, EnableForOther<S, T> = 0>
+    constexpr explicit TVector2(const TVector2<S>& other) : x(static_cast<T>(other.x)), y(static_cast<T>(other.y))
+    {}
 
     /// Copies two components from an array, which is not null. Only real pointers take part, so that a vector of
     /// another size converts.
@@ -122,8 +129,7 @@ private:
 
 extern template struct VectorOperations<TVector2<float>, float>;
 extern template struct VectorOperations<TVector2<double>, double>;
-extern template struct TVector2<float>;
-extern template struct TVector2<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TVector2);
 
 } // namespace Halmont::Orrin::CorvexMaths
 

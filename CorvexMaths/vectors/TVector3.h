@@ -2,6 +2,7 @@
 
 /// The vector of three components: points, directions and differences in space.
 
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/vectors/VectorOperations.h>
 
@@ -25,6 +26,13 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
 
     /// The vector of the given components.
     constexpr TVector3(T xValue, T yValue, T zValue) : x(xValue), y(yValue), z(zValue) {}
+
+    /// The vector of the other scalar: `float` to `double` keeps every value, `double` to `float` rounds each
+    /// component.
+    template <class S, EnableForOther<S, T> = 0>
+    constexpr explicit TVector3(const TVector3<S>& other)
+        : x(static_cast<T>(other.x)), y(static_cast<T>(other.y)), z(static_cast<T>(other.z))
+    {}
 
     /// Copies three components from an array, which is not null. Only real pointers take part, so that a vector of
     /// another size converts.
@@ -157,8 +165,7 @@ private:
 
 extern template struct VectorOperations<TVector3<float>, float>;
 extern template struct VectorOperations<TVector3<double>, double>;
-extern template struct TVector3<float>;
-extern template struct TVector3<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TVector3);
 
 } // namespace Halmont::Orrin::CorvexMaths
 

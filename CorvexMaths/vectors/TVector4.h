@@ -2,6 +2,7 @@
 
 /// The vector of four components: homogeneous points of space, or plain vectors of four dimensions.
 
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/vectors/VectorOperations.h>
 
@@ -26,6 +27,13 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
 
     /// The vector of the given components.
     constexpr TVector4(T xValue, T yValue, T zValue, T wValue) : x(xValue), y(yValue), z(zValue), w(wValue) {}
+
+    /// The vector of the other scalar: `float` to `double` keeps every value, `double` to `float` rounds each
+    /// component.
+    template <class S, EnableForOther<S, T> = 0>
+    constexpr explicit TVector4(const TVector4<S>& other)
+        : x(static_cast<T>(other.x)), y(static_cast<T>(other.y)), z(static_cast<T>(other.z)), w(static_cast<T>(other.w))
+    {}
 
     /// Copies four components from an array, which is not null. Only real pointers take part, so that a vector of
     /// another size converts.
@@ -97,7 +105,7 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     /// common tolerance is not solved: its unknowns are read as zeros and the result is still true, but the frame is
     /// not orthogonal, as for (1, 1, -2, 0). A NaN in this gives true and NaN. The outputs are written last: any of
     /// them may be this vector, but none may be another output, and none is null.
-    bool OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAxis) const;
+    [[nodiscard]] bool OrthonormalXYZ(TVector4* xAxis, TVector4* yAxis, TVector4* zAxis) const;
 
 private:
     friend struct VectorOperations<TVector4, T>;
@@ -121,8 +129,7 @@ private:
 
 extern template struct VectorOperations<TVector4<float>, float>;
 extern template struct VectorOperations<TVector4<double>, double>;
-extern template struct TVector4<float>;
-extern template struct TVector4<double>;
+CORVEX_INSTANTIATE_SCALARS(extern, struct, TVector4);
 
 } // namespace Halmont::Orrin::CorvexMaths
 

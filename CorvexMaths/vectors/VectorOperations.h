@@ -5,6 +5,7 @@
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/vectors/NotAPointer.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -19,7 +20,7 @@ namespace Halmont::Orrin::CorvexMaths
 /// IEEE arithmetic. Operands may alias one another and the result, a scalar may be a component of the vector. Every
 /// step rounds to T. No operation allocates.
 template <class V, class T>
-struct CORVEX_API VectorOperations
+struct CORVEX_API VectorOperations : NotAPointer<V>
 {
     /// The address of the first component, from which the others follow. It also serves `v[i]`; that i is below the
     /// number of components is a precondition which no build can check.
@@ -52,6 +53,14 @@ struct CORVEX_API VectorOperations
     {
         return V::Each([&](T V::*c) { return Self().*c * scalar; });
     }
+
+    /// Every component times a scalar, w included: the same bits as with the scalar on the right.
+    friend V operator*(const T& scalar, const V& vector) { return vector * scalar; }
+
+    /// @cond
+    CORVEX_NOT_WITH_NUMBERS(+, "add a vector of equal components, as in v + TVector3(s, s, s)");
+    CORVEX_NOT_WITH_NUMBERS(-, "subtract a vector of equal components, as in v - TVector3(s, s, s)");
+    /// @endcond
 
     /// Every component divided by a scalar, w included: a true division each, with no test for 0, which gives
     /// infinities or NaN.

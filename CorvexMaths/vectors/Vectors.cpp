@@ -100,11 +100,8 @@ template struct VectorOperations<TVector3<float>, float>;
 template struct VectorOperations<TVector3<double>, double>;
 template struct VectorOperations<TVector4<float>, float>;
 template struct VectorOperations<TVector4<double>, double>;
-template struct TVector2<float>;
-template struct TVector2<double>;
-template struct TVector3<float>;
-template struct TVector3<double>;
-template struct TVector4<float>;
-template struct TVector4<double>;
+CORVEX_INSTANTIATE_SCALARS(, struct, TVector2);
+CORVEX_INSTANTIATE_SCALARS(, struct, TVector3);
+CORVEX_INSTANTIATE_SCALARS(, struct, TVector4);
 
 } // namespace Halmont::Orrin::CorvexMaths

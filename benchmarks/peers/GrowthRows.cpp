@@ -45,7 +45,7 @@ Work OurDecomposition(std::size_t order)
     const auto parts = std::make_shared<std::array<TMatrixMxN<double>, 3>>();
     return {[=] {
                 auto& [u, w, v] = *parts;
-                matrix->SVD(&u, &w, &v, 30);
+                static_cast<void>(matrix->SVD(&u, &w, &v, 30));
             },
             [=] { return Values{(*parts)[1][0][0]}; }};
 }

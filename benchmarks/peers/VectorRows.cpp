@@ -253,7 +253,7 @@ void AddSmallMatrixRows()
     const Row inverse("inverse4/double", fewRoundings<double>, matrixCount);
     inverse.Add("ours", [] {
         return Each<Matrix, double>(Group<Matrix>(MakeMatrices4()),
-                                    [](const Matrix& in, Matrix* out) { in.Invert(out); });
+                                    [](const Matrix& in, Matrix* out) { static_cast<void>(in.Invert(out)); });
     });
     const Row eigenvectors("eigenvectors3/double", fewRoundings<double>, matrixCount);
     eigenvectors.Add("ours", OurEigenvectors3);

@@ -24,7 +24,7 @@ bool SquareMatrixOperations<M, T, N>::SVD(M* u, M* w, M* v, unsigned int iterati
 }
 
 template <class T>
-bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit)
+bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit) const
 {
     CORVEX_PRECONDITION("TMatrixMxN::SVD", u != nullptr && w != nullptr && v != nullptr, u, w, v);
     CORVEX_PRECONDITION("TMatrixMxN::SVD", u != w && u != v && w != v, u, w, v);
@@ -55,7 +55,7 @@ bool TMatrixMxN<T>::SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned in
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix2x2<T>, T, 2)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix3x3<T>, T, 3)                                                                  \
     CORVEX_INSTANTIATE_FIXED_SVD(TMatrix4x4<T>, T, 4)                                                                  \
-    template bool TMatrixMxN<T>::SVD(TMatrixMxN*, TMatrixMxN*, TMatrixMxN*, unsigned int);                             \
+    template bool TMatrixMxN<T>::SVD(TMatrixMxN*, TMatrixMxN*, TMatrixMxN*, unsigned int) const;                       \
     template bool Kernels::SVDSolveColumns(TMatrixMxN<T>&, TMatrixMxN<T>&, TMatrixMxN<T>&, const TMatrixMxN<T>&,       \
                                            TMatrixMxN<T>*);                                                            \
     template bool Kernels::SVDSolve(T*, const T*, T*, unsigned int, unsigned int);
