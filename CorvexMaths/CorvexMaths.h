@@ -1,6 +1,6 @@
 #pragma once
 
-/// Includes every public header of the library.
+/// Includes every public header of the library but Stream.h, which prints, and Aliases.h, which has short names.
 
 #include <CorvexMaths/Export.h>
 #include <CorvexMaths/Forward.h>

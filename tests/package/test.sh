@@ -30,13 +30,13 @@ passed() {
     printf '%4d s  %s\n' $SECONDS "$*"
 }
 
-# Whether a program prints what it should: prints PROGRAM [LIBRARY_FOLDER]
+# Whether a program prints what it should: prints PROGRAM [LIBRARY_FOLDER [EXPECTED]]
 prints() {
-    LD_LIBRARY_PATH=${2-} "$1" | diff "$here/consume/expected.txt" - || stop "$1 prints something else"
+    LD_LIBRARY_PATH=${2-} "$1" | diff "$here/consume/${3-expected}.txt" - || stop "$1 prints something else"
 }
 
-# The flags that reach a program are the language, those that keep bits or not, and nothing of our own: no optimisation,
-# no definition, no warning.   flags COMPILER kept|spared COMMAND
+# The flags that reach a program are the language where CMake sets it, those that keep bits or not, and nothing of our own:
+# no optimisation, no definition, no warning.   flags COMPILER kept|spared COMMAND
 flags() {
     local wanted='-ffp-contract=off' flag
     [ "$1" = clang++ ] || wanted+=" $fused_flags"
@@ -68,8 +68,8 @@ consume() {
     local name=$1 compiler=$2 program
     quietly configure "$@"
     quietly cmake --build "$work/$name"
-    for program in consume hidden spared; do
-        prints "$work/$name/$program"
+    for program in consume hidden spared static; do
+        [ $program = static ] && [ ! -e "$work/$name/static" ] || prints "$work/$name/$program"
     done
     flags "$compiler" kept "$(command_of "$name" consume)"
     flags "$compiler" spared "$(command_of "$name" spared)"
@@ -84,6 +84,17 @@ by_pkg_config() {
     libs=$(pkg-config --libs corvexmaths)
     flags g++ kept " $cflags " # which compiler it is for, pkg-config does not know
     flags g++ spared " $(pkg-config --define-variable=keep_bits= --cflags corvexmaths) "
+    case $cflags in *-std=*) stop "pkg-config sets the language: $cflags" ;; esac
+    # Not every compiler takes C++17 unasked.
+    for own in 17 20; do
+        # shellcheck disable=SC2086  # lists of words
+        quietly "$compiler" -std=c++$own -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
+            "$here/consume/conveniences.cpp" -o "$work/program" $cflags $libs
+        prints "$work/program" "$(dirname "$folder")" conveniences
+    done
+    # shellcheck disable=SC2086  # a list of words
+    "$here/silent_errors.sh" "$compiler" $cflags || stop 'what should be an error is none'
+    cflags+=" $(pkg-config --variable=language corvexmaths)"
     for own in '-O0' '-O2 -fvisibility=hidden -fvisibility-inlines-hidden'; do
         # shellcheck disable=SC2086  # lists of words
         quietly "$compiler" -Wall -Wextra -Werror $own "$here/consume/main.cpp" -o "$work/program" $cflags $libs
@@ -91,8 +102,11 @@ by_pkg_config() {
     done
 }
 
-quietly cmake --build "$build" --target CorvexMaths
+# With the static library beside the shared one, for which nothing more is compiled.
+quietly cmake -DCORVEX_STATIC_TOO=ON "$build"
+quietly cmake --build "$build" --target CorvexMaths CorvexMathsArchive
 quietly cmake --install "$build" --prefix "$work/shared"
+quietly cmake -DCORVEX_STATIC_TOO=OFF "$build"
 quietly cmake -S "$root" -B "$work/build_static" -G Ninja -DBUILD_SHARED_LIBS=OFF -DCMAKE_BUILD_TYPE=Debug \
     -DCORVEX_BUILD_TESTS=OFF -DCORVEX_BUILD_EXAMPLES=OFF
 quietly cmake --build "$work/build_static"
@@ -107,6 +121,9 @@ for compiler in g++ clang++; do
         passed "$compiler finds the $kind library by pkg-config"
     done
 done
+[ -e "$work/shared-g++/static" ] || stop 'the package with both libraries has no target for the static one'
+! ldd "$work/shared-g++/static" | grep CorvexMaths || stop 'the static target links the shared library'
+passed 'the package with both libraries has a target for each'
 # shellcheck disable=SC2046  # lists of words; the last package asked for was the static one
 quietly g++ -shared -fPIC "$here/consume/main.cpp" -o "$work/plugin.so" $(pkg-config --cflags --libs corvexmaths)
 passed 'the static library goes into shared ones'
