@@ -9,7 +9,7 @@ install(TARGETS CorvexMaths EXPORT CorvexMathsTargets
     ARCHIVE COMPONENT Development
     FILE_SET HEADERS COMPONENT Development)
 if(TARGET CorvexMathsArchive)
-    install(TARGETS CorvexMathsArchive ARCHIVE COMPONENT Development)
+    install(TARGETS CorvexMathsArchive EXPORT CorvexMathsTargets ARCHIVE COMPONENT Development)
 endif()
 
 # Before 1.0 a minor version may change the interface or the bits.
