@@ -71,6 +71,21 @@ void Move()
     std::cout << taken << ' ' << matrices[0] << '\n';
 }
 
+void FitConstants()
+{
+    const Vector3d corners[] = {{0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}};
+    const PointSet3d cloud(corners, 4);
+    Planed plane;
+    double spread = 0, squares = 0;
+    const bool found = plane.Fit(cloud, &spread, &squares);
+    std::cout << found << ' ' << plane.point << ' ' << BSpline3d(PointSet3d(corners, 2), 2, Clamped) << ' ';
+
+    Vector2d crossing;
+    bool within = false;
+    const bool crosses = Edge2d(0, 0, 2, 2).IntersectWith(Edge2d(0, 2, 2, 0), &crossing, &within, 1e-9);
+    std::cout << crosses << within << ' ' << crossing << '\n';
+}
+
 void Print()
 {
     Polygon2d plate;
@@ -91,5 +106,6 @@ int main()
     ComputeWithTemporaries();
     Convert();
     Move();
+    FitConstants();
     Print();
 }
