@@ -5,8 +5,10 @@
 #include <CorvexMaths/CorvexMaths.h>
 #include <CorvexMaths/Stream.h>
 
+#include <algorithm>
 #include <iomanip>
 #include <iostream>
+#include <utility>
 #include <vector>
 #ifdef __cpp_lib_format
 #include <format>
@@ -69,6 +71,17 @@ void Move()
     MatrixMxNd taken = std::move(matrices[0]);
     matrices[0] = Diagonal(5, 5);
     std::cout << taken << ' ' << matrices[0] << '\n';
+
+    TList<double> lengths;
+    lengths.AddRange({3, 1, 2});
+    std::sort(lengths.begin(), lengths.end());
+    const TList<double> sorted = std::move(lengths);
+    double sum = 0;
+    for (const double length : sorted) sum += length;
+    CRSMatrixMxNd sparse(1, 1, 1);
+    sparse.AddElement(2, 0, 0);
+    const CRSMatrixMxNd kept = std::move(sparse);
+    std::cout << sorted << ' ' << sum << ' ' << kept << '\n';
 }
 
 void FitConstants()
