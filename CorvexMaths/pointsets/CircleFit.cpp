@@ -79,7 +79,7 @@ public:
         return false;
     }
 
-    /// The residuals of the last step, from before it was taken, as far as they are asked for. They are the negative
+    /// The residuals of the last step, from before it was taken, as far as the caller wants them. They are the negative
     /// right sides of its system, which solving it leaves alone.
     void Tally(T* spread, T* squares) const
     {

@@ -4,6 +4,7 @@
 #include <CorvexMaths/pointsets/PointValues.inl>
 
 #include <limits>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -29,6 +30,13 @@ TParameterization<T, V>::TParameterization(const TPointSet<T, TVector4>& other)
 {}
 
 template <class T, template <class> class V>
+TParameterization<T, V>::TParameterization(TParameterization&& other) noexcept
+    : TPointSet<T, V>(std::move(other)),
+      parameters(std::move(other.parameters)),
+      length(std::exchange(other.length, T(0)))
+{}
+
+template <class T, template <class> class V>
 TParameterization<T, V>::TParameterization(const TParameterization& other)
     : TPointSet<T, V>(other), parameters(other.parameters), length(other.length)
 {}
@@ -39,6 +47,16 @@ TParameterization<T, V>& TParameterization<T, V>::operator=(const TParameterizat
     TPointSet<T, V>::operator=(other);
     parameters = other.parameters;
     length = other.length;
+    return *this;
+}
+
+template <class T, template <class> class V>
+TParameterization<T, V>& TParameterization<T, V>::operator=(TParameterization&& other) noexcept
+{
+    if (this == &other) return *this;
+    TPointSet<T, V>::operator=(std::move(other));
+    parameters = std::move(other.parameters);
+    length = std::exchange(other.length, T(0));
     return *this;
 }
 

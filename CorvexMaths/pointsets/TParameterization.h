@@ -50,6 +50,9 @@ public:
     TParameterization(const TPointSet<T, TVector4>& other);
     /// @}
 
+    /// Takes over points, box, parameters and length of another, which is left without any. No hook fires.
+    TParameterization(TParameterization&& other) noexcept;
+
     /// A copy of the points, the box calculated anew, and of the parameters and the length as they stand.
     TParameterization(const TParameterization& other);
 
@@ -57,6 +60,10 @@ public:
     /// or not. The hooks fire as in the assignment of a point set. A set assigned to itself ends without points and
     /// parameters, as every list does, but keeps its length.
     TParameterization& operator=(const TParameterization& other);
+
+    /// Takes over points, box, parameters and length of another, which is left without any. No hook fires, unless the
+    /// two are of different classes, as in the assignment of a point set. A set moved to itself stays as it is.
+    TParameterization& operator=(TParameterization&& other) noexcept;
 
     /// Frees the parameters and the points; no hook fires.
     ~TParameterization() override;

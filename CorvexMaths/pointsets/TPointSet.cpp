@@ -25,6 +25,19 @@ TPointSet<T, V>::TPointSet(const V<T>* points, unsigned int pointCount, unsigned
 }
 
 template <class T, template <class> class V>
+TPointSet<T, V>::TPointSet(TList<V<T>>&& points)
+    : TList<V<T>>(std::move(points)), keepBox(true), dimension(componentsOf<T, V>)
+{
+    RecalculateBoundingBox();
+}
+
+template <class T, template <class> class V>
+TPointSet<T, V>::TPointSet(TPointSet&& other) noexcept : TList<V<T>>(std::move(other))
+{
+    TakeBox(other);
+}
+
+template <class T, template <class> class V>
 TPointSet<T, V>::TPointSet(const TPointSet<T, TVector2>& other) : TPointSet(other.GetCount(), other.GetGrowSize())
 {
     CopyPoints(other);
@@ -60,6 +73,24 @@ TPointSet<T, V>& TPointSet<T, V>::operator=(const TPointSet& other)
     keepBox = other.keepBox;
     dimension = other.dimension;
     return *this;
+}
+
+template <class T, template <class> class V>
+TPointSet<T, V>& TPointSet<T, V>::operator=(TPointSet&& other) noexcept
+{
+    if (this == &other) return *this;
+    TList<V<T>>::operator=(std::move(other));
+    TakeBox(other);
+    return *this;
+}
+
+template <class T, template <class> class V>
+void TPointSet<T, V>::TakeBox(TPointSet& other) noexcept
+{
+    boundingBox = other.boundingBox;
+    keepBox = other.keepBox;
+    dimension = other.dimension;
+    other.boundingBox.Reset();
 }
 
 template <class T, template <class> class V>

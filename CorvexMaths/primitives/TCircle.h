@@ -104,7 +104,13 @@ struct TCircle3
     /// be parts of this circle.
     [[nodiscard]] bool Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance);
 
-    /// Fits a circle to points: a plane by orthogonal fit, in it an algebraic fit, from which Gauss-Newton steps on the
+    /// Fits a circle to points.
+    ///
+    /// `tolerance` counts against the square of the radius and not against a length: the steps end when the radius times
+    /// its change falls below it, so that with a radius of 0.001 a tolerance of 1e-6 ends them at the first. For a
+    /// relative accuracy e give e times the square of the radius. `Robust::CircleFit` needs no tolerance.
+    ///
+    /// The method is a plane by orthogonal fit, in it an algebraic fit, from which Gauss-Newton steps on the
     /// distances to the rim follow, at most `iterations` of them.
     ///
     /// Fewer than three points give false and write nothing. Three points write 0 through `spread` and `squares` and

@@ -105,7 +105,12 @@ struct TLine3
     /// exactly equal; there is no tolerance, so points one rounding step apart make a line. The points may be parts of
     /// this line.
     [[nodiscard]] bool Fit(const TVector3<T>& a, const TVector3<T>& b);
-    /// Makes this the line of least squared distance from the points: through their centroid, along the right singular
+    /// Makes this the line of least squared distance from the points.
+    ///
+    /// In `spread` and `squares`, distances up to 1e-6 count as 0, whatever the unit: in metres that can be the whole
+    /// form error of a part. Fit in millimetres, or use `Robust::LineFit`.
+    ///
+    /// The line runs through their centroid, along the right singular
     /// vector of the largest singular value of the centred points, of the lowest index on a tie (Pearson, 1901).
     /// `spread` receives the diameter of the smallest cylinder about the line that holds all points, and to `squares`
     /// the squared distances are added: it is not set to 0 first. Either may be null. Distances are those of

@@ -42,7 +42,10 @@ public:
 
     /// Fits a sphere to points.
     ///
-    /// To four points exactly, by determinants, whatever `iterations` says. False, and the sphere as it was, when the
+    /// Four points are fitted by determinants of their coordinates, which lose all digits away from the origin: subtract
+    /// the centre of the points first, and add it to that of the sphere, or use `Robust::SphereFit`.
+    ///
+    /// To four points the sphere is exact but for rounding, whatever `iterations` says. False, and the sphere as it was, when the
     /// determinant of the points (six times the volume of their tetrahedron) is not above 1e-16 in absolute value.
     ///
     /// To any other number by an algebraic fit about the centroid, from which at most `iterations` Gauss-Newton steps

@@ -90,18 +90,18 @@ Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, uns
 template <class T>
 constexpr T knotBound = T(1e30);
 
-/// The most bytes of a register in which a survey compares knots: g++ compares wider ones value by value.
+/// The most bytes of a register in which knots are compared: g++ compares wider ones value by value.
 constexpr unsigned int mostKnotBytes = 32;
 
-/// The greatest stride at which a survey compares knots: the lanes of such a register.
+/// The greatest stride at which knots are compared: the lanes of such a register.
 template <class T>
 constexpr unsigned int knotStride = mostKnotBytes / sizeof(T);
 
-/// The register in which a survey by registers of some width compares knots.
+/// The register in which knots are compared where values take registers of some width.
 template <unsigned int Bytes, class T>
 using KnotLanes = Lanes<T, std::min(Bytes, mostKnotBytes)>;
 
-/// How many functions, and how many control points, a survey takes at a time.
+/// How many functions, and how many control points, ClearAndTest takes at a time.
 template <unsigned int Bytes, class T>
 constexpr std::size_t blockSize = 2 * Lanes<T, Bytes>::count;
 
@@ -145,18 +145,18 @@ CORVEX_ALWAYS_INLINE std::size_t CountToAligned(const T* values)
     return (Bytes - reinterpret_cast<std::uintptr_t>(values) % Bytes) / sizeof(T);
 }
 
-/// Whether SurveyBy serves for so many functions and control points.
+/// Whether ClearAndTestBy serves for so many functions and control points.
 template <unsigned int Bytes, class T>
 constexpr bool IsEnough(std::size_t basisCount, std::size_t pointCount)
 {
     return basisCount >= blockSize<Bytes, T> + KnotLanes<Bytes, T>::count && pointCount >= blockSize<Bytes, T>;
 }
 
-/// SurveySpline by lanes of the given width. Blocks may overlap; all but those at the ends are aligned where it counts,
+/// ClearAndTest by lanes of the given width. Blocks may overlap; all but those at the ends are aligned where it counts,
 /// for a write across two lines of the cache is slow.
 template <unsigned int Bytes, unsigned int components, class T>
-CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCount, const T* values,
-                                   std::size_t pointCount)
+CORVEX_ALWAYS_INLINE bool ClearAndTestBy(const T* knots, T* basis, std::size_t basisCount, const T* values,
+                                         std::size_t pointCount)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     using Knots = typename KnotLanes<Bytes, T>::Type;
@@ -203,9 +203,9 @@ CORVEX_ALWAYS_INLINE bool SurveyBy(const T* knots, T* basis, std::size_t basisCo
     return !AnyLane(~ordered);
 }
 
-/// SurveySpline with a stride of 1.
+/// ClearAndTest with a stride of 1.
 template <unsigned int components, class T>
-bool SurveyFew(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
+bool ClearAndTestFew(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
 {
     bool holds = knots[0] >= -knotBound<T> && knots[basisCount] <= knotBound<T>;
     for (std::size_t i = 0; i < basisCount; ++i) {
@@ -226,23 +226,23 @@ bool SurveyFew(const T* knots, T* basis, std::size_t basisCount, const T* values
 /// - all control points are finite, by sums of their values, which never recover from NaN or an infinity. Where a sum
 ///   overflows, finite values are taken for others, at the cost of time alone.
 template <unsigned int components, class T>
-bool SurveySpline(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
+bool ClearAndTest(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
 {
-    const auto surveyBy = [=](auto bytes) {
-        return SurveyBy<bytes, components>(knots, basis, basisCount, values, pointCount);
+    const auto clearAndTestBy = [=](auto bytes) {
+        return ClearAndTestBy<bytes, components>(knots, basis, basisCount, values, pointCount);
     };
     // One reference fits into a register, where five values would be copied through memory.
-    const auto survey = [&surveyBy](auto bytes) __attribute__((flatten))
+    const auto clearAndTest = [&clearAndTestBy](auto bytes) __attribute__((flatten))
     {
-        return surveyBy(bytes);
+        return clearAndTestBy(bytes);
     };
     // For few points the widest registers spend more on the ends than they save between them.
     constexpr std::size_t manyPoints = 200;
     static_assert(IsEnough<widestBytes, T>(manyPoints, manyPoints));
-    if (pointCount >= manyPoints && basisCount >= manyPoints) return ForThisProcessor<widestBytes>(survey);
-    if (IsEnough<wideBytes, T>(basisCount, pointCount)) return ForThisProcessor(survey);
-    if (IsEnough<baselineBytes, T>(basisCount, pointCount)) return RunBaseline(survey);
-    return SurveyFew<components>(knots, basis, basisCount, values, pointCount);
+    if (pointCount >= manyPoints && basisCount >= manyPoints) return ForThisProcessor<widestBytes>(clearAndTest);
+    if (IsEnough<wideBytes, T>(basisCount, pointCount)) return ForThisProcessor(clearAndTest);
+    if (IsEnough<baselineBytes, T>(basisCount, pointCount)) return RunBaseline(clearAndTest);
+    return ClearAndTestFew<components>(knots, basis, basisCount, values, pointCount);
 }
 
 /// How many knots x reaches if they ascend; any number up to their count if they do not.
@@ -286,7 +286,7 @@ bool IsReached(const T* knots, unsigned int knotCount, T x, unsigned int reached
 }
 
 /// Sets basis functions of +0 to those of the order `levels` at x, which reaches some number of the knots. Those outside
-/// the result may be left out of the sum over the control points. `isPlain` is what SurveySpline found.
+/// the result may be left out of the sum over the control points. `isPlain` is what ClearAndTest found.
 template <class T>
 Support SweepReached(const T* knots, T* basis, unsigned int basisCount, T x, unsigned int levels, unsigned int reached,
                      bool isPlain)
@@ -303,10 +303,10 @@ template <class T, template <class> class V>
 Support FillBasis(const T* knots, T* basis, unsigned int basisCount, const TList<V<T>>& points, T x,
                   unsigned int levels)
 {
-    // The count does not depend on what the survey finds, so that a processor can do both at once.
+    // The count does not depend on what the test finds, so that a processor can do both at once.
     const unsigned int reached = CountReached(knots, basisCount + 1, x, levels);
     const bool isPlain =
-        SurveySpline<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount());
+        ClearAndTest<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount());
     return SweepReached(knots, basis, basisCount, x, levels, reached, isPlain);
 }
 
@@ -332,7 +332,7 @@ public:
           basis(functions),
           basisCount(functionCount),
           points(controlPoints),
-          isPlain(SurveySpline<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount()))
+          isPlain(ClearAndTest<componentsOf<T, V>>(knots, basis, basisCount, ValuesOf<T, V>(points), points.GetCount()))
     {}
 
     /// Sets the basis functions.

@@ -9,6 +9,7 @@
 #include <CorvexMaths/splines/Knots.inl>
 
 #include <new>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -59,6 +60,12 @@ TBSpline<T, V>::TBSpline(const TPointSet<T, V>& points, unsigned int splineOrder
 }
 
 template <class T, template <class> class V>
+TBSpline<T, V>::TBSpline(TBSpline&& other) noexcept : TPointSet<T, V>(std::move(other))
+{
+    TakeKnots(other);
+}
+
+template <class T, template <class> class V>
 TBSpline<T, V>::TBSpline(const TBSpline& other)
     : TPointSet<T, V>(other),
       knotCount(other.knotCount),
@@ -81,6 +88,26 @@ TBSpline<T, V>& TBSpline<T, V>::operator=(const TBSpline& other)
     knotCount = other.knotCount;
     knots = other.knots;
     return *this;
+}
+
+template <class T, template <class> class V>
+TBSpline<T, V>& TBSpline<T, V>::operator=(TBSpline&& other) noexcept
+{
+    if (this == &other) return *this;
+    TPointSet<T, V>::operator=(std::move(other));
+    TakeKnots(other);
+    return *this;
+}
+
+template <class T, template <class> class V>
+void TBSpline<T, V>::TakeKnots(TBSpline& other) noexcept
+{
+    knotCount = std::exchange(other.knotCount, 0u);
+    coefficientCount = std::exchange(other.coefficientCount, 0u);
+    knots = std::move(other.knots);
+    coefficients = std::move(other.coefficients);
+    type = other.type;
+    order = other.order;
 }
 
 template <class T, template <class> class V>

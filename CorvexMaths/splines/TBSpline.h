@@ -28,6 +28,10 @@ enum KnotType : unsigned int
 /// inclusive: a knot span within it counts as empty, and a term within it is dropped, so that the basis functions need
 /// not sum to 1 exactly.
 ///
+/// Points far from the origin suffer by that, as what is missing of the sum draws the curve towards the origin: at 100
+/// times its size away, a curve is off by up to 2.4e-4 of its size. Subtract the centre from the control points, and
+/// add it to what is evaluated.
+///
 /// A parameter u runs from 0 to 1. With `Uniform` knots it is mapped to the knots from index `order` to the control
 /// point count, so that the curve meets neither its first nor its last control point; with `Clamped` knots it is mapped
 /// to all of them. From the right end on it is taken inside by the common tolerance, on the scale of the knots, so that
@@ -60,7 +64,7 @@ protected:
     /// The knots, `knotCount` of them, not decreasing, from 0 to 1. Empty for a type that is neither of the two.
     TList<T> knots;
 
-    /// The basis functions at the last parameter asked for; the first of them, as many as control points, are of the
+    /// The basis functions at the last parameter evaluated; the first of them, as many as control points, are of the
     /// full order.
     TList<T> coefficients;
 
@@ -80,12 +84,21 @@ public:
     /// Knots and coefficients get the grow size of the set. An empty set gives a spline without control points.
     TBSpline(const TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
 
+    /// Takes over control points, box, knots and coefficients of another, which is left without any of them and can be
+    /// edited like a new one of its order and type. No hook fires.
+    TBSpline(TBSpline&& other) noexcept;
+
     /// A copy, knots and coefficients as they stand, up to date or not; the box is calculated anew.
     TBSpline(const TBSpline& other);
 
     /// Assigns the point set, under the hooks of this spline, then all else as it stands in the other. A spline
     /// assigned to itself ends without control points and without knots.
     TBSpline& operator=(const TBSpline& other);
+
+    /// Takes over control points, box, knots and coefficients of another, its order and type with them; that is left
+    /// without any of them and can be edited like a new one. No hook fires, unless the two are of different classes, as
+    /// in the assignment of a point set. A spline moved to itself stays as it is.
+    TBSpline& operator=(TBSpline&& other) noexcept;
 
     /// Frees knots, coefficients and control points; no hook fires.
     ~TBSpline() override;
@@ -103,10 +116,15 @@ public:
     /// grows with their number, but only `order` of them as a rule take part in the arithmetic.
     V<T> Evaluate(T u);
 
-    /// Replaces the contents of `out` by points of the curve, at u of 0 and on in steps as long as u is below 1, and
-    /// then at 1, however near the last of the steps came. `step` is a difference of parameters, or, where `byLength`,
-    /// a distance along the curve, turned into a parameter by the share that it has of GetLength in steps of 0.01, at
-    /// most 1. A step of 1 or more, or by length one of at least that length, gives the two ends alone. A step of 0
+    /// Replaces the contents of `out` by points of the curve at even steps of the parameter.
+    ///
+    /// With `byLength` too the distances between them are not even, for a parameter is not a length: `step` is only
+    /// turned into the parameter step that covers as great a share of 0 to 1 as it is of the whole length.
+    /// `Robust::SplineLength` finds the parameters of even distances.
+    ///
+    /// The points are those at u of 0 and on in steps as long as u is below 1, and then at 1, however near the last of
+    /// the steps came. `step` is a difference of parameters, or, where `byLength`, a distance along the curve, divided
+    /// by GetLength in steps of 0.01, at most 1. A step of 1 or more, or by length one of at least that length, gives the two ends alone. A step of 0
     /// leaves `out` empty, but by length not on a curve whose length is exactly 0: that gives its ends. `out` is
     /// cleared, keeping its block, and appended to, with its hooks; it must not be null, nor this spline.
     ///
@@ -128,11 +146,15 @@ public:
     /// they are emptied.
     void SetType(KnotType knotType);
 
-    /// Replaces the control points by the `controlCount` that fit a sequence of data best by least squares, by singular
-    /// value decomposition of the full design matrix. The data get centripetal parameters (E. T. Y. Lee, "Choosing
-    /// nodes in parametric curve interpolation", 1989), the curve clamped knots that average those parameters. The
-    /// average is taken at the knot's own index, so that with more data than control points the inner knots gather near
-    /// the start.
+    /// Replaces the control points by the `controlCount` that fit a sequence of data best by least squares.
+    ///
+    /// Give it as many control points as data: with fewer the inner knots gather near the start, and the curve misses
+    /// the rest (2000 points on a wave of 40 mm, fitted by 40 control points, are missed by up to 22 mm).
+    /// `Robust::SplineFit` spreads the knots over the data and serves for any number of them.
+    ///
+    /// The method is the singular value decomposition of the full design matrix. The data get centripetal parameters (E. T. Y. Lee, "Choosing
+    /// nodes in parametric curve interpolation", 1989), the curve clamped knots that average those parameters, each those at
+    /// its own index, whatever share of the data that is.
     ///
     /// With `endConditions` two equations ask for second derivatives of 0 at both ends, and of 1 in a fourth component:
     /// their right sides are default vectors, which are appended to `points`, with its hooks, and stay there; a second
@@ -164,11 +186,11 @@ public:
     /// it is the one chord between the two; with both the same it is 0 but for rounding. Overwrites `coefficients`.
     ///
     /// The step must be above 0: with any other the loop would not end, as with one so small that adding it to a
-    /// parameter changes nothing. What Evaluate asks of the spline is asked here too. Knots and control points are
+    /// parameter changes nothing. The preconditions of Evaluate hold here too. Knots and control points are
     /// looked at once; each point then takes a time that grows with the order alone.
     T GetLength(T start, T end, T step);
     /// The length of the chords over the whole curve, from 0 to 1 in steps of `step`, which is above 0. All components
-    /// count, w too. What Evaluate asks of the spline is asked here too.
+    /// count, w too. The preconditions of Evaluate hold here too.
     T GetLength(T step) { return GetLength(T(0), T(1), step); }
 
 protected:
@@ -184,6 +206,9 @@ protected:
     void ElementsRemoved(V<T>* points, unsigned int pointCount) override;
 
 private:
+    /// Takes over what a spline has besides the control points.
+    void TakeKnots(TBSpline& other) noexcept;
+
     /// Builds the knots for the control points there are, and sets the coefficients to 0.
     void AssignPersistentMembers();
 
@@ -201,7 +226,7 @@ private:
     /// Sets the coefficients to the basis functions of the order `levels`; 0 gives those of order 1.
     void CalculateCoefficients(T u, unsigned int levels);
 
-    /// Writes, for each control point, the second derivative of its basis function as the fit asks for it: by the
+    /// Writes, for each control point, the second derivative of its basis function as the fit uses it: by the
     /// formula of order `order` - 1, so that it is 0 throughout up to order 3, where the formula is left out. The order
     /// is at least 2. The coefficients are left at the order `order` - 2.
     void GetSecondDerivatives(T u, T* out);

@@ -4,6 +4,7 @@
 
 #include <Eigen/Dense>
 #include <Eigen/Sparse>
+#include <unsupported/Eigen/Splines>
 
 #include <cmath>
 #include <memory>
@@ -487,6 +488,23 @@ Work EigenRegistration(const Array<double>& from, const Array<double>& to)
                 Append(motion->topRightCorner<3, 1>(), &values);
                 return values;
             }};
+}
+
+Work EigenSpline(const Array<double>& controls, int steps)
+{
+    using Cubic = Eigen::Spline<double, 3, 3>;
+    constexpr int order = 4;
+    const int count = static_cast<int>(controls.size() / 3);
+    Cubic::KnotVectorType knots(count + order);
+    for (int i = 0; i < count + order; ++i)
+        knots(i) = i < order ? 0 : i < count ? static_cast<double>(i - order + 1) / (count - order + 1) : 1;
+    const auto spline = std::make_shared<Cubic>(knots, ToPoints(controls).array());
+    const auto out = std::make_shared<Vectors<double>>();
+    return {[=] {
+                out->clear();
+                for (int i = 0; i <= steps; ++i) out->emplace_back((*spline)(static_cast<double>(i) / steps));
+            },
+            [=] { return ToValues(*out); }};
 }
 
 // Sparse matrices.

@@ -83,6 +83,9 @@ Work EigenLeastSquares(const Array<double>& matrix, const Array<double>& rightSi
 /// The rigid motion that takes one set of points onto another: the rotation by rows, then the translation.
 Work EigenRegistration(const Array<double>& from, const Array<double>& to);
 
+/// The points of a clamped cubic spline over control points, at parameters from 0 to 1 in so many even steps.
+Work EigenSpline(const Array<double>& controls, int steps);
+
 /// An element of a sparse matrix.
 struct Element
 {

@@ -1,0 +1,101 @@
+// How sets, positions and splines are made from other containers and handed on, and what the spellings of sizes mean.
+
+#include <tests/splines/OpenSpline.h>
+#include <tests/support/RecordingList.h>
+
+#include <CorvexMaths/pointsets/TParameterization.h>
+
+#include <list>
+#include <utility>
+#include <vector>
+
+using namespace CorvexTest;
+
+template <class F>
+struct SetConstruction : ::testing::Test
+{
+    const std::vector<typename F::Vector> points = {Point<F>(3, -1, 4, 2), Point<F>(-5, 9, 2, 6)};
+
+    /// That a set holds these points and the box of them.
+    void ExpectPoints(const typename F::PointSet& set) const
+    {
+        ASSERT_EQ(set.GetCount(), points.size());
+        typename F::PointSet expected;
+        for (unsigned int i = 0; i < points.size(); ++i) {
+            EXPECT_EQ(set[i], points[i]);
+            expected.Add(points[i]);
+        }
+        EXPECT_EQ(set.GetBoundingBox(), expected.GetBoundingBox());
+        EXPECT_EQ(set.GetGrowSize(), 1000u);
+    }
+};
+TYPED_TEST_SUITE(SetConstruction, PointFamily, TypeNames);
+
+TYPED_TEST(SetConstruction, TakesBracesIteratorsSpansListsAndTheOtherScalar)
+{
+    using F = TypeParam;
+    using T = typename F::T;
+    using Set = typename F::PointSet;
+    using Other = Maths::TPointSet<std::conditional_t<std::is_same_v<T, float>, double, float>, F::template V>;
+    const std::list<typename F::Vector> chain(this->points.begin(), this->points.end());
+    TList<typename F::Vector> list;
+    list.AddRange(this->points.data(), 2);
+    const Set made = {this->points[0], this->points[1]};
+
+    this->ExpectPoints(made);
+    this->ExpectPoints(Set(chain.begin(), chain.end()));
+    this->ExpectPoints(Set(this->points.data(), this->points.data() + 2));
+    this->ExpectPoints(Set(this->points));
+    this->ExpectPoints(Set(list));
+    this->ExpectPoints(Set(std::move(list)));
+    this->ExpectPoints(Set(Other(made)));
+    static_assert(!std::is_convertible_v<const Other&, Set> && !std::is_convertible_v<const TList<T>&, Set>);
+
+    // Sizes stay sizes, and a set in braces a copy.
+    const Set braces{}, sizes(0, 5), braced{0, 5}, copied{made};
+    EXPECT_TRUE(braces.GetCount() + sizes.GetCount() + braced.GetCount() == 0 && braces.GetGrowSize() == 1000);
+    EXPECT_TRUE(sizes.GetGrowSize() == 5 && braced.GetGrowSize() == 5);
+    this->ExpectPoints(copied);
+}
+
+TYPED_TEST(SetConstruction, MovesBlocksAndLeavesEmptyObjectsThatServe)
+{
+    using F = TypeParam;
+    using T = typename F::T;
+    using Set = typename F::PointSet;
+    using Positions = Maths::TParameterization<T, F::template V>;
+    static_assert(std::is_nothrow_move_constructible_v<Set> && std::is_nothrow_move_assignable_v<Set>);
+    static_assert(std::is_nothrow_move_constructible_v<Positions> && std::is_nothrow_move_assignable_v<Positions>);
+    static_assert(std::is_nothrow_move_constructible_v<OpenSpline<F>>);
+
+    Set source(this->points), target = {this->points[1]};
+    const auto* const block = source.GetStream();
+    target = std::move(source);
+    Set last(std::move(target));
+    EXPECT_EQ(last.GetStream(), block);
+    this->ExpectPoints(last);
+    for (Set* left : {&source, &target}) {
+        EXPECT_TRUE(left->GetCount() == 0 && left->GetStream() == nullptr);
+        EXPECT_EQ(left->GetBoundingBox(), Set().GetBoundingBox());
+        left->AddRange(this->points.data(), 2);
+        this->ExpectPoints(*left);
+    }
+
+    Positions line((Set(this->points)));
+    line.Parameterize();
+    const T length = line.GetLength();
+    Positions other(std::move(line));
+    EXPECT_TRUE(other.GetLength() == length && other.Evaluate(1) == this->points[1] && line.GetLength() == 0);
+    line = std::move(other);
+    EXPECT_TRUE(line.GetLength() == length && line.Evaluate(0) == this->points[0] && other.GetCount() == 0);
+
+    OpenSpline<F> curve = Straight<F>(3, Clamped, 4), fresh(3, Clamped, 0, 5);
+    const OpenSpline<F> copy(curve);
+    OpenSpline<F> moved(std::move(curve));
+    EXPECT_EQ(Values(moved.knots), Values(copy.knots));
+    EXPECT_EQ(curve.knotCount + curve.knots.GetCount() + curve.coefficients.GetCount(), 0u);
+    curve = std::move(moved);
+    EXPECT_EQ(curve.Evaluate(T(0.25)), OpenSpline<F>(copy).Evaluate(T(0.25)));
+    moved.AddRange(copy), fresh.AddRange(copy);
+    EXPECT_EQ(Values(moved.knots), Values(fresh.knots)) << "a moved spline is built anew";
+}
