@@ -14,6 +14,7 @@
 #include <CorvexMaths/robust/LineFit.h>
 #include <CorvexMaths/robust/LineZone.h>
 #include <CorvexMaths/robust/MinimumCircle.h>
+#include <CorvexMaths/robust/NearestAlignment.h>
 #include <CorvexMaths/robust/PlaneFit.h>
 #include <CorvexMaths/robust/PlaneZone.h>
 #include <CorvexMaths/robust/Predicates.h>

@@ -191,3 +191,28 @@ TEST(Alignment, TellsWhyThereIsNone)
     cube[3].y = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(Alignment(cube, mirrored).status, Status::NotFinite);
 }
+
+TEST(NearestAlignment, FindsTheMotionOfAScanWhosePointsNobodyMatched)
+{
+    Random random(14);
+    Points cloud;
+    for (unsigned int i = 0; i < 4000; ++i) cloud.Add(random.Vector({1, 1, 1}));
+    // A turn by three hundredths and a small move; the scan misses points and has them in another order.
+    const TMatrix3x3<double> turn(1, -0.03, 0, 0.03, 1, 0, 0, 0, 1);
+    TMatrix3x3<double> rotation = turn;
+    rotation.ToOrthonormal();
+    Points scan;
+    for (unsigned int i = cloud.GetCount(); i > 0; i -= 8) {
+        scan.Add(Turned(rotation, cloud[i - 1]) + TVector3<double>(0.01, -0.02, 0.01));
+    }
+    const Robust::NearestAlignment alignment(scan, cloud);
+    ASSERT_TRUE(alignment);
+    EXPECT_LT(alignment.largest, 1e-14);
+    for (unsigned int k = 0; k < 9; ++k) {
+        EXPECT_NEAR(alignment.rotation.elements[k], rotation.elements[k % 3 * 3 + k / 3], 1e-14);
+    }
+    EXPECT_EQ(Robust::NearestAlignment(scan, cloud, 1).status, Status::NotConverged);
+    EXPECT_EQ(Robust::NearestAlignment(scan, Points()).status, Status::TooFewPoints);
+    scan[7].x = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(Robust::NearestAlignment(scan, cloud).status, Status::NotFinite);
+}
