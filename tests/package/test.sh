@@ -69,7 +69,7 @@ consume() {
     quietly configure "$@"
     quietly cmake --build "$work/$name"
     for program in consume hidden spared static; do
-        [ $program = static ] && [ ! -e "$work/$name/static" ] || prints "$work/$name/$program"
+        if [ -e "$work/$name/$program" ]; then prints "$work/$name/$program"; fi
     done
     flags "$compiler" kept "$(command_of "$name" consume)"
     flags "$compiler" spared "$(command_of "$name" spared)"
