@@ -82,6 +82,11 @@ void Move()
     sparse.AddElement(2, 0, 0);
     const CRSMatrixMxNd kept = std::move(sparse);
     std::cout << sorted << ' ' << sum << ' ' << kept << '\n';
+
+    std::vector<PointSet2d> sets;
+    for (int i = 0; i < 3; ++i) sets.push_back(PointSet2d{Vector2d(0, 0), Vector2d(i, 1)});
+    const PointSet2d last = std::move(sets[2]);
+    std::cout << last << ' ' << sets[2] << ' ' << sets[1] << '\n';
 }
 
 void FitConstants()
