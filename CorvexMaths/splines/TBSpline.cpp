@@ -79,14 +79,16 @@ TBSpline<T, V>::TBSpline(const TBSpline& other)
 template <class T, template <class> class V>
 TBSpline<T, V>& TBSpline<T, V>::operator=(const TBSpline& other)
 {
-    // The knots come last: where memory runs out before they match the rest, there are none.
     TPointSet<T, V>::operator=(other);
+    // The count comes last: where memory runs out before the knots match the rest, it tells that there are none.
+    const unsigned int newCount = other.knotCount;
+    knotCount = 0;
     type = other.type;
     order = other.order;
     coefficientCount = other.coefficientCount;
     coefficients = other.coefficients;
-    knotCount = other.knotCount;
     knots = other.knots;
+    knotCount = newCount;
     return *this;
 }
 
