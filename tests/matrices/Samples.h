@@ -4,6 +4,7 @@
 /// part the two where a shortcut is wrong.
 
 #include "tests/support/Bits.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Types.h"
 
 #include <gtest/gtest.h>
@@ -19,32 +20,6 @@
 
 namespace CorvexTest
 {
-
-/// A block of elements with its row pointers, zeros at first, or the elements of a matrix from one column on.
-template <class T>
-struct Rows
-{
-    std::vector<T> elements;
-    std::vector<T*> rows;
-    unsigned int columns;
-
-    Rows(unsigned int m, unsigned int n) : elements(std::size_t(m) * n), rows(m), columns(n)
-    {
-        for (unsigned int r = 0; r < m; ++r) rows[r] = elements.data() + std::size_t(r) * n;
-    }
-    template <class M>
-    explicit Rows(M const& matrix, unsigned int first = 0) : Rows(matrix.GetM(), matrix.GetN() - first)
-    {
-        for (unsigned int r = 0; r < GetM(); ++r)
-            for (unsigned int c = 0; c < columns; ++c) rows[r][c] = matrix[r][c + first];
-    }
-    Rows(Rows const& other) : Rows(other, 0) {}
-
-    unsigned int GetM() const { return static_cast<unsigned int>(rows.size()); }
-    unsigned int GetN() const { return columns; }
-    T* operator[](unsigned int row) const { return rows[row]; }
-    T** operator*() { return rows.data(); }
-};
 
 /// A matrix of run-time size from its elements, row by row.
 template <class T>

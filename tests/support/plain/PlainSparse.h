@@ -12,6 +12,9 @@
 namespace CorvexTest
 {
 
+namespace Maths = Halmont::Orrin::CorvexMaths;
+using Halmont::Orrin::CorvexUtilities::TList;
+
 /// The elements of a product: value, row, column.
 template <class T>
 using Elements = std::vector<std::tuple<T, int, int>>;

@@ -1,0 +1,303 @@
+// Polygons, and the parts of them that derived classes build on.
+
+#include "Sets.h"
+
+#include <tests/support/plain/PlainCrossings.h>
+#include <tests/support/plain/PlainHull.h>
+#include <tests/support/plain/PlainReordering.h>
+
+namespace CorvexCatalogue
+{
+namespace
+{
+
+/// A polygon with its protected side opened.
+template <class T, template <class> class V>
+struct OpenPolygon : TPolygon<T, V>
+{
+    using Polygon = TPolygon<T, V>;
+    using Polygon::AddOffsetPoints, Polygon::OffsetEdge, Polygon::SimplifySection, Polygon::sortedList;
+    using Polygon::GetSignedSimpleArea, Polygon::GetSimpleArea, Polygon::GetSignedTriangleAreaWithOrigin;
+    OpenPolygon() : Polygon(0, 7) {}
+    OpenPolygon(const Polygon& other) : Polygon(other) {}
+    void Assign(const Polygon& other) { Polygon::operator=(other); }
+};
+
+/// Throws the outline that a reordering makes, before its crossings are taken out.
+template <class T, template <class> class V>
+struct UnfinishedPolygon : TPolygon<T, V>
+{
+    using Points = std::vector<V<T>>;
+    using TPolygon<T, V>::TPolygon;
+    void ElementsAdded(V<T>* points, unsigned int n) override { throw Points(points, points + n); }
+};
+
+template <class T, template <class> class V>
+struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
+{
+    using Polygon = TPolygon<T, V>;
+    using Open = OpenPolygon<T, V>;
+    using Base = SetState<T, V, Open>;
+    using Base::Base, Base::Copy, Base::first, Base::in, Base::out, Base::Pick, Base::PickLarge, Base::second;
+    using typename Base::Points, typename Base::Set, typename Base::Vector;
+    using Outline = PlainOutline<T>;
+
+    void Fill() override
+    {
+        Base::FillBy(65);
+        // Closed by a copy of its first vertex.
+        if (in.Below(4) == 0 && first.GetCount() > 2) first.Add(first.GetFirst());
+    }
+    void Show() const override { out << static_cast<const Polygon&>(first) << static_cast<const Polygon&>(second); }
+
+    static Outline Flat(const Points& points)
+    {
+        Outline outline;
+        for (const Vector& point : points) outline.emplace_back(point.x, point.y);
+        return outline;
+    }
+    static Outline Flat(const Set& set) { return Flat(Copy(set)); }
+    /// Whether all vertices have a z of 0 and a w of 1, as far as they have them.
+    static bool IsFlat(const Set& set)
+    {
+        for (const Vector& vertex : Copy(set))
+            for (unsigned int k = 2; k < sizeof(Vector) / sizeof(T); ++k)
+                if (!AreSame(vertex[k], static_cast<T>(k - 2))) return false;
+        return true;
+    }
+    /// A length that leaves something of most shapes, or any scalar.
+    T DrawLength()
+    {
+        const unsigned int kind = in.Byte();
+        return kind % 4 == 0 ? in.template Scalar<T>() : (static_cast<T>(kind / 4) - 32) / (kind % 4 == 1 ? 64 : 4);
+    }
+
+    void Construct()
+    {
+        Open& polygon = Pick();
+        const unsigned int capacity = in.Below(20), growSize = in.Below(20);
+        const Polygon copy(static_cast<const Polygon&>(polygon)), empty(capacity, growSize);
+        const Polygon ofArray(polygon.GetStream(), polygon.GetCount());
+        RequireCopy<T, V>(copy, polygon);
+        RequireCopy<T, V>(ofArray, polygon);
+        const Set& set = polygon;
+        const TPolygon<T, TVector2> plane(set);
+        const TPolygon<T, TVector3> space(set);
+        const TPolygon<T, TVector4> four(set);
+        RequireExactBox(plane);
+        out << copy << empty << ofArray << plane << space << four;
+        second.Assign(Polygon(static_cast<const TPointSet<T, TVector3>&>(space)));
+    }
+    void Assign()
+    {
+        Open &target = Pick(), &source = Pick();
+        target.Assign(source);
+        Require(&target == &source ? target.GetCount() == 0 : AreSame(Copy(target), Copy(source)));
+    }
+    void Areas()
+    {
+        const Open& polygon = PickLarge(1100);
+        const unsigned int count = polygon.GetCount(), bottomLeft = polygon.GetBottomLeft();
+        const T area = polygon.GetSignedSimpleArea();
+        Require(AreSame(polygon.GetSimpleArea(), Numbers::Absolute(area)));
+        Require(count == 0 ? bottomLeft == 0 : bottomLeft < count);
+        out << area << bottomLeft;
+        if (count == 0) return;
+        const unsigned int from = in.Below(count), to = in.Below(count);
+        const T between = polygon.GetSignedSimpleArea(from, to);
+        Require(AreSame(polygon.GetSimpleArea(from, to), Numbers::Absolute(between)));
+        out << between << polygon.GetSignedTriangleAreaWithOrigin(from, to);
+    }
+    void GetEdges()
+    {
+        const Open& polygon = Pick();
+        TList<TEdge2<T>> edges(0, 5);
+        edges.Add(TEdge2<T>());
+        polygon.GetEdges(&edges);
+        Require(AreSame(Contents(edges), PlainEdges<T>(Flat(polygon))));
+    }
+    void GetWindingAngle()
+    {
+        const T angle = Pick().GetWindingAngle();
+        out << angle;
+    }
+    void MakeCCW()
+    {
+        Open& polygon = PickLarge(700);
+        Points turned = Copy(polygon);
+        if (polygon.GetSignedSimpleArea() < T(0)) std::reverse(turned.begin(), turned.end());
+        polygon.MakeCCW();
+        Require(AreSame(Copy(polygon), turned));
+    }
+    void GetOpenConvexBoundary()
+    {
+        const Open& polygon = PickLarge(1100);
+        const auto drawn = in.template Vector<TVector3<T>>();
+        const Polygon boundary = polygon.GetOpenConvexBoundary(in.Flag() ? drawn : TVector3<T>(0, 0, 1));
+        const Points kept = Copy(boundary), all = Copy(polygon);
+        Require(AreInOrderAmong(kept, all) && kept.empty() == all.empty());
+        if (!all.empty()) Require(AreSame(kept.front(), all.front()) && AreSame(kept.back(), all.back()));
+        out << boundary;
+    }
+    void MakeConvexHull()
+    {
+        Open& polygon = PickLarge(4200);
+        const Points before = Copy(polygon);
+        const TBox<T> box = polygon.GetBoundingBox();
+        const unsigned int bottomLeft = polygon.GetBottomLeft();
+        polygon.MakeConvexHull();
+        const Points hull = Copy(polygon);
+        Require(AreSame(polygon.GetBoundingBox(), box) && hull.size() <= before.size());
+        if (before.empty()) return;
+        Require(AreSame(hull.front(), before[bottomLeft]));
+        Require(AreSame(Contents(polygon.sortedList), Contents(PlainPolarOrder<T>(before))));
+    }
+    /// Exchanges crossing vertices as MakeSimplePolygon does, which has no limit on its passes: whether so many suffice.
+    static bool CanMakeSimple(Points& closed)
+    {
+        closed.push_back(closed.front());
+        Outline flat = Flat(closed);
+        const auto exchange = [&closed, &flat] {
+            bool isChanged = false;
+            for (std::size_t k = 1; k + 2 < closed.size(); ++k)
+                for (std::size_t j = k + 2; j < closed.size(); ++j) {
+                    const TEdge2<T> side(flat[k - 1], flat[k]), other(flat[j - 1], flat[j]);
+                    const auto isEnd = [&other](const auto& v) { return v == other.Vertex[0] || v == other.Vertex[1]; };
+                    if (isEnd(side.Vertex[0]) || isEnd(side.Vertex[1])) continue;
+                    if (!side.Intersects(other, T(0), Numbers::commonTolerance<T>)) continue;
+                    std::swap(closed[k], closed[j - 1]);
+                    std::swap(flat[k], flat[j - 1]);
+                    isChanged = true;
+                }
+            return isChanged;
+        };
+        unsigned int pass = 0;
+        while (pass < 40 && exchange()) ++pass;
+        closed.pop_back();
+        return pass < 40;
+    }
+    /// MakeSimplePolygon, or ReorderCEC that ends with it, on the outlines on which it ends.
+    template <bool isReordered>
+    void MakeSimple()
+    {
+        Open& polygon = Pick();
+        if (polygon.GetCount() == 0) return isReordered ? polygon.ReorderCEC() : polygon.MakeSimplePolygon();
+        Open unique(polygon);
+        unique.RemoveDuplicateVertices();
+        if (isReordered) {
+            const Outline cloud = Flat(unique);
+            try {
+                UnfinishedPolygon<T, V>(polygon).ReorderCEC();
+            } catch (const Points& outline) {
+                unique.MakeConvexHull();
+                Require(AreSame(Flat(outline), PlainGrowOutline<T>(Flat(unique), cloud)));
+                unique.Clear();
+                unique.AddRange(outline.data(), static_cast<unsigned int>(outline.size()));
+            }
+            // Duplicates come back only where vertices are not numbers.
+            unique.RemoveDuplicateVertices();
+        }
+        Points expected = Copy(unique);
+        if (!CanMakeSimple(expected)) return;
+        const TBox<T> box = polygon.GetBoundingBox();
+        isReordered ? polygon.ReorderCEC() : polygon.MakeSimplePolygon();
+        Require(AreSame(Copy(polygon), expected) && AreSame(polygon.GetBoundingBox(), box));
+    }
+    void Offset()
+    {
+        Open& polygon = PickLarge(300);
+        OpenSet<T, V>::KeepBox(polygon) = in.Below(4) != 0;
+        const T distance = DrawLength(), spacing = in.Below(4) == 0 ? in.template Scalar<T>() : T(0);
+        const Points before = Copy(polygon);
+        const bool isDone = polygon.Offset(distance, spacing);
+        out << isDone;
+        if (distance == T(0) || before.empty())
+            Require(AreSame(Copy(polygon), before) && isDone == (distance == T(0)));
+        else
+            Require(IsFlat(polygon));
+        if (isDone && distance != T(0)) RequireExactBox<T, V>(polygon);
+    }
+    void OffsetParts()
+    {
+        Open& polygon = Pick();
+        const unsigned int count = polygon.GetCount();
+        const auto entering = in.template Vector<TEdge2<T>>(), drawn = in.template Vector<TEdge2<T>>();
+        // As a rule the sides meet.
+        const TEdge2<T> leaving = in.Below(4) != 0 ? TEdge2<T>(entering.Vertex[1], drawn.Vertex[1]) : drawn;
+        const T distance = DrawLength();
+        polygon.AddOffsetPoints(entering, leaving, distance, in.Flag());
+        Require(polygon.GetCount() - count <= 3);
+        out << polygon.OffsetEdge(entering, distance);
+    }
+    /// What stays are some of the vertices in their order.
+    template <bool byDeviation>
+    void Simplify()
+    {
+        Open& polygon = PickLarge(2100);
+        const T limit = DrawLength();
+        Points before = Copy(polygon);
+        if (byDeviation && before.size() > 1) {
+            const Outline outline = Flat(before);
+            std::unique_ptr<bool[]> keep(new bool[before.size()]), plain(new bool[before.size()]);
+            std::fill_n(keep.get(), before.size(), true);
+            std::fill_n(plain.get(), before.size(), true);
+            polygon.SimplifySection(0, polygon.GetCount() - 1, keep.get(), limit);
+            // Below -1 the plain form does not end where distances are not numbers.
+            if (!(limit < T(-1))) {
+                PlainSimplifySection(outline, 0, before.size() - 1, limit, plain.get());
+                Require(std::equal(keep.get(), keep.get() + before.size(), plain.get()));
+            }
+        }
+        byDeviation ? polygon.SimplifyDPM(limit) : polygon.Simplify(limit);
+        const Points after = Copy(polygon);
+        if (before.empty()) return;
+        // A closed outline is closed again.
+        if (byDeviation) before.push_back(before.front());
+        Require(AreInOrderAmong(after, before) && AreSame(after.front(), before.front()));
+    }
+    void RemoveDuplicates()
+    {
+        Open& polygon = PickLarge(2100);
+        const Outline before = Flat(polygon);
+        const TBox<T> box = polygon.GetBoundingBox();
+        polygon.RemoveDuplicateVertices();
+        Outline removed;
+        Require(AreSame(Flat(polygon), PlainRemoveDuplicates(before, &removed)));
+        Require(AreSame(polygon.GetBoundingBox(), box));
+    }
+    void TrimCrossings()
+    {
+        Open& polygon = PickLarge(1100);
+        const Outline before = Flat(polygon);
+        polygon.TrimCrossings();
+        Require(IsFlat(polygon));
+        if (!before.empty()) Require(AreSame(Flat(polygon), PlainTrimCrossings(before)));
+    }
+
+    static std::vector<Operation> GetOperations()
+    {
+        return {{"edits", &PolygonState::Edit},
+                {"constructors", &PolygonState::Construct},
+                {"operator=", &PolygonState::Assign},
+                {"areas", &PolygonState::Areas},
+                {"GetEdges", &PolygonState::GetEdges},
+                {"GetWindingAngle", &PolygonState::GetWindingAngle, Functions::Trigonometric},
+                {"MakeCCW", &PolygonState::MakeCCW},
+                {"GetOpenConvexBoundary", &PolygonState::GetOpenConvexBoundary},
+                // The order of the hull comes from the arc cosine, and the sorted list holds its values.
+                {"MakeConvexHull", &PolygonState::MakeConvexHull, Functions::Trigonometric},
+                {"ReorderCEC", &PolygonState::template MakeSimple<true>, Functions::Trigonometric},
+                {"MakeSimplePolygon", &PolygonState::template MakeSimple<false>},
+                {"Offset", &PolygonState::Offset},
+                {"AddOffsetPoints", &PolygonState::OffsetParts},
+                {"Simplify", &PolygonState::template Simplify<false>},
+                {"SimplifyDPM", &PolygonState::template Simplify<true>},
+                {"RemoveDuplicateVertices", &PolygonState::RemoveDuplicates},
+                {"TrimCrossings", &PolygonState::TrimCrossings}};
+    }
+};
+
+const Family polygons([] { AddOverPoints<PolygonState>("TPolygon", 800); });
+
+} // namespace
+} // namespace CorvexCatalogue
