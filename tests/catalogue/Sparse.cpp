@@ -221,6 +221,7 @@ struct SparseState : State
             Rows back, again;
             other.Transpose(&back);
             back.Transpose(&again);
+            again.matrixType = other.matrixType;
             Require(AreSame(static_cast<ByRows&>(again), static_cast<ByRows&>(other)));
         }
     }
