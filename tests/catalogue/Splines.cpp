@@ -37,7 +37,8 @@ struct SplineState : SetState<T, V, OpenSpline<T, V>>
         }
         this->FillBy(65);
         const Points points = this->Draw(100);
-        data = Set(points.data(), static_cast<unsigned int>(points.size()));
+        const Set drawn(points.data(), static_cast<unsigned int>(points.size()));
+        data = drawn;
     }
     void Show() const override
     {
