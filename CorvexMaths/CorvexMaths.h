@@ -45,6 +45,7 @@
 #include <CorvexMaths/pointsets/TParameterization.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
+#include <CorvexMaths/polygons/TOutlineIndex.h>
 #include <CorvexMaths/polygons/TPolygon.h>
 
 #include <CorvexMaths/splines/TBSpline.h>

@@ -1,4 +1,10 @@
-// How often an outline winds, and the convex boundary of an open chain; included by TPolygon.cpp alone.
+#pragma once
+
+/// How often an outline winds, and the convex boundary of an open chain; included by TPolygon.cpp alone.
+
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/polygons/InPlane.inl>
+#include <CorvexMaths/polygons/TPolygon.h>
 
 namespace Halmont::Orrin::CorvexMaths
 {

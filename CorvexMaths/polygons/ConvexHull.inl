@@ -1,4 +1,17 @@
-// The convex hull of polygons; included by TPolygon.cpp alone.
+#pragma once
+
+/// The convex hull of polygons; included by TPolygon.cpp alone.
+
+#include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
+#include <CorvexMaths/polygons/InPlane.inl>
+#include <CorvexMaths/polygons/TPolygon.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -151,8 +164,7 @@ void TPolygon<T, V>::MakeConvexHull()
 {
     if (this->count == 0) return;
 
-    const bool savedKeepBox = this->keepBox;
-    this->keepBox = false;
+    const Kernels::KeepBoxGuard guard(this->keepBox);
     const unsigned int pivotIndex = GetBottomLeft();
     const V<T> pivot = this->storage[pivotIndex];
     const TVector2<T> start = InPlane(pivot);
@@ -184,7 +196,6 @@ void TPolygon<T, V>::MakeConvexHull()
         const TVector2<T> beforeLast = InPlane(this->storage[this->count - 2]);
         if (last == start || !(Turn(beforeLast, last, start) > T(0))) --this->count;
     }
-    this->keepBox = savedKeepBox;
 }
 
 template <class T, template <class> class V>

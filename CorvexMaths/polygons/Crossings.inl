@@ -1,47 +1,116 @@
-// The removal of duplicates and crossings from polygons; included by TPolygon.cpp alone.
+#pragma once
+
+/// The removal of duplicates and crossings from polygons; included by TPolygon.cpp alone.
+
+#include <CorvexMaths/containers/internal/ExactClass.h>
+#include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
+#include <CorvexMaths/polygons/InPlane.inl>
+#include <CorvexMaths/polygons/TPolygon.h>
+#include <CorvexMaths/polygons/internal/CrossingSearch.h>
+#include <CorvexMaths/polygons/internal/DuplicateSearch.h>
+#include <CorvexMaths/polygons/internal/SidePairSearch.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
+
+namespace
+{
+
+/// One pass of MakeSimplePolygon over a closed list. Returns whether any vertices were exchanged.
+template <class T, class Vertex>
+bool ExchangeCrossingVertices(Vertex* vertices, unsigned int vertexCount, Kernels::SidePairSearch<T>* search)
+{
+    bool isChanged = false;
+    for (unsigned int k = 1; k < vertexCount - 2; ++k) {
+        // The side that ends at vertex k, against each after the next.
+        unsigned int other = k + 1;
+        while ((other = search->FindNext(k - 1, other)) < vertexCount - 1) {
+            std::swap(vertices[k], vertices[other]);
+            search->Update(k);
+            search->Update(other);
+            isChanged = true;
+            ++other;
+        }
+    }
+    return isChanged;
+}
+
+} // namespace
 
 template <class T, template <class> class V>
 void TPolygon<T, V>::RemoveDuplicateVertices()
 {
     if (this->count <= 1) return;
 
-    const bool savedKeepBox = this->keepBox;
-    this->keepBox = false;
+    const Kernels::KeepBoxGuard guard(this->keepBox);
     const unsigned int vertexCount = this->count;
     const std::unique_ptr<unsigned int[]> original(new unsigned int[vertexCount]);
-    if (Kernels::FindDuplicates(&this->storage[0].x, componentsOf<T, V>, vertexCount, original.get()) != 0)
-        RemoveRepeats(original.get());
-    this->keepBox = savedKeepBox;
+    const unsigned int repeatCount =
+        Kernels::FindDuplicates(&this->storage[0].x, componentsOf<T, V>, vertexCount, original.get());
+    if (repeatCount != 0) RemoveRepeats(original.get(), repeatCount);
 }
 
 template <class T, template <class> class V>
-void TPolygon<T, V>::RemoveRepeats(const unsigned int* original)
+void TPolygon<T, V>::RemoveRepeats(const unsigned int* original, unsigned int repeatCount)
 {
-    // The repeats of each vertex as a chain, ascending.
+    // The repeats of each vertex as a chain, ascending, and from these their order of removal.
     const unsigned int vertexCount = this->count;
-    const std::unique_ptr<unsigned int[]> firstRepeat(new unsigned int[vertexCount]);
-    const std::unique_ptr<unsigned int[]> nextRepeat(new unsigned int[vertexCount]);
-    for (unsigned int i = 0; i < vertexCount; ++i) firstRepeat[i] = Kernels::noVertex;
-    for (unsigned int j = vertexCount; j-- > 0;) {
-        if (original[j] == Kernels::noVertex) continue;
-        nextRepeat[j] = firstRepeat[original[j]];
-        firstRepeat[original[j]] = j;
+    const std::unique_ptr<unsigned int[]> order(new unsigned int[repeatCount]);
+    {
+        const std::unique_ptr<unsigned int[]> firstRepeat(new unsigned int[vertexCount]);
+        const std::unique_ptr<unsigned int[]> nextRepeat(new unsigned int[vertexCount]);
+        std::fill_n(firstRepeat.get(), vertexCount, Kernels::noVertex);
+        for (unsigned int j = vertexCount; j-- > 0;) {
+            if (original[j] == Kernels::noVertex) continue;
+            nextRepeat[j] = firstRepeat[original[j]];
+            firstRepeat[original[j]] = j;
+        }
+        unsigned int* next = order.get();
+        for (unsigned int i = 0; i < vertexCount; ++i)
+            for (unsigned int j = firstRepeat[i]; j != Kernels::noVertex; j = nextRepeat[j]) *next++ = j;
+    }
+    if (IsExactly(*this)) {
+        RemoveUnseen(order.get(), repeatCount);
+        return;
     }
 
     // How many of the vertices before one are gone: a binary indexed tree (P. M. Fenwick, "A new data structure for
     // cumulative frequency tables", 1994).
     const std::unique_ptr<unsigned int[]> removed(new unsigned int[std::size_t(vertexCount) + 1]());
-    for (unsigned int i = 0; i < vertexCount; ++i) {
-        for (unsigned int j = firstRepeat[i]; j != Kernels::noVertex; j = nextRepeat[j]) {
-            unsigned int removedBefore = 0;
-            for (unsigned int k = j; k != 0; k &= k - 1) removedBefore += removed[k];
-            this->RemoveAt(j - removedBefore, true);
-            for (std::size_t k = std::size_t(j) + 1; k <= vertexCount; k += k & (~k + 1)) ++removed[k];
-        }
+    for (unsigned int r = 0; r < repeatCount; ++r) {
+        const unsigned int j = order[r];
+        unsigned int removedBefore = 0;
+        for (unsigned int k = j; k != 0; k &= k - 1) removedBefore += removed[k];
+        this->RemoveAt(j - removedBefore, true);
+        for (std::size_t k = std::size_t(j) + 1; k <= vertexCount; k += k & (~k + 1)) ++removed[k];
     }
+}
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::RemoveUnseen(const unsigned int* order, unsigned int removalCount)
+{
+    // 1. Each removal in turn leaves a copy of the last vertex, as the list then is, in the slot that falls free.
+    const unsigned int vertexCount = this->count;
+    const std::unique_ptr<bool[]> isRemoved(new bool[vertexCount]());
+    const std::unique_ptr<V<T>[]> freed(new V<T>[removalCount]);
+    unsigned int last = vertexCount - 1;
+    for (unsigned int r = 0; r < removalCount; ++r) {
+        while (isRemoved[last]) --last;
+        freed[removalCount - 1 - r] = this->storage[last];
+        isRemoved[order[r]] = true;
+    }
+
+    // 2. What stays closes up.
+    this->count = 0;
+    for (unsigned int i = 0; i < vertexCount; ++i)
+        if (!isRemoved[i]) this->storage[this->count++] = this->storage[i];
+    std::copy_n(freed.get(), removalCount, this->storage + this->count);
 }
 
 template <class T, template <class> class V>
@@ -49,40 +118,18 @@ void TPolygon<T, V>::MakeSimplePolygon()
 {
     if (this->count == 0) return;
 
-    const bool savedKeepBox = this->keepBox;
-    this->keepBox = false;
+    const Kernels::KeepBoxGuard guard(this->keepBox);
     RemoveDuplicateVertices();
     const V<T> first = this->storage[0];
     this->Add(first);
 
-    while (ExchangeCrossingVertices()) {
+    if (this->count > 3) {
+        Kernels::SidePairSearch<T> search(&this->storage[0].x, componentsOf<T, V>, this->count);
+        while (ExchangeCrossingVertices(this->storage, this->count, &search)) {
+        }
     }
 
     this->RemoveAt(this->count - 1, true);
-    this->keepBox = savedKeepBox;
-}
-
-template <class T, template <class> class V>
-bool TPolygon<T, V>::ExchangeCrossingVertices()
-{
-    const auto vertex = [this](unsigned int i) { return InPlane(this->storage[i]); };
-    bool isChanged = false;
-    for (unsigned int k = 1; k < this->count - 2; ++k) {
-        for (unsigned int j = k + 2; j < this->count; ++j) {
-            const TEdge2<T> a(vertex(k - 1), vertex(k));
-            const TEdge2<T> b(vertex(j - 1), vertex(j));
-            if (a.Vertex[0] == b.Vertex[0] || a.Vertex[0] == b.Vertex[1] || a.Vertex[1] == b.Vertex[0] ||
-                a.Vertex[1] == b.Vertex[1])
-                continue;
-            if (!a.Intersects(b, Numbers::commonTolerance<T>, Numbers::commonTolerance<T>)) continue;
-
-            const V<T> exchanged = this->storage[k];
-            this->storage[k] = this->storage[j - 1];
-            this->storage[j - 1] = exchanged;
-            isChanged = true;
-        }
-    }
-    return isChanged;
 }
 
 template <class T, template <class> class V>
@@ -90,23 +137,26 @@ void TPolygon<T, V>::TrimCrossings()
 {
     if (this->count == 0) return;
 
-    TList<TEdge2<T>> edges(this->count, 1u);
-    GetEdges(&edges);
-    const unsigned int edgeCount = edges.GetCount();
-    const Kernels::CrossingSearch<T> search(edges.GetStream(), edgeCount);
-    this->Clear(false);
-    this->Add(static_cast<V<T>>(edges[0].Vertex[0]));
-    for (unsigned int i = 0; i < edgeCount;) {
-        unsigned int crossed;
-        TVector2<T> crossing;
-        if (search.FindFirst(i, &crossed, &crossing)) {
-            this->Add(static_cast<V<T>>(crossing));
-            i = crossed;
-        } else {
-            this->Add(static_cast<V<T>>(edges[i].Vertex[1]));
-            ++i;
+    // Each step of the walk adds a vertex, and there are at most as many as sides.
+    const unsigned int edgeCount = this->count;
+    const std::unique_ptr<TVector2<T>[]> walk(new TVector2<T>[std::size_t(edgeCount) + 1]);
+    walk[0] = InPlane(this->storage[0]);
+    unsigned int walkCount = 1;
+    {
+        TList<TEdge2<T>> edges(this->count, 1u);
+        GetEdges(&edges);
+        const Kernels::CrossingSearch<T> search(edges.GetStream(), edgeCount);
+        edges.Clear(true);
+        for (unsigned int i = 0; i < edgeCount; ++walkCount) {
+            unsigned int crossed;
+            if (search.FindFirst(i, &crossed, &walk[walkCount]))
+                i = crossed;
+            else
+                walk[walkCount] = search.GetEnd(i++);
         }
     }
+    this->Clear(false);
+    AddInPlane(walk.get(), walkCount);
 
     // The walk ends on a copy of its start. The limit is a true double in both forms.
     constexpr double sameVertexSquared = 1e-8;

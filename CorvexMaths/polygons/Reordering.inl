@@ -1,6 +1,16 @@
-// The reordering of polygons; included by TPolygon.cpp alone.
+#pragma once
 
+/// The reordering of polygons; included by TPolygon.cpp alone.
+
+#include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
+#include <CorvexMaths/polygons/InPlane.inl>
+#include <CorvexMaths/polygons/TPolygon.h>
 #include <CorvexMaths/polygons/internal/NearestSides.h>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -8,45 +18,41 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// Whether a point p nearest to the corner b of an outline belongs between b and the next vertex c, rather than between
-/// the vertex a before and b: it lies strictly to the right of the bisector b - a + b - c (of unit vectors), seen from
-/// b.
-template <class T>
-bool BelongsAfterCorner(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c, const TVector2<T>& p)
+/// Whether vertices equal any of a hull, exactly and in all components; what is not a number equals nothing.
+template <class Vertex>
+class HullMembers
 {
-    TVector2<T> u = b - a;
-    TVector2<T> v = b - c;
-    u.Normalise();
-    v.Normalise();
-    return (u + v).SignedArea(p - b) < T(0);
-}
-
-/// Moves all points of the rest into the closed outline, always the one nearest to it next.
-template <class T, template <class> class V>
-void InsertNearestFirst(TPolygon<T, V>* outline, TList<V<T>>* rest)
-{
-    if (rest->GetCount() == 0) return;
-
-    Kernels::NearestSides<T> search(&outline->GetFirst().x, outline->GetCount(), &rest->GetFirst().x, rest->GetCount(),
-                                    componentsOf<T, V>);
-    while (rest->GetCount() != 0) {
-        const auto place = search.FindNearest();
-        const V<T>& point = (*rest)[place.point];
-
-        // The start of the first side is the closing vertex as well, and has its place there.
-        const unsigned int closing = outline->GetCount() - 1;
-        unsigned int position = place.position == 0 ? closing : place.position;
-        if (place.isAtCorner) {
-            const unsigned int next = position == closing ? 1 : position + 1;
-            const auto vertex = [outline](unsigned int i) { return InPlane((*outline)[i]); };
-            if (BelongsAfterCorner(vertex(position - 1), vertex(position), vertex(next), InPlane(point)))
-                position = next;
-        }
-
-        outline->Insert(point, position);
-        rest->RemoveAt(place.point, true);
-        search.Insert(place.point, position);
+public:
+    HullMembers(const Vertex* hull, unsigned int hullCount)
+    {
+        for (unsigned int i = 0; i < hullCount; ++i)
+            if (hull[i] == hull[i]) members.push_back(hull[i]);
+        std::sort(members.begin(), members.end());
     }
+
+    bool Has(const Vertex& vertex) const
+    {
+        return vertex == vertex && std::binary_search(members.begin(), members.end(), vertex);
+    }
+
+private:
+    std::vector<Vertex> members;
+};
+
+/// Moves all vertices but the first `outlineCount`, which are an outline, into that, always the one nearest to it next;
+/// returns them in the new order.
+template <class T, class Vertex>
+std::unique_ptr<Vertex[]> InsertNearestFirst(const Vertex* vertices, unsigned int outlineCount, unsigned int count)
+{
+    const std::unique_ptr<unsigned int[]> order(new unsigned int[count]);
+    {
+        Kernels::NearestSides<T> search(&vertices[0].x, sizeof(Vertex) / sizeof(T), outlineCount, count);
+        for (unsigned int i = outlineCount; i < count; ++i) search.InsertNearest();
+        search.WriteOutline(order.get());
+    }
+    std::unique_ptr<Vertex[]> ordered(new Vertex[count]);
+    for (unsigned int i = 0; i < count; ++i) ordered[i] = vertices[order[i]];
+    return ordered;
 }
 
 } // namespace
@@ -56,26 +62,30 @@ void TPolygon<T, V>::ReorderCEC()
 {
     if (this->count == 0) return;
 
-    const bool savedKeepBox = this->keepBox;
-    this->keepBox = false;
+    const Kernels::KeepBoxGuard guard(this->keepBox);
     RemoveDuplicateVertices();
 
+    // The hull, and after it what it leaves out.
     TPolygon outline(*this);
     outline.keepBox = false;
     outline.MakeConvexHull();
-    TList<V<T>> rest(this->count - outline.count, 1u);
-    for (unsigned int i = 0; i < this->count; ++i)
-        if (outline.Search(this->storage[i]) < 0) rest.Add(this->storage[i]);
-
-    // The outline is closed while it grows.
-    outline.Add(outline.storage[0]);
-    InsertNearestFirst(&outline, &rest);
-    outline.RemoveAt(outline.count - 1, true);
+    outline.sortedList.Clear(true);
+    const unsigned int hullCount = outline.count;
+    {
+        const HullMembers<V<T>> hull(outline.storage, hullCount);
+        for (unsigned int i = 0; i < this->count; ++i)
+            if (!hull.Has(this->storage[i])) outline.Add(this->storage[i]);
+    }
+    const unsigned int vertexCount = outline.count;
+    if (vertexCount > hullCount) {
+        const auto ordered = InsertNearestFirst<T>(outline.storage, hullCount, vertexCount);
+        std::copy_n(ordered.get(), vertexCount, outline.storage);
+    }
 
     this->Clear(false);
     this->AddRange(outline);
+    outline.Clear(true);
     MakeSimplePolygon();
-    this->keepBox = savedKeepBox;
 }
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -1,6 +1,16 @@
-// The thinning of polygons; included by TPolygon.cpp alone.
+#pragma once
 
+/// The thinning of polygons; included by TPolygon.cpp alone.
+
+#include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/internal/ExactClass.h>
+#include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/polygons/InPlane.inl>
+#include <CorvexMaths/polygons/TPolygon.h>
+#include <CorvexMaths/polygons/internal/ThinningSearch.h>
+
+#include <algorithm>
+#include <memory>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -70,19 +80,7 @@ void TPolygon<T, V>::SimplifySection(unsigned int first, unsigned int last, bool
 {
     CORVEX_PRECONDITION("TPolygon::SimplifySection", first <= last && last < this->count, first, last, this->count);
     CORVEX_PRECONDITION("TPolygon::SimplifySection", keep != nullptr, keep);
-    if (first + 1 == last) return;
-
-    T distance;
-    const unsigned int farthest =
-        Kernels::FarthestFromChord(&this->storage[0].x, componentsOf<T, V>, first, last, &distance);
-    if (!(tolerance < distance)) {
-        for (unsigned int i = first + 1; i < last; ++i) keep[i] = false;
-        return;
-    }
-    // Vertices that are not numbers have no distance; there is then nothing to split at.
-    if (farthest == first) return;
-    SimplifySection(first, farthest, keep, tolerance);
-    SimplifySection(farthest, last, keep, tolerance);
+    Kernels::ThinRun(&this->storage[0].x, componentsOf<T, V>, first, last, keep, tolerance);
 }
 
 } // namespace Halmont::Orrin::CorvexMaths

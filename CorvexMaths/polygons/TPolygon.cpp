@@ -2,16 +2,11 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/pointsets/PointValues.inl>
-#include <CorvexMaths/polygons/internal/CrossingSearch.h>
-#include <CorvexMaths/polygons/internal/DistanceKernels.h>
-#include <CorvexMaths/polygons/internal/DuplicateSearch.h>
-#include <CorvexMaths/polygons/internal/OffsetKernels.h>
+#include <CorvexMaths/containers/internal/ExactClass.h>
+#include <CorvexMaths/polygons/InPlane.inl>
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -20,12 +15,32 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// The vertex in the x, y plane.
-template <class Vertex>
-auto InPlane(const Vertex& vertex)
+/// Opens what a list keeps to itself.
+template <class Element>
+struct ListRoom : TList<Element>
 {
-    return TVector2(vertex.x, vertex.y);
-}
+    /// Makes room for n more elements of a list that nobody watches as adding them one by one would: by at least the
+    /// grow size each time, or by doubling. The block moves once.
+    static void Make(TList<Element>& list, unsigned int n)
+    {
+        const unsigned int count = list.*&ListRoom::count;
+        unsigned int& capacity = list.*&ListRoom::capacity;
+        if (capacity - count >= n) return;
+
+        const std::uint64_t needed = std::uint64_t(count) + n;
+        const std::uint64_t step = std::max(list.*&ListRoom::growSize, 1u);
+        std::uint64_t slots = capacity;
+        while (list.*&ListRoom::useExponentialGrowth && slots < needed) slots += std::max(step, slots);
+        if (slots < needed) slots += (needed - slots + step - 1) / step * step;
+
+        Element*& storage = list.*&ListRoom::storage;
+        std::unique_ptr<Element[]> block(new Element[slots]);
+        std::copy_n(storage, count, block.get());
+        delete[] storage;
+        storage = block.release();
+        capacity = static_cast<unsigned int>(slots);
+    }
+};
 
 /// Twice the signed area of the triangle of two vertices with the origin.
 template <class Vertex>
@@ -130,9 +145,25 @@ void TPolygon<T, V>::GetEdges(TList<TEdge2<T>>* edges) const
     CORVEX_PRECONDITION("TPolygon::GetEdges", edges != nullptr, edges);
     edges->Clear(false);
     if (this->count == 0) return;
+    if (IsExactly(*edges)) ListRoom<TEdge2<T>>::Make(*edges, this->count);
     for (unsigned int i = 0; i + 1 < this->count; ++i)
         edges->Add(TEdge2<T>(InPlane(this->storage[i]), InPlane(this->storage[i + 1])));
     edges->Add(TEdge2<T>(InPlane(this->storage[this->count - 1]), InPlane(this->storage[0])));
+}
+
+template <class T, template <class> class V>
+void TPolygon<T, V>::AddInPlane(const TVector2<T>* points, unsigned int n)
+{
+    if (!IsExactly(*this)) {
+        for (unsigned int i = 0; i < n; ++i) this->Add(static_cast<V<T>>(points[i]));
+        return;
+    }
+    ListRoom<V<T>>::Make(*this, n);
+    V<T>* const added = this->storage + this->count;
+    for (unsigned int i = 0; i < n; ++i) added[i] = static_cast<V<T>>(points[i]);
+    this->count += n;
+    // Extends the box as each by itself would.
+    this->ElementsAdded(added, n);
 }
 
 template <class T, template <class> class V>
@@ -153,30 +184,14 @@ void TPolygon<T, V>::MakeCCW()
 namespace Halmont::Orrin::CorvexMaths
 {
 
-template class TPolygon<float, TVector2>;
-template class TPolygon<float, TVector3>;
-template class TPolygon<float, TVector4>;
-template class TPolygon<double, TVector2>;
-template class TPolygon<double, TVector3>;
-template class TPolygon<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(, TPolygon);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
 namespace Halmont::Orrin::CorvexUtilities
 {
 
-template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
-template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
-template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
-template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
-template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
-template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
-
-template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
-template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
-template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
-template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
-template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
-template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
+CORVEX_INSTANTIATE_SET_POINTERS(, TList, TPolygon);
+CORVEX_INSTANTIATE_SET_POINTERS(, TMap, TPolygon);
 
 } // namespace Halmont::Orrin::CorvexUtilities

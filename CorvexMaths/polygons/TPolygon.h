@@ -3,6 +3,7 @@
 /// Closed planar outlines: areas, convex hulls, reordering, offsetting, thinning, and the removal of crossings.
 
 #include <CorvexMaths/Forward.h>
+#include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/containers/TMap.h>
@@ -193,8 +194,9 @@ public:
     /// the earlier side and the start of the later one are exchanged.
     ///
     /// Whole vertices are moved, by plain writes. The hooks fire for duplicates and for a closing vertex that is added
-    /// and removed again, with the keep box flag off: the box stays as it was. Quadratic for each pass, and the number
-    /// of passes has no limit: on nearly collinear vertices it may not come to an end.
+    /// and removed again, with the keep box flag off: the box stays as it was. The number of passes
+    /// has no limit: on nearly collinear vertices it may not come to an end. A pass costs the logarithm of the count
+    /// for each side that has few others near it or on its line; at worst it is quadratic.
     void MakeSimplePolygon();
 
     /// Cuts the outline at its self-crossings: walks the sides from vertex 0 and at the first crossing along a side
@@ -243,8 +245,7 @@ protected:
     /// Clears the flags of the vertices strictly between `first` and `last` that lie within `tolerance` of the chord,
     /// splitting the run at its farthest vertex where that lies beyond; at the tolerance counts as within. `keep` holds
     /// a flag for each vertex of the polygon and must not be null; flags are only ever cleared. A distance of NaN
-    /// counts as -1. `first` must not be above `last`, nor `last` beyond the last vertex. Recursive, at worst as deep
-    /// as there are vertices.
+    /// counts as -1. `first` must not be above `last`, nor `last` beyond the last vertex. Needs no stack to speak of.
     void SimplifySection(unsigned int first, unsigned int last, bool* keep, T tolerance) const;
 
 private:
@@ -252,27 +253,36 @@ private:
     /// |distance|, within 1e-6 strictly. False if there is none; the vertices are then left as they are.
     bool ReorderOffset(TList<TEdge2<T>> sourceEdges, T distance);
 
+    /// Replaces the vertices by those of the raw outline at a distance, turned to its start, but not yet trimmed. False
+    /// where Offset is.
+    bool MakeRawOffset(T distance);
+
+    /// Appends the vertices of the offset outline at all corners, from that between edges 0 and 1 on.
+    void AddCorners(const TList<TEdge2<T>>& edges, const T& distance, bool negative);
+
     /// Finds the sign of `*distance` that shifts the edges to the side asked for, turning the vertices by one for each
     /// edge that does not tell. False if no edge does.
     bool OrientOffset(TList<TEdge2<T>>* edges, bool negative, T* distance);
 
+    /// The same where there is nobody to see the vertices turn: all at once.
+    bool OrientUnseen(TList<TEdge2<T>>* edges, bool negative, T* distance);
+
     /// Removes each vertex j that has an original[j], in the order of the originals and then of j, as if each vertex
     /// that stays cleared in turn what lies near it.
-    void RemoveRepeats(const unsigned int* original);
+    void RemoveRepeats(const unsigned int* original, unsigned int repeatCount);
+
+    /// Removes vertices in a given order, with the keep box flag off, where there is nobody to see it: in one pass, to
+    /// the last slot as by one removal after the other.
+    void RemoveUnseen(const unsigned int* order, unsigned int removalCount);
+
+    /// Adds points of the plane as vertices, each by itself where a derived class could tell, else at once.
+    void AddInPlane(const TVector2<T>* points, unsigned int n);
 
     /// Puts the next vertex in polar order on the hull, which holds two or more, and takes back what would turn right.
     void AddHullVertex(const V<T>& vertex);
-
-    /// One pass of MakeSimplePolygon over the closed list. Returns whether any vertices were exchanged.
-    bool ExchangeCrossingVertices();
 };
 
-extern template class TPolygon<float, TVector2>;
-extern template class TPolygon<float, TVector3>;
-extern template class TPolygon<float, TVector4>;
-extern template class TPolygon<double, TVector2>;
-extern template class TPolygon<double, TVector3>;
-extern template class TPolygon<double, TVector4>;
+CORVEX_INSTANTIATE_SETS(extern, TPolygon);
 
 } // namespace Halmont::Orrin::CorvexMaths
 
@@ -280,18 +290,7 @@ namespace Halmont::Orrin::CorvexUtilities
 {
 
 // Plain containers of polygon pointers.
-extern template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
-extern template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
-extern template class TList<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
-extern template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
-extern template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
-extern template class TList<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
-
-extern template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector2>*>;
-extern template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector3>*>;
-extern template class TMap<CorvexMaths::TPolygon<float, CorvexMaths::TVector4>*>;
-extern template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector2>*>;
-extern template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector3>*>;
-extern template class TMap<CorvexMaths::TPolygon<double, CorvexMaths::TVector4>*>;
+CORVEX_INSTANTIATE_SET_POINTERS(extern, TList, TPolygon);
+CORVEX_INSTANTIATE_SET_POINTERS(extern, TMap, TPolygon);
 
 } // namespace Halmont::Orrin::CorvexUtilities

@@ -1,5 +1,7 @@
 #include <CorvexMaths/polygons/internal/CrossingSearch.h>
 
+#include <CorvexMaths/matrices/internal/SolvePair.h>
+
 #include <algorithm>
 #include <limits>
 
@@ -15,58 +17,15 @@ enum LineColumn : unsigned int
     /// The line of the edge as y = slope * x + intercept.
     slopeColumn = EdgeColumns<float>::edgeColumnCount,
     interceptColumn,
-    /// The merit of -slope as a pivot of the row (-slope, 1): its absolute value over the largest of the row.
+    /// PairMerit of the slope.
     meritColumn,
     /// 1 where the line counts as vertical, which leaves the other three without meaning; else 0.
     verticalColumn,
-    /// The box of a block of edges, at the index of the block.
-    lowXColumn,
-    highXColumn,
-    lowYColumn,
-    highYColumn,
     endOfColumns
 };
 
 /// How many successive edges make a block.
 constexpr unsigned int blockSize = 8;
-
-/// The box of an edge or of a block, or of several.
-template <class Value>
-struct Box
-{
-    Value lowX, highX, lowY, highY;
-
-    template <class T>
-    CORVEX_ALWAYS_INLINE void Read(const EdgeColumns<T>& edges, unsigned int block)
-    {
-        edges.Read(lowX, lowXColumn, block);
-        edges.Read(highX, highXColumn, block);
-        edges.Read(lowY, lowYColumn, block);
-        edges.Read(highY, highYColumn, block);
-    }
-
-    void Write(const EdgeColumns<Value>& edges, unsigned int block) const
-    {
-        edges.Column(lowXColumn)[block] = lowX;
-        edges.Column(highXColumn)[block] = highX;
-        edges.Column(lowYColumn)[block] = lowY;
-        edges.Column(highYColumn)[block] = highY;
-    }
-
-    void Join(const Box& other)
-    {
-        lowX = std::min(lowX, other.lowX);
-        highX = std::max(highX, other.highX);
-        lowY = std::min(lowY, other.lowY);
-        highY = std::max(highY, other.highY);
-    }
-
-    template <class T, class Mask>
-    CORVEX_ALWAYS_INLINE void Meets(const Box<T>& other, Mask& meets) const
-    {
-        meets = (lowX <= other.highX) & (highX >= other.lowX) & (lowY <= other.highY) & (highY >= other.lowY);
-    }
-};
 
 // Edges whose boxes lie apart are passed over. They cannot pass the tests, for a point p = (x, y) that does lies in the
 // boxes of both:
@@ -104,31 +63,22 @@ struct Box
 template <class T>
 T RoundingMargin(const EdgeColumns<T>& edges)
 {
-    constexpr T largest = T(1e12);
-    constexpr T infinity = std::numeric_limits<T>::infinity();
-    T size = T(0);
-    for (unsigned int c = startXColumn; c <= endYColumn; ++c) {
-        for (unsigned int i = 0; i < edges.GetCount(); ++i) {
-            const T value = Numbers::Absolute(edges.Column(c)[i]);
-            // Written so that NaN counts as too large.
-            if (!(value <= size)) size = value <= largest ? value : infinity;
-        }
-    }
-    return 64 * std::numeric_limits<T>::epsilon() * size;
+    CoordinateSize<T> size;
+    for (unsigned int c = startXColumn; c <= endYColumn; ++c)
+        for (unsigned int i = 0; i < edges.GetCount(); ++i) size.Add(edges.Column(c)[i]);
+    return 64 * std::numeric_limits<T>::epsilon() * size.Get();
 }
 
 /// The box of an edge, by the margin that all edges share; an infinite one gives an unbounded box.
 template <class T>
-CORVEX_ALWAYS_INLINE Box<T> MakeBox(const EdgeValues<T>& edge, T margin)
+CORVEX_ALWAYS_INLINE PlaneBox<T> MakeBox(const EdgeValues<T>& edge, T margin)
 {
     constexpr T shortest = T(1e-12);
-    constexpr T infinity = std::numeric_limits<T>::infinity();
     const T extent = Numbers::Absolute(edge.deltaX) + Numbers::Absolute(edge.deltaY);
     // Written so that NaN, as two equal infinities give it, counts as too short.
-    if (!(extent >= shortest)) return {-infinity, infinity, -infinity, infinity};
-    const T reach = margin + Numbers::commonTolerance<T> * extent;
-    return {std::min(edge.startX, edge.endX) - reach, std::max(edge.startX, edge.endX) + reach,
-            std::min(edge.startY, edge.endY) - reach, std::max(edge.startY, edge.endY) + reach};
+    if (!(extent >= shortest)) return PlaneBox<T>::Unbounded();
+    return PlaneBox<T>::Around(edge.startX, edge.startY, edge.endX, edge.endY,
+                               margin + Numbers::commonTolerance<T> * extent);
 }
 
 /// The line of an edge, or of several.
@@ -150,37 +100,20 @@ struct EdgeLine
 
 /// Crosses a line that is not vertical with others; writes the points, and the mask of those that exist. Where the
 /// other line is vertical, the point lies on it at the height of the first. Else the rows (-slope, 1 | intercept) of
-/// both lines are solved as the pivoted decomposition of order 2 does it, step by step, unless the determinant counts
-/// as zero.
+/// both lines are solved, unless the determinant counts as zero.
 ///
-/// A slope is finite or NaN, as a direction that does not count as vertical has an x above the tolerance and a y of
-/// about 1 at most. Of the decomposition's rules only these can then come into play: the second row becomes the pivot
-/// if its merit is not below the first's; a zero on the diagonal of the second column gives way to the pivot guard; a
-/// leading zero on the right side is skipped. If a slope is NaN, so is x, under any of the rules, and the point lies on
-/// no edge.
+/// A slope is finite or NaN, as SolvePair asks, since a direction that does not count as vertical has an x above the
+/// tolerance and a y of about 1 at most. If a slope is NaN, the point lies on no edge.
 template <class T, class Lane, class Mask>
 CORVEX_ALWAYS_INLINE void CrossSloping(const EdgeLine<T>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y, Mask* exists)
 {
-    // 1. The pivot row and the other one.
-    const Mask isSwapped = b.merit >= a.merit;
-    Lane aSlope, aIntercept, guard;
-    Spread(aSlope, -a.slope);
-    Spread(aIntercept, a.intercept);
-    const Lane pivot = isSwapped ? -b.slope : aSlope;
-    const Lane other = isSwapped ? aSlope : -b.slope;
-    const Lane pivotSide = isSwapped ? b.intercept : aIntercept;
-    const Lane otherSide = isSwapped ? aIntercept : b.intercept;
-
-    // 2. Elimination.
-    const Lane factor = other * (T(1) / pivot);
-    const Lane remainder = T(1) - factor;
-    Spread(guard, Numbers::pivotGuard<T>);
-    const Lane diagonal = remainder == T(0) ? guard : remainder;
-
-    // 3. Substitution, forwards and backwards.
-    const Lane reducedSide = pivotSide != T(0) ? otherSide - factor * pivotSide : otherSide;
-    const Lane solvedY = reducedSide / diagonal;
-    const Lane solvedX = (pivotSide - solvedY) / pivot;
+    PairRow<Lane> first = {};
+    Broadcast(first.element, -a.slope);
+    Broadcast(first.side, a.intercept);
+    Broadcast(first.merit, a.merit);
+    const PairRow<Lane> second = {-b.slope, b.intercept, b.merit};
+    Lane solvedX, solvedY;
+    SolvePair<T>(first, second, solvedX, solvedY);
 
     const Mask isVertical = b.vertical != T(0);
     const Lane determinant = b.slope - a.slope;
@@ -196,7 +129,7 @@ CORVEX_ALWAYS_INLINE void CrossSloping(const EdgeLine<T>& a, const EdgeLine<Lane
 template <class T, class Lane, class Mask>
 CORVEX_ALWAYS_INLINE void CrossVertical(const EdgeLine<T>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y, Mask* exists)
 {
-    Spread(*x, a.startX);
+    Broadcast(*x, a.startX);
     *y = b.intercept + a.startX * b.slope;
     *exists = b.vertical == T(0);
 }
@@ -254,85 +187,65 @@ CORVEX_ALWAYS_INLINE void SearchRun(const EdgeColumns<T>& edges, const EdgeValue
 
 /// CrossingSearch::FindFirst by lanes of the given width, block by block.
 template <unsigned int Bytes, class T>
-CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, T margin, unsigned int i, unsigned int* index,
-                                            TVector2<T>* point)
+CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, const BoxTree<T>& blocks, T margin,
+                                            unsigned int i, unsigned int* index, TVector2<T>* point)
 {
-    using Lane = typename Lanes<T, Bytes>::Type;
-    using Mask = decltype(Lane() == Lane());
-    constexpr unsigned int laneCount = Lanes<T, Bytes>::count;
     EdgeValues<T> edge;
     EdgeLine<T> line;
     edge.Read(edges, i);
     line.Read(edges, i);
-    const Box<T> box = MakeBox(edge, margin);
+    const PlaneBox<T> box = MakeBox(edge, margin);
     const unsigned int first = i + 2;
     const unsigned int end = i == 0 ? edges.GetCount() - 1 : edges.GetCount();
     Nearest<T> nearest;
+    if (first >= end) return false;
 
-    // The last lanes may lie past the last block.
-    for (unsigned int block = first / blockSize; block * blockSize < end; block += laneCount) {
-        Box<Lane> others;
-        others.Read(edges, block);
-        Mask meets;
-        others.Meets(box, meets);
-        if (!AnyLane(meets)) continue;
-        for (unsigned int k = 0; k < laneCount; ++k) {
-            if (meets[k] == 0) continue;
-            // Blocks side by side make one run.
-            const unsigned int from = (block + k) * blockSize;
-            while (k + 1 < laneCount && meets[k + 1] != 0) ++k;
-            const unsigned int to = (block + k + 1) * blockSize;
-            SearchRun<Bytes>(edges, edge, line, std::max(from, first), std::min(to, end), &nearest);
-        }
-    }
+    blocks.Traverse(
+        first / blockSize,
+        [&](unsigned int level, std::size_t group)
+            CORVEX_INLINE_LAMBDA { return blocks.template FindMeeting<Bytes>(level, group, box); },
+        [&](unsigned int from, unsigned int to) CORVEX_INLINE_LAMBDA {
+            SearchRun<Bytes>(edges, edge, line, std::max(from * blockSize, first), std::min(to * blockSize, end),
+                             &nearest);
+            return true;
+        });
     if (!nearest.isFound) return false;
     *index = nearest.index;
     *point = nearest.point;
     return true;
 }
 
-#ifdef CORVEX_WIDE_LANES
-template <class T>
-CORVEX_WIDE_LANES bool FindFirstWide(const EdgeColumns<T>& edges, T margin, unsigned int i, unsigned int* index,
-                                     TVector2<T>* point)
-{
-    return FindFirstCrossing<wideBytes>(edges, margin, i, index, point);
-}
-#endif
-
 } // namespace
 
 template <class T>
 CrossingSearch<T>::CrossingSearch(const TEdge2<T>* edgeArray, unsigned int edgeCount)
-    : edges(edgeArray, edgeCount, endOfColumns - EdgeColumns<T>::edgeColumnCount), margin(RoundingMargin(edges))
+    : edges(edgeArray, edgeCount, endOfColumns - EdgeColumns<T>::edgeColumnCount),
+      blocks((edgeCount + blockSize - 1) / blockSize),
+      margin(RoundingMargin(edges))
 {
-    Box<T> box = {};
+    PlaneBox<T> box;
     for (unsigned int i = 0; i < edgeCount; ++i) {
         EdgeValues<T> edge;
         edge.Read(edges, i);
         const T slope = edge.directionY / edge.directionX;
-        const T size = Numbers::Absolute(slope);
         edges.Column(slopeColumn)[i] = slope;
         edges.Column(interceptColumn)[i] = edge.startY - edge.startX * slope;
-        edges.Column(meritColumn)[i] = (T(1) / (size > T(1) ? size : T(1))) * size;
+        edges.Column(meritColumn)[i] = PairMerit(slope);
         edges.Column(verticalColumn)[i] = Numbers::IsZero(edge.directionX, Numbers::commonTolerance<T>) ? T(1) : T(0);
 
-        const Box<T> own = MakeBox(edge, margin);
-        if (i % blockSize == 0)
-            box = own;
-        else
-            box.Join(own);
-        box.Write(edges, i / blockSize);
+        box.Join(MakeBox(edge, margin));
+        if (i % blockSize != blockSize - 1 && i != edgeCount - 1) continue;
+        blocks.SetLeaf(i / blockSize, box);
+        box = PlaneBox<T>();
     }
+    blocks.RaiseAll();
 }
 
 template <class T>
 bool CrossingSearch<T>::FindFirst(unsigned int i, unsigned int* index, TVector2<T>* point) const
 {
-#ifdef CORVEX_WIDE_LANES
-    if (hasWideLanes) return FindFirstWide(edges, margin, i, index, point);
-#endif
-    return FindFirstCrossing<baselineBytes>(edges, margin, i, index, point);
+    return ForThisProcessor(
+        [=](auto bytes) { return FindFirstCrossing<bytes>(edges, blocks, margin, i, index, point); });
 }
 
 template class CrossingSearch<float>;

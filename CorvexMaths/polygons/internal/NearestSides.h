@@ -2,65 +2,81 @@
 
 /// The search for the point of a cloud that lies nearest to an outline, as the outline grows through the cloud.
 
+#include <CorvexMaths/polygons/internal/BoxTree.h>
 #include <CorvexMaths/polygons/internal/EdgeColumns.h>
 
+#include <cstdint>
 #include <memory>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// The points of a cloud, each with the side of a closed outline that it lies nearest to, by TEdge2::DistanceToPoint.
+/// A closed outline and the points of a cloud, each with the side that it lies nearest to, by TEdge2::DistanceToPoint.
 ///
 /// A distance depends on one point and one side alone, and an insertion replaces one side by two: a point is measured
-/// against these, and against all sides only if the replaced one was its nearest and neither of the two is as near.
+/// against these, and against other sides only if the replaced one was its nearest and neither of the two is as near.
 /// Distances that do not stay below the largest `float` count as none.
+///
+/// Vertices and points stand along a curve that fills the plane (Hilbert, 1891), in two trees over runs of it: one of
+/// the boxes around the sides that start there; one of the boxes around the points, with the greatest of their
+/// distances, so that a new side passes over those that it is too far from, and with the nearest of the points.
 template <class T>
 class NearestSides
 {
 public:
-    /// Where the outline is to grow next.
-    struct Place
-    {
-        /// The point that lies nearest to the outline, the first on a tie, by its number among those left.
-        unsigned int point;
-        /// The outline's vertex that the point lies nearest to, or else the end of that side, the first on a tie; 0 if
-        /// no point has a distance.
-        unsigned int position;
-        /// Whether it lies nearest to a vertex.
-        bool isAtCorner;
-    };
+    /// The sides lead from each of the first `outlineCount` vertices to the next and from the last to the first; the
+    /// others are the cloud. x and y of vertex i stand at i * stride.
+    NearestSides(const T* points, unsigned int stride, unsigned int outlineCount, unsigned int vertexCount);
 
-    /// The sides lead from each vertex of the outline to the next; the last vertex closes it. x and y of vertex i stand
-    /// at i * stride, and so for the points.
-    NearestSides(const T* outline, unsigned int outlineCount, const T* points, unsigned int cloudCount,
-                 unsigned int stride);
+    /// Moves the point that lies nearest to the outline, the first on a tie, into the outline: into its nearest side,
+    /// the first on a tie, or next to the vertex that it lies nearest to, on the side of it that the bisector tells.
+    /// There must be one left.
+    void InsertNearest();
 
-    /// The next place. There must be a point left.
-    Place FindNearest() const;
-
-    /// Moves a point from the cloud into the outline, where it becomes vertex `position`, which is neither 0 nor beyond
-    /// the closing one. The points and vertices after it change their numbers.
-    void Insert(unsigned int point, unsigned int position);
+    /// Writes the numbers of the vertices in the order of the outline.
+    void WriteOutline(unsigned int* order) const;
 
 private:
-    /// Leaves a point without a nearest side.
-    void Forget(unsigned int point);
-    /// Takes a side as the nearest one of a point if it is nearer than that so far, or as near and earlier.
+    static constexpr unsigned int none = ~0u;
+    static constexpr unsigned int blockSize = 8;
+
+    void OrderAlongCurve(const T* points, unsigned int stride);
+    void MeasureSide(unsigned int side);
+    PlaneBox<T> MakeBox(unsigned int side) const;
+    void MeasureBlock(unsigned int block);
+    void Summarise(unsigned int level, std::size_t box);
+    unsigned int FindNearestPoint() const;
+    unsigned int FindSideToSplit(unsigned int point) const;
+    EdgeValues<T> GetSide(unsigned int side) const;
+    TVector2<T> GetPoint(unsigned int place) const { return {x[place], y[place]}; }
+
     void Offer(unsigned int point, unsigned int side, T distance);
-    /// Measures a point against all sides.
-    void MeasureAgainstAll(unsigned int point);
-    /// Measures all points after the side `split` was replaced by that and the side `added`.
-    void MeasureAfterSplit(unsigned int split, unsigned int added);
+    void MeasureAgainstOthers(unsigned int point);
+    void SearchSides(unsigned int point, unsigned int level, std::size_t group);
+    struct Split;
+    void MeasureAfterSplit(const Split& split, unsigned int level, std::size_t group);
+    void MeasureBlockAfterSplit(const Split& split, unsigned int block);
 
-    // The sides stand in no order; the first entry is none, at position 0.
-    unsigned int sideEnd;
-    std::unique_ptr<EdgeValues<T>[]> sides;
-    std::unique_ptr<unsigned int[]> positions; ///< The number of the vertex that a side ends at.
+    void LabelBetween(unsigned int side, unsigned int added);
+    void SpreadLabels(unsigned int side);
 
-    // The points in their order.
-    unsigned int pointCount;
-    std::unique_ptr<T[]> x, y, nearest;
+    unsigned int count;
+    /// All by the place of a vertex along the curve. A side goes by the place that it starts at.
+    std::unique_ptr<unsigned int[]> numbers;
+    std::unique_ptr<T[]> x, y;
+    unsigned int start; ///< The first vertex of the outline.
+    std::unique_ptr<unsigned int[]> next, previous;
+    std::unique_ptr<T[]> directionX, directionY;
+    std::unique_ptr<std::uint64_t[]> labels; ///< Ascending from the first side to the last.
+    /// The distance of a point of the cloud, below 0 for any other, and its side.
+    std::unique_ptr<T[]> nearest;
     std::unique_ptr<unsigned int[]> nearestSide;
+
+    T size; ///< The greatest coordinate of those that have bounds on rounding.
+    BoxTree<T> sideBoxes, pointBoxes;
+    /// For each box of points the greatest distance, and the point to go first.
+    std::unique_ptr<T[]> farthest;
+    std::unique_ptr<unsigned int[]> first;
 };
 
 extern template class NearestSides<float>;
