@@ -5,6 +5,7 @@
 #include <geos_c.h>
 
 #include <memory>
+#include <vector>
 
 namespace Peers
 {
@@ -32,6 +33,8 @@ public:
 
     ~Geometry()
     {
+        for (GEOSGeometry* const point : points) GEOSGeom_destroy_r(context, point);
+        GEOSPreparedGeom_destroy_r(context, prepared);
         GEOSGeom_destroy_r(context, result);
         GEOSGeom_destroy_r(context, polygon);
         GEOS_finish_r(context);
@@ -45,6 +48,16 @@ public:
         result = GEOSBuffer_r(context, polygon, distance, quarterSegments);
     }
 
+    /// Makes the polygon ready to be asked about points.
+    void Prepare(const Coordinates& queries)
+    {
+        prepared = GEOSPrepare_r(context, polygon);
+        for (std::size_t i = 0; i < queries.size(); i += 2)
+            points.push_back(GEOSGeom_createPointFromXY_r(context, queries[i], queries[i + 1]));
+    }
+
+    bool Contains(std::size_t query) const { return GEOSPreparedIntersects_r(context, prepared, points[query]) == 1; }
+
     double ResultArea() const
     {
         double area = 0;
@@ -56,6 +69,8 @@ private:
     GEOSContextHandle_t context = GEOS_init_r();
     GEOSGeometry* polygon = nullptr;
     GEOSGeometry* result = nullptr;
+    const GEOSPreparedGeometry* prepared = nullptr;
+    std::vector<GEOSGeometry*> points;
 };
 
 } // namespace
@@ -64,6 +79,17 @@ Work GeosOffset(const Coordinates& outline, double distance)
 {
     const auto geometry = std::make_shared<Geometry>(outline);
     return {[=] { geometry->Offset(distance); }, [=] { return Values{geometry->ResultArea()}; }};
+}
+
+Work GeosContainment(const Coordinates& outline, const Coordinates& queries)
+{
+    const auto geometry = std::make_shared<Geometry>(outline);
+    geometry->Prepare(queries);
+    const auto isWithin = std::make_shared<Values>(queries.size() / 2);
+    return {[=] {
+                for (std::size_t i = 0; i < isWithin->size(); ++i) (*isWithin)[i] = geometry->Contains(i) ? 1 : 0;
+            },
+            [=] { return *isWithin; }};
 }
 
 } // namespace Peers

@@ -6,6 +6,7 @@
 
 #include <CorvexMaths/CorvexMaths.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -56,6 +57,31 @@ inline Coordinates MakeGear(std::size_t count, double noise)
         AddPoint(outline, size * (1 + 0.01 * std::sin(12 * angle) + uniform(random)), angle);
     }
     return outline;
+}
+
+/// A counter-clockwise ring of sides about 1 long, each vertex nearer or farther at random by up to `noise`.
+inline Coordinates MakeRing(std::size_t count, double noise)
+{
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> uniform(-noise, noise);
+    Coordinates outline;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double angle = fullTurn * static_cast<double>(i) / static_cast<double>(count);
+        AddPoint(outline, static_cast<double>(count) / fullTurn + uniform(random), angle);
+    }
+    return outline;
+}
+
+/// The points of a cloud in another order, at random.
+inline Coordinates Shuffle(const Coordinates& points)
+{
+    std::mt19937_64 random(9);
+    std::vector<std::size_t> order(points.size() / 2);
+    for (std::size_t i = 0; i < order.size(); ++i) order[i] = 2 * i;
+    std::shuffle(order.begin(), order.end(), random);
+    Coordinates shuffled;
+    for (const std::size_t i : order) shuffled.insert(shuffled.end(), {points[i], points[i + 1]});
+    return shuffled;
 }
 
 /// Points over the square around such a gear, most of them inside its box, so that the box alone decides few.
@@ -133,6 +159,19 @@ inline Work OurContainment(const Coordinates& points, const Coordinates& queryPo
     return {[=] {
                 for (unsigned int i = 0; i < queries->GetCount(); ++i)
                     (*isWithin)[i] = outline->IsWithin((*queries)[i]) ? 1 : 0;
+            },
+            [=] { return *isWithin; }};
+}
+
+/// The same through an index, which is made beforehand.
+inline Work OurPreparedContainment(const Coordinates& points, const Coordinates& queryPoints)
+{
+    const auto index = std::make_shared<const TOutlineIndex<double>>(*MakeOutline<double>(points));
+    const OutlinePointer<double> queries = MakeOutline<double>(queryPoints);
+    const auto isWithin = std::make_shared<Values>(queries->GetCount());
+    return {[=] {
+                for (unsigned int i = 0; i < queries->GetCount(); ++i)
+                    (*isWithin)[i] = index->IsWithin((*queries)[i]) ? 1 : 0;
             },
             [=] { return *isWithin; }};
 }

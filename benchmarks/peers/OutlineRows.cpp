@@ -71,15 +71,41 @@ void AddThinning()
     if constexpr (hasBoost) row.Add("Boost", [=] { return BoostThinning(chain(), tolerance); });
 }
 
-void AddOffset(std::size_t count)
+/// Containment of many points in one outline, smooth or spiky, which is prepared beforehand where that can be done.
+void AddPreparedContainment(std::size_t vertexCount, double noise)
 {
-    constexpr double distance = 5;
-    const auto outline = [=] { return MakeGear(count, 0); };
-    // Corners that open are rounded, in one way or another.
-    const Row row("offset/" + std::to_string(count), 1e-4);
+    constexpr std::size_t queryCount = 10000;
+    const auto outline = [=] { return MakeGear(vertexCount, noise); };
+    const auto queries = [=] { return MakeQueries(queryCount, noise); };
+    const std::string kind = noise == 0 ? "smooth" : "spiky";
+    const Row row("prepared-containment/" + kind + std::to_string(vertexCount), 0, queryCount);
+    row.Add("ours", [=] { return OurPreparedContainment(outline(), queries()); });
+    if constexpr (hasGeos) row.Add("GEOS", [=] { return GeosContainment(outline(), queries()); });
+}
+
+/// The offset of an outline, timed by vertex. Corners that open are rounded, in one way or another.
+void AddOffset(const std::string& name, double bound, double distance, std::size_t count,
+               Coordinates (*make)(std::size_t))
+{
+    const auto outline = [=] { return make(count); };
+    const Row row(name + "/" + std::to_string(count), bound, static_cast<double>(count));
     row.Add("ours", [=] { return OurOffset(outline(), distance); });
     if constexpr (hasBoost) row.Add("Boost", [=] { return BoostOffset(outline(), distance); });
     if constexpr (hasGeos) row.Add("GEOS", [=] { return GeosOffset(outline(), distance); });
+    if constexpr (hasClipper) row.Add("Clipper", [=] { return ClipperOffset(outline(), distance); });
+}
+
+/// Smooth outlines; rings with sides about as long as the distance; and dense ones, whose noise is above the length of
+/// their sides.
+void AddOffsets()
+{
+    const auto gear = [](std::size_t count) { return MakeGear(count, 0); };
+    for (const std::size_t count : {100, 1000}) AddOffset("offset", 1e-4, 5, count, gear);
+    for (const std::size_t count : {1000, 4000, 16000, 64000, 256000}) {
+        AddOffset("offset-smooth", 1e-3, 50, count, gear);
+        AddOffset("offset-jagged", 1e-3, 0.4, count, [](std::size_t n) { return MakeRing(n, 0.3); });
+        AddOffset("offset-dense", 1e-2, 2, count, [](std::size_t n) { return MakeGear(n, 0.001); });
+    }
 }
 
 /// A zigzag of an odd count along the diagonal of a square: no two sides cross, and the box of each meets that of every
@@ -129,8 +155,9 @@ const Registration outlineRows([] {
     AddHull("circle", true, 2e-4, Summary);
     AddContainment();
     AddThinning();
-    AddOffset(100);
-    AddOffset(1000);
+    for (const std::size_t count : {1000, 100000})
+        for (const double noise : {0.0, 0.4}) AddPreparedContainment(count, noise);
+    AddOffsets();
     AddCrossings<double>("double");
     AddCrossings<float>("float");
     AddBoundingCircle();

@@ -19,6 +19,8 @@ Work CgalHull(const Coordinates& points);
 // For each query point 1 if it lies within a counter-clockwise outline, else 0.
 Work BoostContainment(const Coordinates& outline, const Coordinates& queries);
 Work CgalContainment(const Coordinates& outline, const Coordinates& queries);
+// Through an outline that was prepared beforehand.
+Work GeosContainment(const Coordinates& outline, const Coordinates& queries);
 
 // The vertices that Douglas and Peucker's method keeps of an open chain.
 Work BoostThinning(const Coordinates& chain, double tolerance);
@@ -26,6 +28,7 @@ Work BoostThinning(const Coordinates& chain, double tolerance);
 // The outline at a distance from a counter-clockwise one, corners rounded as the library does if not told: its area.
 Work BoostOffset(const Coordinates& outline, double distance);
 Work GeosOffset(const Coordinates& outline, double distance);
+Work ClipperOffset(const Coordinates& outline, double distance);
 
 // The smallest circle around points: x and y of the centre, and the radius. By the incremental method for circles, and
 // by the search from the farthest point for spheres of any dimension.

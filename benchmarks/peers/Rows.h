@@ -18,6 +18,7 @@ constexpr bool hasBlas = CORVEX_PEER_Blas;
 constexpr bool hasBoost = CORVEX_PEER_Boost;
 constexpr bool hasCgal = CORVEX_PEER_Cgal;
 constexpr bool hasGeos = CORVEX_PEER_Geos;
+constexpr bool hasClipper = CORVEX_PEER_Clipper;
 constexpr bool hasGsl = CORVEX_PEER_Gsl;
 
 /// One row of the table, as benchmarks `<row>/<variant>/<who>`, the names by which table.py pairs them.

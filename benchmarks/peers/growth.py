@@ -5,7 +5,8 @@
 
 Both axes are logarithmic: size along, the time for one unit of it upwards, as the median of the repetitions. A level
 line is cost in proportion to size; one that rises by a decade for a decade is cost by its square. What a unit is stands
-beside each line.
+beside each line. Prints the times for one unit at 1000, 10 000, 100 000 and 1 000 000 as well, and how many times the
+second the last of them is.
 """
 
 import json
@@ -119,10 +120,26 @@ def curves(operations, across, upwards):
     return parts
 
 
+def print_table(operations):
+    """A line for each operation that was run at 10 000 and above."""
+    sizes = (1000, 10_000, 100_000, 1_000_000)
+    width = max(len(operation) for operation in operations)
+    print("operation".ljust(width) + "".join(show_size(size).rjust(12) for size in sizes) + "  grows by")
+    for operation, points in operations.items():
+        times = dict(points)
+        largest = max(times)
+        if 10_000 not in times or largest == 10_000:
+            continue
+        shown = (show_time(times[size]) if size in times else "" for size in sizes)
+        print(operation.ljust(width) + "".join(time.rjust(12) for time in shown)
+              + f"{times[largest] / times[10_000]:10.2f}")
+
+
 def main(run, picture):
     operations = read_run(run)
     if not operations:
         sys.exit(f"growth.py: no rows growth/ in {run}")
+    print_table(operations)
     across = Axis([size for points in operations.values() for size, _ in points], LEFT, RIGHT)
     upwards = Axis([time for points in operations.values() for _, time in points], BOTTOM, TOP)
     parts = [
