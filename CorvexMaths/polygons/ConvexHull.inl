@@ -44,10 +44,10 @@ bool IsFarther(const TVector2<T>& a, const TVector2<T>& b, const TVector2<T>& c)
     return c.DiffVectLenSquared(a) > b.DiffVectLenSquared(a);
 }
 
-/// Deals items 0 to count - 1 to buckets, in linear time: bucket(i) is where item i goes, place(i, slot) puts it there.
+/// Counting sort of items 0 to count - 1 by bucket(i): place(i, slot) puts item i into its slot. Linear time, stable.
 /// `ends` has one entry for each bucket and one more; it gets their ends.
 template <class Bucket, class Place>
-void Deal(unsigned int count, unsigned int bucketCount, unsigned int* ends, Bucket bucket, Place place)
+void CountingSort(unsigned int count, unsigned int bucketCount, unsigned int* ends, Bucket bucket, Place place)
 {
     std::fill_n(ends, bucketCount + std::size_t(1), 0u);
     for (unsigned int i = 0; i < count; ++i) ++ends[bucket(i) + std::size_t(1)];
@@ -83,7 +83,7 @@ public:
         const std::unique_ptr<std::uint16_t[]> bucket(new std::uint16_t[count]);
         if (!FindBuckets(bucket.get())) return false;
         const std::unique_ptr<unsigned int[]> ends(new unsigned int[bucketCount + std::size_t(1)]);
-        Deal(
+        CountingSort(
             count, bucketCount, ends.get(), [&](unsigned int i) { return bucket[i]; },
             [&](unsigned int i, unsigned int slot) { pairs[slot].second = (*this)[i]; });
 
@@ -91,11 +91,10 @@ public:
         unsigned int largest = 0;
         for (unsigned int b = 0, first = 0; b < bucketCount; first = ends[b++])
             largest = std::max(largest, ends[b] - first);
-        const std::unique_ptr<Pair[]> dealt(new Pair[largest]);
-        const std::unique_ptr<unsigned int[]> dealtEnds(new unsigned int[largest + std::size_t(1)]);
+        const Scratch scratch(largest);
         T previous = T(-1);
         for (unsigned int b = 0, first = 0; b < bucketCount; first = ends[b++])
-            if (!OrderBucket(pairs + first, ends[b] - first, dealt.get(), dealtEnds.get(), &previous)) return false;
+            if (!OrderBucket(pairs + first, ends[b] - first, scratch, &previous)) return false;
         return true;
     }
 
@@ -103,6 +102,15 @@ private:
     /// So many pairs stay in the nearest cache.
     static constexpr unsigned int bucketShare = 1024;
     static constexpr unsigned int mostBuckets = std::numeric_limits<std::uint16_t>::max();
+
+    /// What the ordering of a bucket of at most so many pairs works in.
+    struct Scratch
+    {
+        explicit Scratch(unsigned int most) : pairs(new Pair[most]), ends(new unsigned int[most + std::size_t(1)]) {}
+
+        std::unique_ptr<Pair[]> pairs;
+        std::unique_ptr<unsigned int[]> ends;
+    };
 
     /// Writes, for each vertex, which of the buckets its direction falls into. They part the upper half of a diamond
     /// around the pivot evenly, and so part its angles in their order but for rounding. Returns false where a vertex
@@ -123,10 +131,12 @@ private:
         return isSound;
     }
 
-    /// Computes the angles of the pairs of a bucket and orders them, by way of as many buckets as there are pairs.
+    /// Computes the angles of the pairs of a bucket and orders them, by a counting sort into as many buckets as there are pairs.
     /// Returns whether they ascend strictly from the previous angle on, which becomes the last one.
-    bool OrderBucket(Pair* pairs, unsigned int pairCount, Pair* dealt, unsigned int* ends, T* previous) const
+    bool OrderBucket(Pair* pairs, unsigned int pairCount, const Scratch& scratch, T* previous) const
     {
+        Pair* const sorted = scratch.pairs.get();
+        unsigned int* const ends = scratch.ends.get();
         if (pairCount == 0) return true;
         for (unsigned int i = 0; i < pairCount; ++i) pairs[i].first = Angle(pairs[i].second);
         const auto range = std::minmax_element(pairs, pairs + pairCount);
@@ -137,15 +147,16 @@ private:
             // NaN, which angles that are all equal lead to, goes to the last one, too.
             return place < static_cast<T>(pairCount) ? static_cast<unsigned int>(place) : pairCount - 1;
         };
-        Deal(pairCount, pairCount, ends, bucket, [=](unsigned int i, unsigned int slot) { dealt[slot] = pairs[i]; });
+        CountingSort(pairCount, pairCount, ends, bucket,
+                     [=](unsigned int i, unsigned int slot) { sorted[slot] = pairs[i]; });
         unsigned int first = 0;
         for (unsigned int b = 0; b < pairCount; first = ends[b++])
-            if (ends[b] - first > 1) std::sort(dealt + first, dealt + ends[b]);
+            if (ends[b] - first > 1) std::sort(sorted + first, sorted + ends[b]);
         bool isAscending = true;
         for (unsigned int i = 0; i < pairCount; ++i) {
-            isAscending &= dealt[i].first > *previous;
-            *previous = dealt[i].first;
-            pairs[i] = dealt[i];
+            isAscending &= sorted[i].first > *previous;
+            *previous = sorted[i].first;
+            pairs[i] = sorted[i];
         }
         return isAscending;
     }

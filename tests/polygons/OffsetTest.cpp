@@ -33,7 +33,8 @@ TYPED_TEST(OffsetTest, SquaresGrowAndShrinkInBothSenses)
         });
     const OutlineRow thinned[] = {
         {"thinned", 1, square, {{1, -1}, {2, 0}, {2, 1}, {1, 2}, {0, 2}, {-1, 1}, {-1, 0}, {0, -1}}}};
-    ExpectOutlines<TypeParam>(thinned, 0, 0, [](auto& polygon, auto spacing) { polygon.Offset(1, spacing); });
+    ExpectOutlines<TypeParam>(thinned, 0, 0,
+                              [](auto& polygon, auto spacing) { EXPECT_TRUE(polygon.Offset(1, spacing)); });
 }
 
 TYPED_TEST(OffsetTest, FailuresLeaveWhatTheyHadReached)

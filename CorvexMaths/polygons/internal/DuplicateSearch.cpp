@@ -119,12 +119,12 @@ private:
     unsigned int shift = 64 - 6;
 };
 
-/// A set of cells, one bit for each place. It may hold cells that nobody added, few while there are as many vertices as
-/// told.
-class CellSet
+/// A Bloom filter of cells, with one hash: a bit for each place, so that it may hold cells that nobody added; few of
+/// them, while there are as many vertices as told.
+class CellFilter
 {
 public:
-    explicit CellSet(unsigned int count)
+    explicit CellFilter(unsigned int count)
         : places(placesPerVertex * std::size_t(count)), words(new std::uint64_t[places.GetCount() / 64]())
     {}
 
@@ -165,15 +165,15 @@ private:
     std::unique_ptr<unsigned int[]> next;
 };
 
-/// Marks in `original` a vertex that must be compared with others.
+/// Marks the place of a vertex that must be compared with others.
 constexpr unsigned int suspect = 1u << 31;
 
 /// Writes the place of each vertex, with the mark of a suspect where an earlier vertex may lie in a cell near to it:
 /// only of these can one be a duplicate. What is found does not branch, for it cannot be foreseen. Returns how many
 /// there are; if more than `most`, it stops there.
 template <class T>
-unsigned int FindSuspects(const Outline<T>& outline, unsigned int count, unsigned int most, CellSet& cells,
-                          unsigned int* original)
+unsigned int FindSuspects(const Outline<T>& outline, unsigned int count, unsigned int most, CellFilter& cells,
+                          unsigned int* places)
 {
     unsigned int suspectCount = 0;
     for (unsigned int j = 0; j < count && suspectCount <= most; ++j) {
@@ -182,7 +182,7 @@ unsigned int FindSuspects(const Outline<T>& outline, unsigned int count, unsigne
         position.VisitNear([&](std::uint64_t hash) { isSuspect |= cells.Has(cells.GetPlace(hash)); });
         const unsigned int place = cells.GetPlace(position.GetOwn());
         cells.Add(place);
-        original[j] = isSuspect != 0 ? place | suspect : place;
+        places[j] = isSuspect != 0 ? place | suspect : place;
         suspectCount += isSuspect;
     }
     return suspectCount;
@@ -206,26 +206,27 @@ unsigned int FindDuplicates(const T* points, unsigned int stride, unsigned int c
     // Where there are more suspects than a few, it is quicker to take all vertices for such.
     const unsigned int fewSuspects = count / 8;
     const Outline<T> outline{points, stride};
-    CellSet cells(count);
-    const unsigned int suspectCount = FindSuspects(outline, count, fewSuspects, cells, original);
+    CellFilter cells(count);
+    const std::unique_ptr<unsigned int[]> places(new unsigned int[count]);
+    const unsigned int suspectCount = FindSuspects(outline, count, fewSuspects, cells, places.get());
     if (suspectCount == 0) {
         std::fill_n(original, count, noVertex);
         return 0;
     }
 
-    // From here on the set holds the cells near to suspects. Only vertices in these can be what a suspect repeats, so
+    // From here on the filter holds the cells near to suspects. Only vertices in these can be what a suspect repeats, so
     // that the table needs no others.
     const bool areFew = suspectCount <= fewSuspects;
     cells.Clear();
     for (unsigned int j = 0; areFew && j < count; ++j)
-        if ((original[j] & suspect) != 0)
+        if ((places[j] & suspect) != 0)
             WidePosition(outline[j]).VisitNear([&](std::uint64_t hash) { cells.Add(cells.GetPlace(hash)); });
 
     CellTable table(areFew ? 2 * std::size_t(suspectCount) : count, count);
     unsigned int duplicateCount = 0;
     for (unsigned int j = 0; j < count; ++j) {
-        const bool isSuspect = !areFew || (original[j] & suspect) != 0;
-        const bool isPassedOver = areFew && !cells.Has(original[j] & ~suspect);
+        const bool isSuspect = !areFew || (places[j] & suspect) != 0;
+        const bool isPassedOver = areFew && !cells.Has(places[j] & ~suspect);
         original[j] = noVertex;
         // What is not a number is near nothing and needs no cell.
         if (isPassedOver || std::isnan(outline[j][0]) || std::isnan(outline[j][1])) continue;

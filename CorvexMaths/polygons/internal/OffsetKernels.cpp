@@ -45,8 +45,7 @@ unsigned int OffsetCorner(const TEdge2<T>& first, const TEdge2<T>& second, const
     }
 
     // 3. Edges that do not reach each other are joined, through a vertex on the bisector where the corner turns the way
-    // that
-    //    the offset opens it. The flag is the caller's sign and not that of the shift, so that the corners of a
+    //    that the offset opens it. The flag is the caller's sign and not that of the shift, so that the corners of a
     //    clockwise outline stay without one.
     unsigned int count = 0;
     points[count++] = shiftedFirst.Vertex[1];
