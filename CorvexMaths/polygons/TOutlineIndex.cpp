@@ -10,11 +10,10 @@ namespace
 {
 
 template <class T, template <class> class V>
-std::shared_ptr<const Kernels::ContainmentTree<T>> MakeTree(const TPointSet<T, V>& outline)
+const Kernels::ContainmentTree<T>* MakeTree(const TPointSet<T, V>& outline)
 {
     if (outline.GetCount() == 0) return nullptr;
-    return std::make_shared<const Kernels::ContainmentTree<T>>(ValuesOf<T, V>(outline), componentsOf<T, V>,
-                                                               outline.GetCount());
+    return new Kernels::ContainmentTree<T>(ValuesOf<T, V>(outline), componentsOf<T, V>, outline.GetCount());
 }
 
 } // namespace
@@ -33,6 +32,29 @@ template <class T>
 TOutlineIndex<T>::TOutlineIndex(const TPointSet<T, TVector4>& outline)
     : boundingBox(outline.GetBoundingBox()), tree(MakeTree<T, TVector4>(outline))
 {}
+
+template <class T>
+TOutlineIndex<T>::TOutlineIndex(const TOutlineIndex& other) : boundingBox(other.boundingBox), tree(other.tree)
+{
+    if (tree) tree->Join();
+}
+
+template <class T>
+TOutlineIndex<T>& TOutlineIndex<T>::operator=(const TOutlineIndex& other)
+{
+    // The other first: it may share the tree, or be this very index.
+    if (other.tree) other.tree->Join();
+    if (tree && tree->Leave()) delete tree;
+    tree = other.tree;
+    boundingBox = other.boundingBox;
+    return *this;
+}
+
+template <class T>
+TOutlineIndex<T>::~TOutlineIndex()
+{
+    if (tree && tree->Leave()) delete tree;
+}
 
 template <class T>
 bool TOutlineIndex<T>::IsWithin(const TVector2<T>& point) const

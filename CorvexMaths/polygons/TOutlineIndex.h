@@ -7,8 +7,6 @@
 #include <CorvexMaths/pointsets/TPointSet.h>
 #include <CorvexMaths/vectors/TVector2.h>
 
-#include <memory>
-
 namespace Halmont::Orrin::CorvexMaths
 {
 
@@ -45,6 +43,13 @@ public:
     explicit TOutlineIndex(const TPointSet<T, TVector4>& outline);
     /// @}
 
+    /// Shares what was made.
+    TOutlineIndex(const TOutlineIndex& other);
+    /// Shares what was made for another index, and leaves its own to the other copies.
+    TOutlineIndex& operator=(const TOutlineIndex& other);
+    /// Releases what was made if no copy shares it.
+    ~TOutlineIndex();
+
     /// Whether a point of the plane lies in the outline: what TPointSet::IsWithin answered for it. A point of NaN is
     /// outside.
     /// @{
@@ -57,8 +62,8 @@ public:
 
 private:
     TBox<T> boundingBox;
-    /// Null for an outline without vertices.
-    std::shared_ptr<const Kernels::ContainmentTree<T>> tree;
+    /// Null for an outline without vertices. Counts its owners.
+    const Kernels::ContainmentTree<T>* tree;
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TOutlineIndex);

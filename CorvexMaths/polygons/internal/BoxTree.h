@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 
@@ -66,6 +68,22 @@ private:
     T limit;
     T size = T(0);
 };
+
+/// A mask of lanes of T as bits, one for each lane.
+template <class T, class Mask>
+CORVEX_ALWAYS_INLINE unsigned int PackMask(const Mask& mask)
+{
+    constexpr unsigned int wordCount = sizeof(Mask) / sizeof(std::uint64_t);
+    constexpr unsigned int lanesPerWord = sizeof(std::uint64_t) / sizeof(T);
+    std::uint64_t words[wordCount];
+    std::memcpy(words, &mask, sizeof(words));
+    std::uint64_t bits = 0;
+    for (unsigned int w = 0; w < wordCount; ++w) {
+        const std::uint64_t lanes = lanesPerWord == 1 ? words[w] & 1 : (words[w] & 1) | (words[w] >> 62 & 2);
+        bits |= lanes << w * lanesPerWord;
+    }
+    return static_cast<unsigned int>(bits);
+}
 
 /// Boxes in groups of eight: each group of a level has one box on the next level, the box around all of its own, up to
 /// a level of one group. A leaf is the box of what the owner puts there.
@@ -185,7 +203,7 @@ public:
             Load(lowY, boxes.lowY + from);
             Load(highY, boxes.highY + from);
             const auto meets = (lowX <= box.highX) & (highX >= box.lowX) & (lowY <= box.highY) & (highY >= box.lowY);
-            for (unsigned int k = 0; k < laneCount; ++k) bits |= static_cast<unsigned int>(meets[k] & 1) << (from + k);
+            bits |= PackMask<T>(meets) << from;
         }
         return bits;
     }

@@ -144,15 +144,14 @@ void ContainmentTree<T>::OrderLevelWeights()
         // NaN goes behind the numbers.
         return a.key < b.key || (std::isnan(b.key) && !std::isnan(a.key));
     });
-    std::size_t words = 1;
-    while (words * 8 < levels.size()) words *= 2;
-    levelFilter.assign(words, 0);
+    while (filterLength * 8 < levels.size()) filterLength *= 2;
+    levelFilter.reset(new std::uint64_t[filterLength]());
     int sum = 0;
     for (LevelWeight& level : levels) {
         level.before = sum;
         sum += level.weight;
         const std::uint64_t hash = HashLevel(level.y);
-        levelFilter[(hash >> 6) & (words - 1)] |= std::uint64_t(1) << (hash & 63);
+        levelFilter[(hash >> 6) & (filterLength - 1)] |= std::uint64_t(1) << (hash & 63);
     }
     levels.push_back({std::numeric_limits<T>::infinity(), T(0), 0, sum});
 }
@@ -240,7 +239,7 @@ template <class T>
 int ContainmentTree<T>::ScoreLevel(T x, T y) const
 {
     const std::uint64_t hash = HashLevel(y);
-    if ((levelFilter[(hash >> 6) & (levelFilter.size() - 1)] >> (hash & 63) & 1) == 0) return 0;
+    if ((levelFilter[(hash >> 6) & (filterLength - 1)] >> (hash & 63) & 1) == 0) return 0;
     const auto end = levels.end() - 1;
     const auto first = std::partition_point(levels.begin(), end, [y](const LevelWeight& a) { return a.y < y; });
     const auto last = std::partition_point(first, end, [y](const LevelWeight& a) { return a.y == y; });

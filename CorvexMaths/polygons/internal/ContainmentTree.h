@@ -4,6 +4,8 @@
 
 #include <CorvexMaths/polygons/internal/BoxTree.h>
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -22,6 +24,11 @@ public:
 
     /// The sum of the scores of all sides, the closing one included.
     int GetScore(T x, T y) const;
+
+    /// Counts one more owner than the first.
+    void Join() const { owners.fetch_add(1, std::memory_order_relaxed); }
+    /// Counts one owner less; true for the last one, who has to delete the tree.
+    bool Leave() const { return owners.fetch_sub(1, std::memory_order_acq_rel) == 1; }
 
 private:
     /// What a vertex exactly on a point's level adds to the score, by the side of the point that its key is on.
@@ -51,7 +58,10 @@ private:
     /// By y, then by key.
     std::vector<LevelWeight> levels;
     /// A Bloom filter, with one hash, of the heights in `levels`; its length is a power of two.
-    std::vector<std::uint64_t> levelFilter;
+    std::unique_ptr<std::uint64_t[]> levelFilter;
+    std::size_t filterLength = 1;
+    /// Any thread may copy an index.
+    mutable std::atomic<unsigned int> owners{1};
 };
 
 extern template class ContainmentTree<float>;

@@ -107,10 +107,11 @@ struct EdgeLine
 template <class T, class Lane, class Mask>
 CORVEX_ALWAYS_INLINE void CrossSloping(const EdgeLine<T>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y, Mask* exists)
 {
-    PairRow<Lane> first = {};
-    Broadcast(first.element, -a.slope);
-    Broadcast(first.side, a.intercept);
-    Broadcast(first.merit, a.merit);
+    Lane element, side, merit;
+    Broadcast(element, -a.slope);
+    Broadcast(side, a.intercept);
+    Broadcast(merit, a.merit);
+    const PairRow<Lane> first = {element, side, merit};
     const PairRow<Lane> second = {-b.slope, b.intercept, b.merit};
     Lane solvedX, solvedY;
     SolvePair<T>(first, second, solvedX, solvedY);
