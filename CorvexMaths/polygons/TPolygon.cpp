@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -71,6 +72,20 @@ TPolygon<T, V>::TPolygon(const TPointSet<T, TVector4>& other) : TPointSet<T, V>(
 template <class T, template <class> class V>
 TPolygon<T, V>::TPolygon(const TPolygon& other) : TPointSet<T, V>(other), sortedList(other.sortedList)
 {}
+
+template <class T, template <class> class V>
+TPolygon<T, V>::TPolygon(TPolygon&& other) noexcept
+    : TPointSet<T, V>(std::move(other)), sortedList(std::move(other.sortedList))
+{}
+
+template <class T, template <class> class V>
+TPolygon<T, V>& TPolygon<T, V>::operator=(TPolygon&& other) noexcept
+{
+    if (this == &other) return *this;
+    TPointSet<T, V>::operator=(std::move(other));
+    sortedList = std::move(other.sortedList);
+    return *this;
+}
 
 template <class T, template <class> class V>
 TPolygon<T, V>& TPolygon<T, V>::operator=(const TPolygon& other)

@@ -58,6 +58,26 @@ public:
     /// A copy of the point set, its box calculated anew and its keep box flag copied, and of the sorted list.
     TPolygon(const TPolygon& other);
 
+    /// The polygon of the vertices in braces; the grow size is 1000, the box calculated and the sorted list empty.
+    TPolygon(std::initializer_list<V<T>> points) : TPointSet<T, V>(points), sortedList(0u, 1000u) {}
+
+    /// The polygon of the vertices from one iterator up to another; the grow size is 1000, the box calculated and the
+    /// sorted list empty.
+    template <class Iterator,
+              std::enable_if_t<std::is_base_of_v<std::input_iterator_tag,
+                                                 typename std::iterator_traits<Iterator>::iterator_category> &&
+                                   std::is_convertible_v<typename std::iterator_traits<Iterator>::reference, V<T>>,
+                               int> = 0>
+    TPolygon(Iterator first, Iterator last) : TPointSet<T, V>(first, last), sortedList(0u, 1000u)
+    {}
+
+    /// Takes over the vertices and the sorted list of another polygon, which is left empty; as for a point set. No hook
+    /// fires.
+    TPolygon(TPolygon&& other) noexcept;
+    /// Takes over the vertices and the sorted list of another polygon, which is left empty; as for a point set. No hook
+    /// fires. A polygon assigned to itself stays as it is.
+    TPolygon& operator=(TPolygon&& other) noexcept;
+
     /// Assigns the vertices, box, flag and sorted list. The box ends as a copy of the source's, stale or not; the hooks
     /// fire as in the assignment of a point set. A polygon assigned to itself ends empty, as every list does.
     TPolygon& operator=(const TPolygon& other);

@@ -74,3 +74,21 @@ TYPED_TEST(PolygonTest, ConstructionAndAssignmentCarryEveryField)
     EXPECT_EQ(Polygon(source.GetStream(), 3).GetSimpleArea(), T(8));
     EXPECT_EQ(Polygon(0, 5).GetGrowSize(), 5u);
 }
+
+TYPED_TEST(PolygonTest, PolygonsAreMadeOfRangesAndMovedWithTheirSortedList)
+{
+    using Vector = typename TypeParam::Vector;
+    const Vector corners[] = {Vector(), Vector(), Vector()};
+    const typename TypeParam::Polygon ofRange(std::begin(corners), std::end(corners)), ofBraces = {Vector(), Vector()};
+    EXPECT_EQ(ofRange.GetCount(), 3u);
+    EXPECT_EQ(ofBraces.GetCount(), 2u);
+    OpenPolygon<TypeParam> polygon(Plane{{0, 0}, {1, 0}, {0, 1}}), target(Plane{{5, 5}});
+    polygon.MakeConvexHull();
+    const auto* const block = polygon.GetStream();
+    target = std::move(polygon);
+    EXPECT_EQ(target.GetStream(), block);
+    EXPECT_EQ(target.sortedList.GetCount(), 2u);
+    EXPECT_EQ(polygon.GetCount(), 0u);
+    EXPECT_EQ(polygon.sortedList.GetCount(), 0u);
+    EXPECT_TRUE(target.removed.empty());
+}
