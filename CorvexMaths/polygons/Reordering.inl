@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <vector>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -23,20 +22,21 @@ template <class Vertex>
 class HullMembers
 {
 public:
-    HullMembers(const Vertex* hull, unsigned int hullCount)
+    HullMembers(const Vertex* hull, unsigned int hullCount) : members(new Vertex[hullCount])
     {
         for (unsigned int i = 0; i < hullCount; ++i)
-            if (hull[i] == hull[i]) members.push_back(hull[i]);
-        std::sort(members.begin(), members.end());
+            if (hull[i] == hull[i]) members[count++] = hull[i];
+        std::sort(members.get(), members.get() + count);
     }
 
     bool Has(const Vertex& vertex) const
     {
-        return vertex == vertex && std::binary_search(members.begin(), members.end(), vertex);
+        return vertex == vertex && std::binary_search(members.get(), members.get() + count, vertex);
     }
 
 private:
-    std::vector<Vertex> members;
+    std::unique_ptr<Vertex[]> members;
+    unsigned int count = 0;
 };
 
 /// Moves all vertices but the first `outlineCount`, which are an outline, into that, always the one nearest to it next;
