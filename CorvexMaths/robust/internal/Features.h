@@ -9,6 +9,8 @@
 /// which the distance is computed before it is rounded. A feature with two rows has a distance in two components at
 /// right angles, whose squares add.
 ///
+/// `hasSign` tells whether distances have one, `startsThere` whether the starting value is the minimum but for rounding.
+///
 /// The parameters of a step are those of the feature's own placement, which moves along, so that all features far from
 /// convergence and near it are described by the same short derivatives (A. B. Forbes, "Least-squares best-fit geometric
 /// elements", NPL DITC 140/89, 1989).
@@ -20,6 +22,7 @@ namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 template <unsigned int D>
 struct Flat
 {
+    static constexpr bool startsThere = true;
     static constexpr bool hasSign = true;
     static constexpr unsigned int dimension = D;
     static constexpr unsigned int parameters = D;
@@ -48,6 +51,7 @@ struct Flat
 /// A line in space along the last axis: the distance has the coordinates along the other two axes as its components.
 struct Straight
 {
+    static constexpr bool startsThere = true;
     static constexpr bool hasSign = false;
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = 4;
@@ -83,6 +87,7 @@ struct Straight
 template <unsigned int D>
 struct Round
 {
+    static constexpr bool startsThere = false;
     static constexpr bool hasSign = true;
     static constexpr unsigned int dimension = D;
     static constexpr unsigned int parameters = D + 1;
@@ -142,6 +147,7 @@ struct AboutAxis
 /// less the radius, and that along the axis.
 struct Ring
 {
+    static constexpr bool startsThere = false;
     static constexpr bool hasSign = true;
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = 6;
@@ -191,6 +197,7 @@ struct Ring
 template <bool isCone>
 struct Tapered
 {
+    static constexpr bool startsThere = false;
     static constexpr bool hasSign = true;
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = isCone ? 6 : 5;

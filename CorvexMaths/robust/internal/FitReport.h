@@ -172,7 +172,7 @@ void FitTo(const Points& set, unsigned int least, Answer* answer, TList<T>* dist
     Feature start;
     if (!Start(points, &start)) return;
     DistanceFit<Feature> fit(points, start);
-    bool rests = fit.Approach();
+    bool rests = Feature::startsThere || fit.Approach();
     rests = rests && Anchor(points, &fit) == Status::Done && fit.Settle();
     answer->iterations = fit.iterations;
     // Where the points determine the feature badly, that is also why the steps did not come to rest.
