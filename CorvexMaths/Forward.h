@@ -100,6 +100,8 @@ template <class T, template <class> class V>
 class CORVEX_API TPointSet;
 template <class T, template <class> class V>
 class CORVEX_API TPolygon;
+template <class T>
+class CORVEX_API TOutlineIndex;
 template <class T, template <class> class V>
 class CORVEX_API TParameterization;
 template <class T, template <class> class V>

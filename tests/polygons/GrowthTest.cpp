@@ -213,6 +213,14 @@ TYPED_TEST(GrowthTest, PreparedContainmentAnswersAsTheSetDid)
                 ASSERT_EQ(index.IsWithin(point), polygon.IsWithin(point)) << point.x << ", " << point.y;
         }
     }
+    // Copies share what was made, and outlive each other.
+    Maths::TOutlineIndex<T> copy{typename TypeParam::Polygon()};
+    {
+        const Maths::TOutlineIndex<T> index(MakeUnwatched<TypeParam>({{0, 0}, {2, 0}, {0, 2}}, 1));
+        copy = Maths::TOutlineIndex<T>(index);
+        copy = *&copy;
+    }
+    EXPECT_TRUE(copy.IsWithin(T(0.5), T(0.5)));
     EXPECT_FALSE(Maths::TOutlineIndex<T>(typename TypeParam::Polygon()).IsWithin(T(0), T(0)));
 }
 
