@@ -74,13 +74,13 @@ bool BelongsAfterCorner(const TVector2<T>& a, const TVector2<T>& b, const TVecto
 template <class T>
 struct NearestSides<T>::Split
 {
-    /// How far off the boxes of a group may be, and in what they reach as far as the sides.
+    /// A side with its box, to pass over boxes of points that lie too far from it.
     struct Reach
     {
         EdgeValues<T> side;
         PlaneBox<T> box;
 
-        /// Whether points of a box may have a distance, from the side or within a margin, that is not above a bound.
+        /// Whether a point in a box may lie within a bound of the side.
         bool MayMeet(const typename BoxTree<T>::Group& boxes, unsigned int k, T bound) const
         {
             const T gapX = Gap(box.lowX, box.highX, boxes.lowX[k], boxes.highX[k]);
