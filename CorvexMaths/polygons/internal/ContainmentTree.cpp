@@ -12,8 +12,8 @@ namespace
 {
 
 // For a point (x, y) let each vertex have the sign of its height above y; a place is on the right of the point unless
-// it is at x or short of it. A side that falls, from 0 or + to -, scores 1 where it passes on the right and -1 elsewhere; one that
-// rises, from 0 or - to +, scores -1 on the right and 1 elsewhere.
+// it is at x or short of it. A side that falls, from 0 or + to -, scores 1 where it passes on the right and -1
+// elsewhere; one that rises, from 0 or - to +, scores -1 on the right and 1 elsewhere.
 //
 // 1. Runs. If 0 counted as +, the sides of a run would fall, less the times they rise, as often as its first vertex is
 //    not below the level, less its last: 1, 0 or -1 time. A run right of the point scores that number, one left of it
