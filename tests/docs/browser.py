@@ -16,15 +16,22 @@ import sys
 import tempfile
 import threading
 
-# What is typed, and the class on whose page the result must be.
-SEARCHES = [("Offset", "TPolygon"), ("register", "TPointSet"), ("SVD", "TMatrixMxN"), ("Evalu", "TBSpline")]
+# What is typed, and a part of the address that the first result must lead to.
+SEARCHES = [("circle", "TCircle"), ("fit a circle", r"TCircle3\.html#"), ("area", r"TPolygon\.html#"),
+            ("convex hull", r"polygons\.html|TPolygon\.html#"), ("least squares", r"Fit|T(Line3|Plane|Circle3|Sphere)\.html#"),
+            ("NaN", r"numbers\.html"), ("thread", r"others\.html#"), ("Offset", r"TPolygon\.html#"),
+            ("register", r"TPointSet\.html#"), ("SVD", r"TMatrixMxN\.html#"), ("Evalu", r"TBSpline\.html#"),
+            ("tolerance", r"numbers\.html")]
+
+# A desk and a phone.
+WIDTHS = [1280, 390]
 
 # A picture of ours; every page has some of Doxygen's, at its foot and in the folder of the search.
 PICTURE = re.compile(r'<img [^>]*src="(?!doxygen)[^"/]*\.svg"')
 
 DRIVER = """<!DOCTYPE html>
 <meta charset="utf-8">
-<iframe id="frame" width="1400" height="900"></iframe>
+<iframe id="frame" height="900"></iframe>
 <script type="application/json" id="found"></script>
 <script>
 const frame = document.getElementById("frame");
@@ -34,26 +41,22 @@ function open(page) {
     return new Promise(done => { frame.onload = done; frame.src = page; });
 }
 
-// Types a text key by key; gives the addresses that the visible results lead to.
+// Types a text; gives the addresses that the visible results lead to.
 async function search(text) {
     await open("/index.html");
-    const field = frame.contentDocument.getElementById("MSearchField");
-    field.focus();
-    for (let i = 1; i <= text.length; ++i) {
-        field.value = text.slice(0, i);
-        field.dispatchEvent(new frame.contentWindow.KeyboardEvent("keyup", { key: text[i - 1], bubbles: true }));
-    }
-    for (let tries = 0; tries < 60; ++tries) {
-        await pause(100);
-        const lists = [frame.contentDocument];
-        const inner = frame.contentDocument.getElementById("MSearchResults");
-        if (inner && inner.contentDocument) lists.push(inner.contentDocument);
-        const rows = lists.flatMap(list => [...list.querySelectorAll(".SRResult")])
-            .filter(row => row.style.display === "block");
-        const links = rows.flatMap(row => [...row.querySelectorAll("a")]).map(link => link.getAttribute("href") || "");
-        if (links.length > 0) return links;
-    }
-    return [];
+    const field = frame.contentDocument.getElementById("search-field");
+    field.value = text;
+    field.dispatchEvent(new frame.contentWindow.Event("input"));
+    const links = [...frame.contentDocument.querySelectorAll("#search-results a")];
+    return links.filter(link => link.getBoundingClientRect().width > 0).map(link => link.getAttribute("href"));
+}
+
+// How much of the width the text has.
+async function share(page) {
+    await open("/" + page);
+    await pause(300);
+    const content = frame.contentDocument.querySelector(".contents").getBoundingClientRect();
+    return Math.min(content.right, frame.clientWidth) / frame.clientWidth - Math.max(content.left, 0) / frame.clientWidth;
 }
 
 // The pictures of a page, and those of them that do not appear.
@@ -66,8 +69,13 @@ async function pictures(page) {
 }
 
 (async () => {
-    const told = { searches: [], pages: {} };
-    for (const text of SEARCHES) told.searches.push(await search(text));
+    const told = { searches: {}, shares: {}, pages: {} };
+    for (const width of WIDTHS) {
+        frame.width = width;
+        told.searches[width] = [];
+        for (const text of SEARCHES) told.searches[width].push(await search(text));
+        told.shares[width] = await share("polygons.html");
+    }
     for (const page of PAGES) told.pages[page] = await pictures(page);
     document.getElementById("found").textContent = JSON.stringify(told);
     document.title = "done";
@@ -121,6 +129,7 @@ def browse(address):
 def main(folder):
     pages = pages_with_pictures(folder)
     driver = DRIVER.replace("SEARCHES", json.dumps([text for text, _ in SEARCHES])).replace("PAGES", json.dumps(pages))
+    driver = driver.replace("WIDTHS", json.dumps(WIDTHS))
     handler = functools.partial(Handler, directory=folder, driver=driver)
     server = Server(("127.0.0.1", 0), handler)
     threading.Thread(target=server.serve_forever, daemon=True).start()
@@ -133,9 +142,12 @@ def main(folder):
     told = json.loads(found[1])
 
     faults = []
-    for (text, name), links in zip(SEARCHES, told["searches"]):
-        if not any(re.search(rf"_1_1{name}\.html#", link) for link in links):
-            faults.append(f"a search for {text} does not lead to {name}, but to {links}")
+    for width in WIDTHS:
+        for (text, address), links in zip(SEARCHES, told["searches"][str(width)]):
+            if not links or not re.search(address, links[0]):
+                faults.append(f"at {width} pixels a search for {text} leads to {links[:3]} first, not to {address}")
+        if told["shares"][str(width)] < 0.6:
+            faults.append(f"at {width} pixels the text has {told['shares'][str(width)]:.0%} of the width")
     faults += [f"{page}: {source} does not appear" for page, seen in told["pages"].items() for source in seen["missing"]]
     count = sum(seen["count"] for seen in told["pages"].values())
     if count == 0:
@@ -144,7 +156,7 @@ def main(folder):
         print(f"browser.py: {fault}", file=sys.stderr)
     if faults:
         sys.exit(1)
-    print(f"{len(SEARCHES)} searches find what they should, {count} pictures appear")
+    print(f"{len(SEARCHES)} searches find what they should at {len(WIDTHS)} widths, {count} pictures appear")
 
 
 if __name__ == "__main__":
