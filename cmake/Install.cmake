@@ -49,6 +49,8 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/corvexmaths.pc
 set(data_dir ${CMAKE_INSTALL_DATADIR})
 install(FILES debuggers/CorvexMaths.natvis DESTINATION ${data_dir}/CorvexMaths COMPONENT Development)
 if(BUILD_SHARED_LIBS)
+    install(FILES $<TARGET_OBJECTS:corvex_debugger_types> DESTINATION ${CMAKE_INSTALL_LIBDIR}/CorvexMaths
+        RENAME types.debug COMPONENT Development)
     install(FILES debuggers/corvexmaths_gdb.py
         DESTINATION ${data_dir}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}
         RENAME libCorvexMaths.so.${PROJECT_VERSION}-gdb.py COMPONENT Development)

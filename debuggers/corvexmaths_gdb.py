@@ -5,8 +5,12 @@ gdb loads this file by itself beside an installed library, as libCorvexMaths.so.
     (gdb) source debuggers/corvexmaths_gdb.py
 
 `print/r` shows the bare fields. Objects that are not yet, or no longer, valid are told as such and never walked.
+
+Programs leave the description of the library's classes to the library, which is installed without; so an installed one
+brings it in a file of its own, CorvexMaths/types.debug beside the library, that is read here.
 """
 
+import os
 import re
 import struct
 
@@ -328,3 +332,16 @@ class Lookup(gdb.printing.PrettyPrinter):
 
 
 gdb.printing.register_pretty_printer(gdb.current_objfile(), Lookup(), replace=True)
+
+
+def read_types():
+    """Reads the description of the classes, once. It holds types alone, so the address where it is put is all the same."""
+    library = gdb.current_objfile()
+    if library is None:
+        return
+    types = os.path.join(os.path.dirname(os.path.realpath(library.filename)), "CorvexMaths", "types.debug")
+    if os.path.exists(types) and all(objfile.filename != types for objfile in gdb.objfiles()):
+        gdb.execute("add-symbol-file " + types.replace(" ", "\\ "), False, True)
+
+
+read_types()

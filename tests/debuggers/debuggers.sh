@@ -3,8 +3,10 @@
 # by gdb itself, and that the expressions of the natvis file can be evaluated on them.
 #
 #   debuggers.sh printers|natvis SUBJECT DEBUGGERS_FOLDER
+#   debuggers.sh installed SUBJECT DEBUGGERS_FOLDER TYPES
 #
-# SUBJECT is tests/debuggers/subject.cpp, not optimised, with debug information. Exit status 77 where gdb may not trace.
+# SUBJECT is tests/debuggers/subject.cpp, not optimised, with debug information. For `installed` it is compiled as users do,
+# and TYPES holds the description of the classes. Exit status 77 where gdb may not trace.
 set -eu
 task=$1
 subject=$2
@@ -48,7 +50,12 @@ show() {
 }
 
 cp "$subject" "$folder/subject"
-show -iex "source $debuggers/corvexmaths_gdb.py"
+if [ "$task" = installed ]; then
+    mkdir "$folder/CorvexMaths"
+    cp "$4" "$folder/CorvexMaths/types.debug"
+else
+    show -iex "source $debuggers/corvexmaths_gdb.py"
+fi
 # As an installed library's: gdb looks for the file beside the program or library that it is named after.
 cp "$debuggers/corvexmaths_gdb.py" "$folder/subject-gdb.py"
 show
