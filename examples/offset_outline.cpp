@@ -181,17 +181,19 @@ bool Draw(const Polygon& outline, const std::vector<Row>& rows, const Request& r
         if (row.done) drawn.push_back(&row);
     std::stable_sort(drawn.begin(), drawn.end(), [](const Row* a, const Row* b) { return a->distance > b->distance; });
 
+    double farthest = 0;
+    for (const Row* row : drawn) farthest = std::max(farthest, std::fabs(row->distance));
+
     Svg::Picture picture(TitleOf(request.input), request.unit);
     bool outlineDrawn = false;
     const auto drawOutline = [&] {
         if (!outlineDrawn) picture.Add(outline, {"outline", "#222222", 2.2, "#eef1f4"});
         outlineDrawn = true;
     };
-    for (std::size_t i = 0; i < drawn.size(); ++i) {
-        if (drawn[i]->distance < 0) drawOutline();
-        // The innermost has the first colour of the sequence, the outermost the last.
-        const double position = 1 - static_cast<double>(i) / std::max(1.0, static_cast<double>(drawn.size()) - 1);
-        picture.Add(drawn[i]->result, {LabelOf(drawn[i]->distance, request.unit), Svg::SequenceColour(position)});
+    for (const Row* row : drawn) {
+        if (row->distance < 0) drawOutline();
+        const double share = std::fabs(row->distance) / farthest;
+        picture.Add(row->result, {LabelOf(row->distance, request.unit), Svg::OffsetColour(row->distance > 0, share)});
     }
     drawOutline();
     return picture.Save(request.picture);

@@ -23,7 +23,7 @@ void DrawCurve(Card& card, const Points& control, const Points& curve)
 {
     card.figure.Chain(control, {"control polygon", Colours::faint, 1.3, "none", "5 4"});
     card.figure.Chain(curve, {"curve", Colours::result, 2.6});
-    card.figure.Dots(control, {"", Colours::given, 3.6});
+    card.figure.Dots(control, {"control points", Colours::given, 3.6});
 }
 
 Card DrawUniform()
@@ -47,7 +47,9 @@ Card DrawClamped()
     SHOWN(TBSpline<double, TVector2> spline(control, 4, Clamped));
     SHOWN(spline.Evaluate(&curve, 0.005, false));
 
-    card.caption = "Over clamped knots it starts at its first control point and ends at its last.";
+    card.caption =
+        "Over clamped knots it starts at its first control point and ends next to its last, which it misses by "
+        "about the common tolerance of the parameter.";
     DrawCurve(card, control, curve);
     return card;
 }
@@ -64,7 +66,7 @@ Card DrawWrapped()
     card.caption = "With its first control points repeated at the end a spline over uniform knots closes smoothly.";
     card.figure.Outline(control, {"control polygon", Colours::faint, 1.3, "none", "5 4"});
     card.figure.Outline(curve, {"curve", Colours::result, 2.6});
-    card.figure.Dots(control, {"", Colours::given, 3.6});
+    card.figure.Dots(control, {"control points", Colours::given, 3.6});
     return card;
 }
 
@@ -75,15 +77,17 @@ Card DrawFit()
     Points data;
     for (int i = 0; i <= 17; ++i) {
         const double u = i / 17.0;
-        data.Add(TVector2<double>(110 * u + noise.Next(1), 24 * std::sin(6.5 * u) + 14 * u + noise.Next(1.6)));
+        data.Add(TVector2<double>(110 * u + noise.Next(0.4), 24 * std::sin(6.5 * u) + 14 * u + noise.Next(0.6)));
     }
     Points curve;
-    SHOWN(TBSpline<double, TVector2> spline(4, Clamped, 10, 10));
-    SHOWN(spline.Fit(data, 9, false));
+    SHOWN(TBSpline<double, TVector2> spline(4, Clamped, 20, 20));
+    SHOWN(spline.Fit(data, 17, false));
     SHOWN(spline.Evaluate(&curve, 0.005, false));
 
-    card.caption = "The 9 control points whose curve is nearest to " + std::to_string(data.GetCount()) +
-                   " data points in the sense of least squares. The inner knots lie denser near the start.";
+    card.caption =
+        "The 17 control points whose curve is nearest to " + std::to_string(data.GetCount()) +
+        " data points in the sense of least squares. It takes about as many controls as data: with fewer the "
+        "knots do not reach all of them.";
     DrawCurve(card, spline, curve);
     card.figure.Dots(data, {"data", Colours::second, 2.6});
     return card;
@@ -97,7 +101,7 @@ Card DrawSpiral()
 
     card.caption = "150 points in the plane across the axis, each 0.2 radians further on and 0.25 further out than the "
                    "one before.";
-    card.figure.Chain(spiral.points, {"", Colours::result, 1.6});
+    card.figure.Chain(spiral.points, {"spiral", Colours::result, 1.6});
     card.figure.Dots(spiral.points, {"points", Colours::result, 2.4});
     card.figure.Dot(centre, {"centre", Colours::given, 3.4});
     return card;

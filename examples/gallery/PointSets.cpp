@@ -41,7 +41,7 @@ Card DrawInfill()
 
     card.caption = "Each segment longer than 6, the closing one too, is cut into the least number of equal pieces: " +
                    std::to_string(sparse.GetCount()) + " points become " + std::to_string(dense.GetCount()) + ".";
-    card.figure.Outline(sparse, {"", Colours::faint, 1.4});
+    card.figure.Outline(sparse, {"line as given", Colours::faint, 1.4});
     card.figure.Dots(dense, {"added", Colours::result, 3});
     card.figure.Dots(sparse, {"given", Colours::given, 4.6});
     return card;
@@ -114,12 +114,12 @@ Card DrawRegistration()
     card.caption = "The rotation and the translation that bring measured points to nominal ones with the least sum of "
                    "squared distances, point to point.";
     for (unsigned int i = 0; i < before.GetCount(); ++i)
-        card.figure.Segment(before[i], measured[i], {"", "#d5dae0", 0.9});
+        card.figure.Segment(before[i], measured[i], {i == 0 ? "pairs" : "", "#b9c1c9", 0.9});
     card.figure.Outline(nominal, {"nominal", Colours::given, 2.2, Colours::inside});
     card.figure.Outline(before, {"measured", Colours::second, 1.6, "none", "5 4"});
-    card.figure.Dots(before, {"", Colours::second, 3});
+    card.figure.Dots(before, {"measured points", Colours::second, 3});
     card.figure.Outline(measured, {"registered", Colours::result, 1.6});
-    card.figure.Dots(measured, {"", Colours::result, 3});
+    card.figure.Dots(measured, {"registered points", Colours::result, 3});
     return card;
 }
 

@@ -75,8 +75,8 @@ Card DrawOffset(bool clockwise)
     card.figure.Outline(outer, {"offset by 7", Colours::second});
     card.figure.Outline(outline, {"outline", Colours::given, 2.2, Colours::inside});
     card.figure.Outline(inner, {"offset by \u22125", Colours::result});
-    card.figure.Dots(outer, {"", Colours::second, 3.2});
-    card.figure.Dots(inner, {"", Colours::result, 3.2});
+    card.figure.Dots(outer, {"vertices of the outer", Colours::second, 3.2});
+    card.figure.Dots(inner, {"of the inner", Colours::result, 3.2});
     return card;
 }
 
@@ -112,7 +112,7 @@ Card DrawUncrossing()
     card.caption = "Vertices are exchanged, two at a time, until no two sides cross. The first vertex stays first.";
     card.figure.Outline(crossed, {"as given", Colours::faint, 1.4, "none", "5 4"});
     card.figure.Outline(simple, {"without crossings", Colours::result, 2.2});
-    card.figure.Dots(simple, {"", Colours::given, 3.4});
+    card.figure.Dots(simple, {"vertices", Colours::given, 3.4});
     return card;
 }
 
@@ -127,7 +127,7 @@ Card DrawHull()
                    " points are on it.";
     card.figure.Outline(hull, {"hull", Colours::result, 2.2, Colours::inside});
     card.figure.Dots(cloud, {"points", Colours::given, 2.8});
-    card.figure.Dots(hull, {"", Colours::result, 4});
+    card.figure.Dots(hull, {"corners", Colours::result, 4});
     return card;
 }
 
@@ -157,7 +157,7 @@ Card DrawSpacing()
                    Count(coast) + " vertices stay.";
     card.figure.Outline(coast, {"outline", "#c3cad1", 3});
     card.figure.Outline(thinned, {"thinned", Colours::result, 1.8});
-    card.figure.Dots(thinned, {"", Colours::result, 3.4});
+    card.figure.Dots(thinned, {"vertices kept", Colours::result, 3.4});
     return card;
 }
 
@@ -173,7 +173,7 @@ Card DrawDeviation()
                    Count(thinned) + " of " + Count(coast) + ".";
     card.figure.Outline(coast, {"outline", "#c3cad1", 3});
     card.figure.Outline(thinned, {"thinned", Colours::result, 1.8});
-    card.figure.Dots(thinned, {"", Colours::result, 3.4});
+    card.figure.Dots(thinned, {"vertices kept", Colours::result, 3.4});
     return card;
 }
 
@@ -193,7 +193,7 @@ Card DrawOpenBoundary()
         Count(rod) + " of " + Count(profile) + " vertices.";
     card.figure.Chain(profile, {"profile", Colours::given, 1.4});
     card.figure.Chain(rod, {"boundary", Colours::result, 2.4});
-    card.figure.Dots(rod, {"", Colours::result, 4});
+    card.figure.Dots(rod, {"its points", Colours::result, 4});
     return card;
 }
 
@@ -220,7 +220,7 @@ Card DrawSum()
         card.figure.Outline(placed, {i == 0 ? "tool" : "", Colours::second, 1.4});
     }
     card.figure.Outline(sum, {"hull of sums", Colours::result, 2.4});
-    card.figure.Dots(all, {"", Colours::result, 3.4});
+    card.figure.Dots(all, {"sums", Colours::result, 3.4});
     return card;
 }
 

@@ -75,7 +75,7 @@ void DrawLine(Figure& figure, const TLine3<double>& line, const Vector& first, c
     figure.Segment(at(-reach), at(-half), {"line", Colours::second, 2});
     figure.Segment(at(-half), at(half), {"inside", Colours::second, 2, "none", "4 4"});
     figure.Segment(at(half), at(reach), {"", Colours::second, 2});
-    figure.Dot(Seen(first), {"", Colours::result, 5});
+    figure.Dot(Seen(first), {"hits", Colours::result, 5});
     figure.Dot(Seen(second), {"", Colours::result, 5});
     // The numbers stand beside the line, above it rather than below.
     TVector2<double> along = at(1) - at(0);
@@ -108,7 +108,8 @@ Card DrawPlane()
         patch.Add(onPlane(corner));
     card.figure.Outline(Seen(patch), {"plane", Colours::result, 2, Colours::inside});
     for (unsigned int i = 0; i < points.GetCount(); ++i)
-        card.figure.Segment(Seen(points[i]), Seen(onPlane(points[i])), {"", Colours::second, 1.2});
+        card.figure.Segment(Seen(points[i]), Seen(onPlane(points[i])),
+                            {i == 0 ? "distances" : "", Colours::second, 1.2});
     card.figure.Dots(Seen(points), {"points", Colours::given, 2.8});
     const double towardsView = plane.normal.z < 0 ? -1 : 1;
     card.figure.Segment(Seen(plane.point), Seen(plane.point + plane.normal * (24 * towardsView)),

@@ -192,7 +192,7 @@ std::string LabelOf(const Result& result)
     const std::vector<Characteristic>& all = result.characteristics;
     const bool judged =
         std::any_of(all.begin(), all.end(), [](const Characteristic& one) { return one.tolerance.has_value(); });
-    return result.feature.name + (!judged ? "" : result.InTolerance() ? " in" : " OUT");
+    return result.feature.name + (!judged ? "" : result.InTolerance() ? " ok" : " OUT");
 }
 
 std::string StyleOf(const Result& result)

@@ -18,6 +18,16 @@ namespace Svg
 /// A colour as CSS writes it, such as "#0d0887".
 using Colour = std::string;
 
+/// The colour so far on the way from one to another, both as red, green and blue up to 255.
+inline Colour Mixed(const double (&from)[3], const double (&to)[3], double share)
+{
+    int channel[3];
+    for (int i = 0; i < 3; ++i) channel[i] = static_cast<int>(std::lround(from[i] + share * (to[i] - from[i])));
+    char text[8];
+    std::snprintf(text, sizeof(text), "#%02x%02x%02x", channel[0] & 255, channel[1] & 255, channel[2] & 255);
+    return text;
+}
+
 /// A colour of a sequence for a position from 0 to 1: dark blue by way of purple and red to orange. Every colour stands
 /// out on white, and neighbours differ in lightness, so that the order also shows in print without colours.
 inline Colour SequenceColour(double position)
@@ -26,12 +36,15 @@ inline Colour SequenceColour(double position)
     const double scaled = std::clamp(position, 0.0, 1.0) * 4;
     const int lower = std::min(static_cast<int>(scaled), 3);
     const double share = scaled - lower;
-    int channel[3];
-    for (int i = 0; i < 3; ++i)
-        channel[i] = static_cast<int>(std::lround(stops[lower][i] + share * (stops[lower + 1][i] - stops[lower][i])));
-    char text[8];
-    std::snprintf(text, sizeof(text), "#%02x%02x%02x", channel[0] & 255, channel[1] & 255, channel[2] & 255);
-    return text;
+    return Mixed(stops[lower], stops[lower + 1], share);
+}
+
+/// A colour for an offset: inwards from dark to light blue, outwards from dark red to orange, by a share from 0, next to
+/// the outline, to 1. With the two sides apart, five on each can be told from one another.
+inline Colour OffsetColour(bool outwards, double share)
+{
+    static constexpr double ends[2][2][3] = {{{8, 40, 110}, {90, 190, 235}}, {{120, 0, 20}, {250, 165, 60}}};
+    return Mixed(ends[outwards][0], ends[outwards][1], std::clamp(share, 0.0, 1.0));
 }
 
 /// A place on a page, or in what is drawn on it.
