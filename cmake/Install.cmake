@@ -1,4 +1,5 @@
-# What is installed and where: to run programs the component Runtime, to build them also Development.
+# What is installed and where: to run programs the component Runtime, to build them also Development; Checked is the
+# library with all checks, Documentation the pages and recipes.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -12,9 +13,14 @@ if(TARGET CorvexMathsArchive)
     install(TARGETS CorvexMathsArchive EXPORT CorvexMathsTargets ARCHIVE COMPONENT Development)
 endif()
 
+if(TARGET CorvexMathsChecked)
+    install(TARGETS CorvexMathsChecked LIBRARY COMPONENT Checked)
+endif()
+
 # Before 1.0 a minor version may change the interface or the bits.
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/CorvexMathsConfig.cmake.in CorvexMathsConfig.cmake
-    INSTALL_DESTINATION ${package_dir})
+    INSTALL_DESTINATION ${package_dir}
+    PATH_VARS CMAKE_INSTALL_LIBDIR)
 write_basic_package_version_file(CorvexMathsConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(EXPORT CorvexMathsTargets NAMESPACE CorvexMaths:: DESTINATION ${package_dir} COMPONENT Development)
 install(FILES
@@ -40,9 +46,21 @@ foreach(dir LIBDIR INCLUDEDIR)
     set(CORVEX_PC_${dir} "\${prefix}")
     cmake_path(APPEND CORVEX_PC_${dir} ${CMAKE_INSTALL_${dir}}) # an absolute one stays as it is
 endforeach()
+set(CORVEX_PC_NAME ${PROJECT_NAME})
+set(CORVEX_PC_DEFINITION "")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/corvexmaths.pc.in corvexmaths.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/corvexmaths.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+if(TARGET CorvexMathsChecked)
+    # The program's inline code checks too, whatever its own NDEBUG.
+    set(CORVEX_PC_NAME "${PROJECT_NAME}, with checks of preconditions")
+    set(CORVEX_PC_DEFINITION " -DCORVEX_CHECK_PRECONDITIONS=1")
+    set(CORVEX_PC_LIBS "-lCorvexMaths_debug")
+    set(CORVEX_PC_LIBS_PRIVATE "")
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/corvexmaths.pc.in corvexmaths-debug.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/corvexmaths-debug.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Checked)
+endif()
 
 # What debuggers need to show values. gdb looks for its part under the name of the library's file and its whole path, so
 # the prefix is that of the installation.
@@ -57,7 +75,7 @@ if(BUILD_SHARED_LIBS)
 endif()
 
 if(PROJECT_IS_TOP_LEVEL)
-    install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
+    install(FILES README.md CHANGELOG.md COPYRIGHT DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
     if(BUILD_SHARED_LIBS)
         include(${CMAKE_CURRENT_LIST_DIR}/Packages.cmake)
     endif()

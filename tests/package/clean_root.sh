@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the Debian packages in a bare Debian beside a compiler, CMake and pkg-config, builds and runs README's first
-# program there, and purges them: no file may remain.
+# program there, and one that breaks a precondition, and purges them: no file may remain.
 #
 #   tests/package/clean_root.sh [--required] PACKAGE.deb ...
 #
@@ -62,7 +62,7 @@ seconds() {
 }
 
 mkdir "$bare/trial"
-cp "$here/readme.sh" "$root/README.md" "$@" "$bare/trial"
+cp "$here/readme.sh" "$here/checked.sh" "$root/README.md" "$@" "$bare/trial"
 names=$(for package; do dpkg-deb -f "$package" Package; done)
 files >"$bare/trial/before"
 
@@ -70,6 +70,7 @@ start=$(seconds)
 inside sh -euc 'cd /trial && dpkg -i ./*.deb >dpkg.log 2>&1 || { cat dpkg.log; exit 1; }'
 installed=$(seconds)
 inside sh -euc 'cd /trial && ./readme.sh README.md'
+inside sh -euc 'cd /trial && ./checked.sh'
 ready=$(seconds)
 echo "$start $installed $ready" |
     awk '{ printf "installed in %.1f s; the program ran by both tools %.1f s after that\n", $2 - $1, $3 - $2 }'
