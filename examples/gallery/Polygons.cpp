@@ -80,6 +80,25 @@ Card DrawOffset(bool clockwise)
     return card;
 }
 
+/// Two plates joined by a neck that is narrower than twice the distance.
+Card DrawPieces()
+{
+    Card card{"offset_pieces", "An offset that falls apart"};
+    const TVector2<double> corners[] = {{0, 0},    {44, 0},  {44, 16}, {66, 16}, {66, 2},  {112, 2},
+                                        {112, 46}, {66, 46}, {66, 28}, {44, 28}, {44, 50}, {0, 50}};
+    Polygon outline(corners, 12u);
+    SHOWN(TPolygon<double, TVector2> inner(outline));
+    SHOWN(const bool done = inner.Offset(-8, 0));
+
+    card.caption =
+        std::string("The neck is 12 wide, so that an offset inwards by 8 leaves a piece on either side. One of them "
+                    "is kept, and the result is ") +
+        (done ? "true" : "false") + ": compare the area with what is expected.";
+    card.figure.Outline(outline, {"outline", Colours::given, 2.2, Colours::inside});
+    card.figure.Outline(inner, {"offset by \u22128", Colours::result, 2.4, "#f4eef8"});
+    return card;
+}
+
 Card DrawTrimming()
 {
     Card card{"trimming", "Trimming of crossings"};
@@ -252,9 +271,9 @@ Card DrawDifference()
 
 std::vector<Card> DrawPolygons()
 {
-    return {DrawOffset(false),  DrawOffset(true), DrawTrimming(),  DrawUncrossing(),
-            DrawHull(),         DrawReordering(), DrawSpacing(),   DrawDeviation(),
-            DrawOpenBoundary(), DrawSum(),        DrawDifference()};
+    return {DrawOffset(false), DrawOffset(true),   DrawPieces(),     DrawTrimming(),
+            DrawUncrossing(),  DrawHull(),         DrawReordering(), DrawSpacing(),
+            DrawDeviation(),   DrawOpenBoundary(), DrawSum(),        DrawDifference()};
 }
 
 } // namespace Gallery
