@@ -238,6 +238,14 @@ public:
     /// nothing changed, where the matrix is not square; false where a row holds nothing but zeros and NaNs, `lu` then
     /// holding the copy, `pivots` zeros and `parity` 1. The empty matrix passes, with parity 1. Cost in proportion to
     /// the cube of m.
+    ///
+    /// @code
+    /// std::vector<int> pivots(a.GetM());
+    /// double parity;
+    /// TMatrixMxN<double> lu;
+    /// if (!a.LUD(&lu, pivots.data(), &parity)) return;
+    /// TMatrixMxN<double>::BackSub(lu, pivots.data(), b, x); // a x = b, for arrays b and x
+    /// @endcode
     [[nodiscard]] bool LUD(TMatrixMxN* lu, int* pivots, T* parity) const;
 
     /// Decomposes as the form with a caller's array does, and allocates the m pivots. After true the caller releases

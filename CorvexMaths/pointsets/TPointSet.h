@@ -236,6 +236,12 @@ public:
     ///
     /// Two empty sets give the identity and a translation of zeros. Time grows with the count; nothing is allocated for
     /// each point.
+    ///
+    /// @code
+    /// TMatrixMxN<double> rotation;
+    /// TVector3<double> translation;
+    /// if (!nominal.Register(&measured, &rotation, &translation, true)) return; // measured now lies on nominal
+    /// @endcode
     [[nodiscard]] bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
 
     /// Smooths the points as a polyline: in each pass every point becomes the mean of itself and its two neighbours as

@@ -56,6 +56,13 @@ struct TPlane
     /// points that span no plane give some normal and true. With a NaN among the points the decomposition does not
     /// converge; exactly 3 give true and NaN. The points stay as they are. Time and memory in proportion to their
     /// number.
+    ///
+    /// @code
+    /// TPlane<double> plane;
+    /// double slab, squares;
+    /// if (!plane.Fit(points, &slab, &squares)) return;
+    /// std::printf("flat to %g\n", slab);
+    /// @endcode
     [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// Whether point and normal are exactly equal; the same plane held by another point or the opposite normal is not.

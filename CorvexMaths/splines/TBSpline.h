@@ -114,6 +114,11 @@ public:
     /// At least one control point, knots that are up to date and a type that is one of the two are preconditions.
     /// Allocates nothing, and overwrites `coefficients`. Every knot and control point is looked at, so that the cost
     /// grows with their number, but only `order` of them as a rule take part in the arithmetic.
+    ///
+    /// @code
+    /// TBSpline<double, TVector2> spline(controlPoints, 4, Clamped); // a cubic
+    /// const TVector2<double> middle = spline.Evaluate(0.5);
+    /// @endcode
     V<T> Evaluate(T u);
 
     /// Replaces the contents of `out` by points of the curve at even steps of the parameter.
