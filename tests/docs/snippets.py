@@ -22,6 +22,7 @@ FRAME = """#include <CorvexMaths/CorvexMaths.h>
 
 #include <cmath>
 #include <cstdio>
+#include <vector>
 
 using namespace Halmont::Orrin::CorvexMaths;
 
