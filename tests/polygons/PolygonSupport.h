@@ -6,8 +6,7 @@
 #include <tests/support/Types.h>
 #include <tests/support/plain/PlainCrossings.h>
 
-#include <cstdint>
-#include <random>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -97,12 +96,12 @@ void ExpectOutlines(const Rows& rows, double height, double tolerance, Operation
         SCOPED_TRACE(row.name);
         OpenPolygon<Family> polygon(row.before);
         operate(polygon, static_cast<typename Family::T>(row.argument));
+        const auto isNear = [tolerance](const auto& p, const auto& q) {
+            return std::fabs(p.first - q.first) <= tolerance && std::fabs(p.second - q.second) <= tolerance;
+        };
         const Plane actual = polygon.GetPlane();
-        ASSERT_EQ(actual.size(), row.after.size());
-        for (std::size_t i = 0; i < actual.size(); ++i) {
-            EXPECT_NEAR(actual[i].first, row.after[i].first, tolerance) << i;
-            EXPECT_NEAR(actual[i].second, row.after[i].second, tolerance) << i;
-        }
+        EXPECT_TRUE(std::equal(actual.begin(), actual.end(), row.after.begin(), row.after.end(), isNear))
+            << ::testing::PrintToString(actual);
         EXPECT_TRUE(polygon.IsAt(height));
     }
 }
@@ -112,29 +111,6 @@ bool AreSameBits(const PlainOutline<T>& a, const PlainOutline<T>& b)
 {
     const auto areSame = [](const auto& p, const auto& q) { return SameBits(p.x, q.x) && SameBits(p.y, q.y); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), areSame);
-}
-
-/// Random outlines of many kinds: scattered; on a coarse grid with zeros of both signs (ties at vertices, vertical,
-/// collinear, repeated and empty edges); nearly level with rises about the tolerance; nearly vertical; along one steep
-/// line, give or take the last bits. Some lie far from the origin, some hold values that are not finite.
-template <class T>
-PlainOutline<T> RandomOutline(std::mt19937_64& random)
-{
-    const auto pick = [&random](unsigned int n) { return static_cast<unsigned int>(random() % n); };
-    std::uniform_real_distribution<T> scatter(T(-2), T(2));
-    const unsigned int kind = pick(5);
-    const T scale = pick(4) == 0 ? T(1e4) : T(1), shift = pick(8) == 0 ? T(1e30) : T(0);
-    const T rare[] = {std::numeric_limits<T>::infinity(), std::numeric_limits<T>::quiet_NaN(), T(-0.0)};
-    PlainOutline<T> outline(1 + pick(150));
-    for (auto& vertex : outline) {
-        vertex = {scatter(random) * scale + shift, scatter(random) * scale};
-        if (kind == 1) vertex = {static_cast<T>(pick(7)) * scale, (static_cast<T>(pick(7)) - T(3)) * T(-1)};
-        if (kind == 2) vertex.y = static_cast<T>(pick(9)) * static_cast<T>(5e-7f);
-        if (kind == 3) vertex.x = static_cast<T>(pick(9)) * static_cast<T>(4e-7f);
-        if (kind == 4) vertex.y = vertex.x * T(1000) + T(pick(2));
-        if (pick(100) == 0) vertex[pick(2)] = rare[pick(3)];
-    }
-    return outline;
 }
 
 } // namespace CorvexTest

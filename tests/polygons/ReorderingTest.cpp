@@ -1,56 +1,70 @@
+// What takes the vertices of an outline in another order, or some of them out: hulls, crossings, the growth of outlines.
+
 #include <tests/polygons/PolygonSupport.h>
-#include <tests/support/plain/PlainReordering.h>
+
+#include <limits>
 
 using namespace CorvexTest;
 
 template <class Family>
-class ReorderingTest : public ::testing::Test
+struct ReorderingTest : ::testing::Test
 {};
 TYPED_TEST_SUITE(ReorderingTest, PointFamily, TypeNames);
 
-/// Leaves its reordering, by throwing the outline, as soon as that is made: the removal of crossings need not end.
-template <class Family>
-struct RawReordering : OpenPolygon<Family>
+TYPED_TEST(ReorderingTest, HooksRunUnderTheSavedOrTheCallersFlag)
 {
-    using OpenPolygon<Family>::OpenPolygon;
-    void ElementsAdded(typename Family::Vector*, unsigned int) override { throw this->GetOutline(); }
-};
-
-TYPED_TEST(ReorderingTest, PointsEnterTheirNearestSideAndLeaveNoCrossing)
-{
-    const Plane crossed = {{1, 2}, {0, 8}, {0, 0}, {10, 2}, {2, 6}, {3, 3}, {1, 6}};
-    const std::pair<double, double> right(4.25, 2);
-    const OutlineRow rows[] = {
-        {"on the hull", 0, {{8, 8}, {0, 0}, {0, 8}, {8, 0}, {8, 0}}, {{0, 0}, {8, 0}, {8, 8}, {0, 8}}},
-        {"collinear", 0, {{3, 3}, {0, 0}, {2, 2}, {1, 1}}, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}},
-        {"after a corner", 1, {{0, 0}, {8, 0}, {4, 9}, {4, 1}, right}, {{0, 0}, {4, 1}, right, {8, 0}, {4, 9}}},
-        {"crossing", 0, crossed, {{0, 0}, {10, 2}, {2, 6}, {0, 8}, {1, 6}, {3, 3}, {1, 2}}},
-        {"none", 1, {}, {}},
-    };
-    ExpectOutlines<TypeParam>(rows, 7, 0, [](auto& polygon, auto flag) {
-        polygon.keepBox = flag != 0;
-        polygon.ReorderCEC();
-        EXPECT_EQ(polygon.keepBox, flag != 0);
-    });
+    for (const bool flag : {true, false}) {
+        OpenPolygon<TypeParam> polygon(Plane{{0, 0}, {2, 2}, {2, 2}, {2, 0}, {0, 2}}), trimmed(polygon.GetPlane());
+        polygon.keepBox = trimmed.keepBox = flag;
+        polygon.MakeSimplePolygon(); // takes out the duplicate and the closing copy
+        EXPECT_TRUE(polygon.keptBox == std::vector<bool>(2, false) && polygon.keepBox == flag);
+        trimmed.TrimCrossings();
+        EXPECT_TRUE(trimmed.keptBox == std::vector<bool>(1, flag) && trimmed.GetBoxRange().second == (flag ? 1 : 2));
+    }
+    OpenPolygon<TypeParam> near(Plane{{5, 5}, {0, 0}, {5, 5}, {9, 9}, {0, 0}, {5, 5}});
+    near.RemoveDuplicateVertices();
+    EXPECT_EQ(near.removed, (OpenPolygon<TypeParam>(Plane{{5, 5}, {5, 5}, {0, 0}}).GetOutline())) << "from the left";
 }
 
-TYPED_TEST(ReorderingTest, OutlinesGrowAsInThePlainFormToTheBit)
+TYPED_TEST(ReorderingTest, OutlinesTakeTheirOrderAndKeepHeightAndFlag)
 {
-    using Outline = PlainOutline<typename TypeParam::T>;
-    std::mt19937_64 random(31337);
-    SCOPED_TRACE("seed 31337");
-    for (unsigned int round = 0; round < 120; ++round) {
-        SCOPED_TRACE(round);
-        const Outline cloud = RandomOutline<typename TypeParam::T>(random);
-        OpenPolygon<TypeParam> polygon(cloud);
-        polygon.RemoveDuplicateVertices();
-        const Outline points = polygon.GetOutline();
-        polygon.MakeConvexHull();
-        try {
-            RawReordering<TypeParam>(cloud).ReorderCEC();
-            ADD_FAILURE() << "the outline was not added as a range";
-        } catch (const Outline& grown) {
-            ASSERT_TRUE(AreSameBits(grown, PlainGrowOutline(polygon.GetOutline(), points)));
-        }
-    }
+    const Plane inside = {{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}, bowTie = {{0, 0}, {2, 2}, {2, 0}, {0, 2}};
+    const Plane crossed = {{1, 2}, {0, 8}, {0, 0}, {10, 2}, {2, 6}, {3, 3}, {1, 6}};
+    const std::pair<double, double> right(4.25, 2);
+    constexpr double simple = 0, hull = 1, growth = 2;
+    const OutlineRow rows[] = {
+        {"bow tie", simple, bowTie, {{0, 0}, {2, 0}, {2, 2}, {0, 2}}},
+        {"two vertices", simple, {{0, 0}, {2, 2}, {0, 0}}, {{0, 0}, {2, 2}}},
+        {"vertex inside a side", simple, inside, {{0, 0}, {2, 0}, {4, 0}, {4, 4}, {0, 4}}},
+        {"around a centre", hull, {{4, 4}, {4, 0}, {2, 2}, {0, 0}, {0, 4}}, {{0, 0}, {4, 0}, {4, 4}, {0, 4}}},
+        {"one place", hull, {{3, 2}, {3, 2}, {3, 2}}, {{3, 2}}},
+        {"collinear", hull, {{1, 1}, {0, 0}, {4, 4}, {2, 2}}, {{0, 0}, {4, 4}}},
+        {"on the hull", growth, {{8, 8}, {0, 0}, {0, 8}, {8, 0}, {8, 0}}, {{0, 0}, {8, 0}, {8, 8}, {0, 8}}},
+        {"into a line", growth, {{3, 3}, {0, 0}, {2, 2}, {1, 1}}, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}},
+        {"after a corner", growth, {{0, 0}, {8, 0}, {4, 9}, {4, 1}, right}, {{0, 0}, {4, 1}, right, {8, 0}, {4, 9}}},
+        {"crossing", growth, crossed, {{0, 0}, {10, 2}, {2, 6}, {0, 8}, {1, 6}, {3, 3}, {1, 2}}},
+        {"none", simple, {}, {}},
+        {"no hull", hull, {}, {}},
+        {"no growth", growth, {}, {}},
+    };
+    for (const bool flag : {true, false})
+        ExpectOutlines<TypeParam>(rows, 7, 0, [flag](auto& polygon, auto operation) {
+            polygon.keepBox = flag;
+            operation == simple ? polygon.MakeSimplePolygon()
+            : operation == hull ? polygon.MakeConvexHull()
+                                : polygon.ReorderCEC();
+            EXPECT_EQ(polygon.keepBox, flag);
+        });
+}
+
+TYPED_TEST(ReorderingTest, TurnsThatOverflowEndNothingOnTheWayBack)
+{
+    using T = typename TypeParam::T;
+    // Products above 3.4 overflow, and their differences are no numbers.
+    const double unit = static_cast<double>(std::sqrt(std::numeric_limits<T>::max() / T(3.4)));
+    OpenPolygon<TypeParam> polygon(
+        Plane{{unit, 0}, {-unit, -unit}, {0, 3 * unit}, {2 * unit, -2 * unit}, {3 * unit, -2 * unit}});
+    const auto points = polygon.GetOutline();
+    polygon.MakeConvexHull();
+    EXPECT_EQ(polygon.GetOutline(), (std::vector{points[3], points[4], points[2]}));
 }

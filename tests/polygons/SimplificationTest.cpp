@@ -1,7 +1,5 @@
 #include <tests/polygons/PolygonSupport.h>
 
-#include <memory>
-
 using namespace CorvexTest;
 
 template <class Family>
@@ -22,8 +20,7 @@ TYPED_TEST(SimplificationTest, SpacingIsMeasuredFromTheLastKeptVertexBehindTheLi
     ExpectOutlines<TypeParam>(rows, 7, 0, [](auto& polygon, auto spacing) {
         const auto range = polygon.GetBoxRange();
         polygon.Simplify(spacing);
-        EXPECT_EQ(polygon.GetBoxRange(), range);
-        EXPECT_TRUE(polygon.removed.empty());
+        EXPECT_TRUE(polygon.GetBoxRange() == range && polygon.removed.empty());
     });
 }
 
@@ -50,50 +47,4 @@ TYPED_TEST(SimplificationTest, DeviationRemovesUnderTheCallersFlagAndDuplicatesW
     polygon.SimplifyDPM(0);
     EXPECT_EQ(polygon.GetCount(), TypeParam::dimension > 2 ? 4u : 5u);
     EXPECT_EQ(polygon.keptBox, (std::vector<bool>{false, true}));
-}
-
-TYPED_TEST(SimplificationTest, SectionsAreSplitAsByThePlainScanToTheBit)
-{
-    using T = typename TypeParam::T;
-    std::mt19937_64 random(5551212);
-    SCOPED_TRACE("seed 5551212");
-    for (unsigned int round = 0; round < 300; ++round) {
-        const auto outline = RandomOutline<T>(random);
-        const auto count = static_cast<unsigned int>(outline.size());
-        if (count < 2) continue;
-        const T tolerance = static_cast<T>(random() % 5) * static_cast<T>(0.25);
-        const std::unique_ptr<bool[]> kept(new bool[2 * count]);
-        std::fill_n(kept.get(), 2 * count, true);
-        OpenPolygon<TypeParam>(outline).SimplifySection(0, count - 1, kept.get(), tolerance);
-        PlainSimplifySection(outline, 0, count - 1, tolerance, kept.get() + count);
-        for (unsigned int i = 0; i < count; ++i) ASSERT_EQ(kept[i], kept[count + i]) << round << ", " << i;
-    }
-}
-
-TYPED_TEST(SimplificationTest, OutlinesWithoutHooksOfTheirOwnAreThinnedToTheSameBits)
-{
-    using Polygon = typename TypeParam::Polygon;
-    std::mt19937_64 random(27182);
-    SCOPED_TRACE("seed 27182");
-    for (unsigned int round = 0; round < 300; ++round) {
-        SCOPED_TRACE(round);
-        OpenPolygon<TypeParam> hooked(RandomOutline<typename TypeParam::T>(random));
-        hooked.keepBox = round % 2 == 0;
-        Polygon plain(hooked);
-        const unsigned int count = hooked.GetCount();
-        const auto tolerance = static_cast<typename TypeParam::T>(random() % 5) / 4;
-        hooked.SimplifyDPM(tolerance);
-        plain.SimplifyDPM(tolerance);
-        ASSERT_EQ(plain.GetCount(), hooked.GetCount());
-        for (unsigned int k = 0; k < 3; ++k) {
-            ASSERT_TRUE(SameBits(plain.GetBoundingBox().minimum[k], hooked.GetBoundingBox().minimum[k]));
-            ASSERT_TRUE(SameBits(plain.GetBoundingBox().maximum[k], hooked.GetBoundingBox().maximum[k]));
-        }
-        // What the removals leave in the slots behind the count shows once these count again.
-        plain.Expand(count);
-        hooked.Expand(count);
-        for (unsigned int i = 0; i < count; ++i)
-            for (unsigned int k = 0; k < TypeParam::dimension; ++k)
-                ASSERT_TRUE(SameBits(plain[i][k], hooked[i][k])) << i;
-    }
 }
