@@ -1,5 +1,4 @@
 #include "Samples.h"
-#include "tests/support/plain/PlainProduct.h"
 
 using namespace CorvexTest;
 using namespace CorvexTest::Maths;
@@ -52,31 +51,6 @@ TYPED_TEST(FixedMatrix, ComputesByElement)
     EXPECT_TRUE(a != b && !(a == b));
     b[1][1] = std::numeric_limits<T>::quiet_NaN();
     EXPECT_TRUE(b != b && !(b == b));
-}
-
-TYPED_TEST(FixedMatrix, MultipliesLikeThePlainSumAlsoInPlace)
-{
-    using M = TypeParam;
-    using T = std::remove_reference_t<decltype(*M().elements)>;
-    std::mt19937 random(31);
-    unsigned int const N = M().GetN();
-    for (Content const content : contents) {
-        SCOPED_TRACE("seed 31, " + std::string(content));
-        TMatrixMxN<T> left(N, N), right(N, N), wide(N, 6);
-        Fill(left, content, random);
-        Fill(right, "signed zeros", random);
-        Fill(wide, content, random);
-        M a = left, b = right, square = a, product = a, byBlock = a;
-        auto const plain = [&](auto const& factor) {
-            Rows<T> first(a), second(factor), result(N, second.GetN());
-            PlainMultiplyRows(*result, *first, *second, N, N, second.GetN());
-            return result;
-        };
-        EXPECT_TRUE(SameElements(plain(b), product *= b) && SameElements(plain(a), square *= square));
-        // With a matrix of run-time size on either side.
-        EXPECT_TRUE(SameElements(plain(b), byBlock *= right) && SameElements(plain(wide), a * wide));
-        EXPECT_TRUE(SameElements(plain(b), left * b) && SameElements(plain(b), left *= b));
-    }
 }
 
 template <class T>

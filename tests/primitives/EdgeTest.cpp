@@ -75,17 +75,6 @@ TYPED_TEST(EdgeTest, MeasuresFromPointsBeforeBesideAndPast)
     }
 }
 
-TYPED_TEST(EdgeTest, HandsOutALineNormalisedOnce)
-{
-    using T = TypeParam;
-    for (int i = 0; i < 400; ++i) {
-        const TEdge2<T> edge(T(1), T(1), T(1 + i % 20), T(1 + i / 20));
-        TVector2<T> once = edge.Vertex[1] - edge.Vertex[0];
-        once.Normalise();
-        EXPECT_EQ(edge.GetLine().direction, once) << i;
-    }
-}
-
 TYPED_TEST(EdgeTest, ComparesByItsStartAndMovesByVectorsAndMatrices)
 {
     using T = TypeParam;

@@ -51,44 +51,6 @@ TYPED_TEST(LineTest, CrossesUnlessBothAreVerticalOrSlopesAreNear)
     }
 }
 
-// The crossing of two lines that are not vertical, by the matrix class.
-template <class T>
-bool CrossPlainly(const TLine2<T>& a, const TLine2<T>& b, TVector2<T>* point)
-{
-    const T slopes[2] = {a.direction.y / a.direction.x, b.direction.y / b.direction.x};
-    const T right[2] = {a.origin.y - a.origin.x * slopes[0], b.origin.y - b.origin.x * slopes[1]};
-    const TMatrix2x2<T> system(-slopes[0], T(1), -slopes[1], T(1));
-    const T determinant = system[0][0] * system[1][1] - system[0][1] * system[1][0];
-    TMatrix2x2<T> factors;
-    int pivots[2];
-    T parity;
-    if (std::fabs(determinant) <= T(1e-6f) || !system.LUD(&factors, pivots, &parity)) return false;
-    TMatrix2x2<T>::BackSub(factors, pivots, right, *point);
-    return true;
-}
-
-TYPED_TEST(LineTest, CrossesToTheBitsOfThePivotedSolve)
-{
-    using T = TypeParam;
-    const T largest = std::numeric_limits<T>::max(), inf = this->infinity;
-    const T special[] = {0, -T(0), 1, -1, T(1e-6f), T(3e-6), this->least, largest, -largest, inf, -inf, this->nan};
-    std::mt19937 random(7);
-    SCOPED_TRACE("seed 7");
-    std::uniform_real_distribution<T> fraction(T(-1), T(1));
-    for (unsigned int i = 0; i < 200000; ++i) {
-        const auto draw = [&] {
-            if (random() % 16 < i % 8) return special[random() % 12];
-            return std::ldexp(fraction(random), static_cast<int>(random() % 24) - 8);
-        };
-        TLine2<T> a, b;
-        for (TVector2<T>* v : {&a.origin, &a.direction, &b.origin, &b.direction}) *v = TVector2<T>(draw(), draw());
-        if (a.direction.x == 0 || b.direction.x == 0) continue;
-        TVector2<T> point, expected;
-        ASSERT_EQ(a.IntersectWith(b, &point, T(0)), CrossPlainly(a, b, &expected)) << "seed 7, draw " << i;
-        ASSERT_TRUE(SameBits(point.x, expected.x) && SameBits(point.y, expected.y)) << "seed 7, draw " << i;
-    }
-}
-
 TYPED_TEST(LineTest, MeetsTrianglesFromTheSidesThatCount)
 {
     using T = TypeParam;

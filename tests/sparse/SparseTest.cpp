@@ -1,15 +1,14 @@
-// Compressed matrices: how they fill, transpose and share; products held to their plain forms bit by bit.
+// Compressed matrices: how they fill, transpose and share, and what their products keep for any number of threads.
 
 #include "../support/Bits.h"
 #include "../support/Types.h"
-#include "../support/plain/PlainSparse.h"
 
 #include <CorvexMaths/sparse/TMatrixFragment.h>
 
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <random>
+#include <tuple>
+#include <vector>
 
 using namespace CorvexTest;
 using namespace CorvexTest::Maths;
@@ -25,58 +24,8 @@ extern "C" int omp_get_max_threads()
 namespace
 {
 
-using Three = std::array<int, 3>;
-enum Kind : unsigned int
-{
-    Finite,
-    Odd,
-    Unordered
-};
-
-/// Values that cancel, vanish and overflow; in odd content infinities and NaN too.
 template <class T>
-T Value(std::mt19937& random, Kind kind)
-{
-    using Limits = std::numeric_limits<T>;
-    const T values[] = {1,
-                        -1,
-                        T(1e-6f),
-                        T(-1e-3f),
-                        0,
-                        T(-0.0),
-                        T(-0.7),
-                        T(1000.37),
-                        Limits::max(),
-                        Limits::infinity(),
-                        Limits::quiet_NaN()};
-    return values[random() % (kind == Odd ? 11 : 9)];
-}
-
-/// A matrix with 1 to 6 elements, at ascending rows below n, in each column but the first ones, which stay empty; if
-/// unordered, rows repeat and turn back.
-template <class T>
-TCCSMatrixMxN<T> ByColumns(std::mt19937& random, int n, int columnCount, Kind kind, int emptyColumns)
-{
-    TCCSMatrixMxN<T> matrix(columnCount, 10);
-    for (int c = emptyColumns; c < columnCount; ++c) {
-        std::vector<int> rows(1 + random() % 6);
-        for (int& row : rows) row = static_cast<int>(random() % static_cast<unsigned int>(n));
-        if (kind != Unordered) std::sort(rows.begin(), rows.end());
-        const auto end = kind == Unordered ? rows.end() : std::unique(rows.begin(), rows.end());
-        for (auto row = rows.begin(); row != end; ++row) matrix.AddElement(Value<T>(random, kind), *row, c);
-    }
-    return matrix;
-}
-
-/// Such a matrix turned round. As no empty row follows a filled one, every walk stays within the arrays.
-template <class T>
-TCRSMatrixMxN<T> ByRows(std::mt19937& random, int rowCount, int n, Kind kind, int emptyRows)
-{
-    TCRSMatrixMxN<T> matrix;
-    matrix.TransposeFrom(ByColumns<T>(random, n, rowCount, kind, emptyRows));
-    matrix.columnCount = n;
-    return matrix;
-}
+using Elements = std::vector<std::tuple<T, int, int>>;
 
 /// Compares all that a matrix holds with elements in order and with room for some more.
 template <class T>
@@ -133,7 +82,7 @@ TYPED_TEST(Sparse, TransposesFromColumnsInTheirOrderAndFromRowsSorted)
 {
     TCCSMatrixMxN<TypeParam> source(4, 7);
     EXPECT_EQ(source.columnRows[3].GetGrowSize(), 7u);
-    const Three additions[] = {{5, 1, 6}, {2, 3, 6}, {7, 0, 8}, {5, 0, 8}, {2, 1, 8}, {5, 1, 8}};
+    const int additions[][3] = {{5, 1, 6}, {2, 3, 6}, {7, 0, 8}, {5, 0, 8}, {2, 1, 8}, {5, 1, 8}};
     TypeParam value = 0;
     for (const auto& [row, column, rowsSoFar] : additions) {
         source.AddElement(value += 1, row, column);
@@ -178,49 +127,6 @@ TYPED_TEST(Sparse, CopiesShareTheirArraysAndReleaseThemOnce)
     ExpectElements(byRows, {{3, 0, 0}}, 1, 1); // a sharer does not count what it did not add
 }
 
-TYPED_TEST(Sparse, ProductsHaveTheBitsOfThePlainFormForAnyNumberOfChunks)
-{
-    using T = TypeParam;
-    std::mt19937 random(41);
-    SCOPED_TRACE("seed 41");
-    // Rows, inner size, columns: about the blocks of columns, and with rows and columns that differ.
-    const Three shapes[] = {{1, 1, 1}, {9, 4, 9}, {30, 20, 12}, {8, 5, 513}, {20, 30, 5000}, {4, 9, 2049}};
-    for (unsigned int pass = 0; pass < 18; ++pass) {
-        const auto& [m, inner, n] = shapes[pass / 3];
-        const Kind kind = Kind(pass % 3);
-        const int order = std::min(n, m), empty = m / 5;
-        threads = std::vector{1, 2, 7, 40}[random() % 4];
-        SCOPED_TRACE(::testing::Message() << "seed 41, pass " << pass << ", chunks " << threads);
-        const TCRSMatrixMxN<T> a = ByRows<T>(random, m, inner, kind, empty), b = ByRows<T>(random, inner, n, kind, 0);
-        TMatrixMxN<T> dense(static_cast<unsigned int>(inner), static_cast<unsigned int>(n));
-        for (unsigned int i = 0; i < dense.GetM() * dense.GetN(); ++i) dense[0][i] = Value<T>(random, kind);
-        // Columns whose rows lie too far apart are not turned into rows.
-        const TCCSMatrixMxN<T> columns = ByColumns<T>(random, pass == 6 ? 99999 : inner, order, kind, order > 3);
-        TCRSMatrixMxN<T> result;
-
-        asked = 0;
-        a.Multiply(b, &result);
-        EXPECT_EQ(asked, 0);
-        ExpectElements(result, PlainTimesRows(a, b), m, n);
-        a.Multiply(dense, &result);
-        EXPECT_TRUE(asked == 1 && result.matrixType == 11);
-        ExpectElements(result, PlainTimesDense(a, dense, order, false), m, n);
-        dense.AssignMemory(dense.GetM(), static_cast<unsigned int>(order));
-        for (unsigned int i = 0; i < dense.GetM() * dense.GetN(); ++i) dense[0][i] = Value<T>(random, kind);
-        for (const Kind rowKind : {kind, Unordered}) {
-            const TCRSMatrixMxN<T> square = ByRows<T>(random, order, inner, rowKind, empty * (order == m));
-            asked = 0;
-            square.Normalise(columns, &result);
-            EXPECT_TRUE(asked == 1 && result.matrixType == -2);
-            ExpectElements(result, PlainTimesColumns(square, columns), order, order);
-            square.Normalise(dense, &result);
-            EXPECT_EQ(asked, 2);
-            ExpectElements(result, PlainTimesDense(square, dense, order, true), order, order);
-        }
-    }
-    threads = 1;
-}
-
 TYPED_TEST(Sparse, ProductsKeepWhatIsAboveTheToleranceAndTheDiagonal)
 {
     using T = TypeParam;
@@ -245,4 +151,35 @@ TYPED_TEST(Sparse, ProductsKeepWhatIsAboveTheToleranceAndTheDiagonal)
     columns.AddElement(above, 0, 2);
     a.Normalise(columns, &a);
     ExpectElements<T>(a, {{-limit, 0, 0}, {above, 0, 2}, {infinity, 1, 2}, {-above, 2, 2}}, 3, 3);
+}
+
+TYPED_TEST(Sparse, ProductsAreTheSameInAnyNumberOfChunks)
+{
+    constexpr int n = 41;
+    TCRSMatrixMxN<TypeParam> a(n, n, n), result;
+    TCCSMatrixMxN<TypeParam> columns(n, n);
+    TMatrixMxN<TypeParam> dense(n, n);
+    Elements<TypeParam> whole, upper;
+    for (int c = 0; c < n; ++c)
+        for (int r = 0; r < n; ++r)
+            columns.AddElement(dense[static_cast<unsigned int>(r)][c] = TypeParam(1) / TypeParam(r + n * c + 1), r, c);
+    for (int r = 0; r < n; ++r) {
+        a.AddElement(TypeParam(r + 1), r, n - 1 - r);
+        for (int c = 0; c < n; ++c)
+            whole.emplace_back(TypeParam(r + 1) * dense[static_cast<unsigned int>(n - 1 - r)][c], r, c);
+        upper.insert(upper.end(), whole.end() - (n - r), whole.end());
+    }
+    for (const int chunks : {1, 2, 7, 40, 99}) {
+        SCOPED_TRACE(threads = chunks);
+        asked = 0;
+        a.Multiply(dense, &result);
+        ExpectElements(result, whole, n, n);
+        EXPECT_TRUE(asked == 1 && result.matrixType == 11);
+        a.Normalise(dense, &result);
+        ExpectElements(result, upper, n, n);
+        a.Normalise(columns, &result);
+        ExpectElements(result, upper, n, n);
+        EXPECT_TRUE(asked == 3 && result.matrixType == -2);
+    }
+    threads = 1;
 }

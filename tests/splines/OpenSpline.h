@@ -38,4 +38,15 @@ std::vector<T> Values(const TList<T>& list)
     return {list.GetStream(), list.GetStream() + list.GetCount()};
 }
 
+/// The capacity of a list, or of a class over one.
+template <class E>
+unsigned int CapacityOf(const TList<E>& list)
+{
+    struct Open : TList<E>
+    {
+        static unsigned int Get(const TList<E>& any) { return any.*&Open::capacity; }
+    };
+    return Open::Get(list);
+}
+
 } // namespace CorvexTest
