@@ -139,4 +139,21 @@ TEST(List, ReversesAllPairs)
     EXPECT_EQ(large[middle], 'c');
 }
 
+TEST(List, HitsTheDuplicateThatIsProbedFirst)
+{
+    unsigned int index = 99;
+    EXPECT_TRUE(TList<int>(std::vector<int>{1, 2, 2, 2, 3}.data(), 5, 1).BinarySearch(2, &index) && index == 2);
+    EXPECT_TRUE(TList<int>(std::vector<int>{2, 2, 5, 6}.data(), 4, 1).BinarySearch(2, &index) && index == 1);
+}
+
+TEST(List, SortsByTheElementsOwnOrder)
+{
+    using Pair = TPair<float, int>;
+    TList<Pair> pairs(std::vector<Pair>{{2, 4}, {-1, 1}, {7, 49}, {0, 0}}.data(), 4, 1);
+    pairs.Sort();
+    EXPECT_TRUE(pairs[0].second == 1 && pairs[1].second == 0 && pairs[2].second == 4);
+    pairs.SortDescending();
+    EXPECT_TRUE(pairs[0].second == 49 && pairs[1].second == 4 && pairs[2].second == 0);
+}
+
 } // namespace

@@ -1,5 +1,4 @@
 #include <tests/pointsets/OpenSet.h>
-#include <tests/support/Bits.h>
 #include <tests/support/RecordingList.h>
 
 using namespace CorvexTest;
@@ -48,45 +47,6 @@ TYPED_TEST(PointSetMinkowski, TakesTheFirstElementOutAgainWithItsRounding)
     difference.MinkowskiDifference(other);
     EXPECT_EQ(difference[1].x, 1 - 3);
     EXPECT_FALSE(std::signbit(difference[0].y)) << "the first run adds its zero correction too";
-}
-
-TYPED_TEST(PointSetMinkowski, GivesASetOfItsOwnClassWhatResultsOneByOneGive)
-{
-    using F = TypeParam;
-    using Set = typename F::PointSet;
-    using T = typename F::T;
-    std::mt19937 random(20250311);
-    SCOPED_TRACE("seed 20250311");
-    const auto points = [&random](unsigned int n) {
-        Set set;
-        for (unsigned int i = 0; i < n; ++i)
-            set.Add(Point<F>(AwkwardValue<T>(random, 3), AwkwardValue<T>(random, 3), AwkwardValue<T>(random, 3),
-                             AwkwardValue<T>(random, 3)));
-        return set;
-    };
-    using Operation = void (*)(Set&, const Set&, const Set&);
-    const Operation operations[] = {[](Set& set, const Set& a, const Set&) { set.MinkowskiSum(a); },
-                                    [](Set& set, const Set& a, const Set&) { set.MinkowskiDifference(a); },
-                                    [](Set& set, const Set& a, const Set& b) { set.MinkowskiSum(a, b); },
-                                    [](Set& set, const Set& a, const Set& b) { set.MinkowskiDifference(a, b); }};
-    for (const unsigned int n : {0u, 1u, 3u, 256u, 600u}) {
-        const Set a = points(3), b = points(n);
-        for (const Operation operation : operations) {
-            Set set(b);
-            OpenSet<F> oneByOne(b);
-            operation(set, a, b);
-            operation(oneByOne, a, b);
-            ASSERT_EQ(set.GetCount(), 3 * n);
-            ASSERT_EQ(oneByOne.GetCount(), 3 * n);
-            for (unsigned int i = 0; i < 3 * n; ++i)
-                for (unsigned int k = 0; k < F::dimension; ++k) ASSERT_TRUE(SameBits(set[i][k], oneByOne[i][k])) << i;
-            const auto &box = set.GetBoundingBox(), &expected = oneByOne.GetBoundingBox();
-            for (unsigned int k = 0; k < 3; ++k) {
-                EXPECT_TRUE(SameBits(box.minimum[k], expected.minimum[k]));
-                EXPECT_TRUE(SameBits(box.maximum[k], expected.maximum[k]));
-            }
-        }
-    }
 }
 
 /// Doubles the x of the slot behind each point that is added, or steps that of an operand.

@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <limits>
-#include <random>
 
 namespace CorvexTest
 {
@@ -30,22 +29,5 @@ struct OpenSet : F::PointSet
         for (const auto& point : points) this->Add(point);
     }
 };
-
-/// A random number from 0 to below the bound.
-inline unsigned int Below(std::mt19937& random, unsigned int bound)
-{
-    return static_cast<unsigned int>(random()) % bound;
-}
-
-/// A coordinate that invites ties: mostly a small multiple of a third or a half, a zero of either sign, now and then an
-/// infinity or a NaN.
-template <class T>
-T AwkwardValue(std::mt19937& random, unsigned int divisor)
-{
-    using Limits = std::numeric_limits<T>;
-    const T rare[] = {0, -T(0), 0, -T(0), Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()};
-    const unsigned int kind = Below(random, 64);
-    return kind < 7 ? rare[kind] : (static_cast<T>(Below(random, 25)) - 12) / static_cast<T>(divisor);
-}
 
 } // namespace CorvexTest

@@ -41,7 +41,7 @@ TYPED_TEST(CircleTest, BoundsPointsByTwoOrThreeOfThem)
 {
     using T = TypeParam;
     using V = TVector2<T>;
-    const T near = 4 * this->epsilon;
+    const T near = 16 * this->epsilon;
     // Three of a right angle, of an acute triangle and of an obtuse one, a line, one point, several at one place.
     const std::tuple<std::vector<V>, V, T> rows[] = {{{{0, 0}, {4, 0}, {0, 3}}, {2, 1.5}, 2.5},
                                                      {{{-4, -3}, {4, -3}, {0, 5}, {1, 1}, {3, -3.5}}, {0, 0}, 5},

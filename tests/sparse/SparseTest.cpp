@@ -156,7 +156,7 @@ TYPED_TEST(Sparse, ProductsKeepWhatIsAboveTheToleranceAndTheDiagonal)
 TYPED_TEST(Sparse, ProductsAreTheSameInAnyNumberOfChunks)
 {
     constexpr int n = 41;
-    TCRSMatrixMxN<TypeParam> a(n, n, n), result;
+    TCRSMatrixMxN<TypeParam> a(n, n, n);
     TCCSMatrixMxN<TypeParam> columns(n, n);
     TMatrixMxN<TypeParam> dense(n, n);
     Elements<TypeParam> whole, upper;
@@ -171,6 +171,7 @@ TYPED_TEST(Sparse, ProductsAreTheSameInAnyNumberOfChunks)
     }
     for (const int chunks : {1, 2, 7, 40, 99}) {
         SCOPED_TRACE(threads = chunks);
+        TCRSMatrixMxN<TypeParam> result;
         asked = 0;
         a.Multiply(dense, &result);
         ExpectElements(result, whole, n, n);

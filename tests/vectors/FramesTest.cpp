@@ -1,8 +1,8 @@
 #include "../support/Types.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
 
 using namespace CorvexTest;
 using namespace Halmont::Orrin::CorvexMaths;
@@ -16,9 +16,6 @@ template <class T>
 struct Frames : ::testing::Test
 {
     static constexpr T near = std::numeric_limits<T>::epsilon() * T(4);
-    std::mt19937 random{20240611};
-    T Next() { return std::uniform_real_distribution<T>(T(-1), T(1))(random); }
-    void SetUp() override { this->RecordProperty("seed", 20240611); }
 };
 
 template <class V>
@@ -64,10 +61,8 @@ TYPED_TEST(Frames, AnglesRunCounterClockwiseInThePlaneAndClockwiseAboutAnAxis)
     }
     EXPECT_TRUE(V2(0, 0).Angle() == 0 && V2(0, 0).AngleWith({1, 2}) == 0);
     EXPECT_TRUE(std::isnan(V3(0, 0, 0).AngleWith({1, 0, 0}, {0, 0, 1}))) << "the clamp lets NaN through";
-    for (int i = 0; i < 1000; ++i) { // rounding takes the cosine of many of these above 1, where there is no angle
-        const V3 v(this->Next(), this->Next(), this->Next());
+    for (V3 v(T(0.1), 1, 2); v.x < 3; v.x += T(0.01)) // rounding takes the cosine of some of these above 1
         EXPECT_FALSE(std::isnan(v.AngleWith(v * T(-3), V3(0, 0, 1))) || std::isnan(V2(v).AngleWith(V2(v) * T(3))));
-    }
 }
 
 TYPED_TEST(Frames, TheFirstOrthonormalComesFromTheAxisOfTheSmallestComponent)
@@ -89,10 +84,11 @@ TYPED_TEST(Frames, TheFirstOrthonormalComesFromTheAxisOfTheSmallestComponent)
 
 TYPED_TEST(Frames, FourVectorsGetAFrameOfThreeWithZerosForWhatIsNotSolved)
 {
-    using V4 = TVector4<TypeParam>;
-    for (unsigned int i = 0; i < 200; ++i) {
-        V4 frame[] = {V4(this->Next(), this->Next(), this->Next(), 2 + this->Next()), V4(), V4(), V4()};
-        for (unsigned int zero = 0; zero < i % 4; ++zero) frame[0][zero] = 0; // there is no division by these
+    using T = TypeParam;
+    using V4 = TVector4<T>;
+    for (unsigned int zeros = 0; zeros < 4; ++zeros) { // there is no division by these
+        V4 frame[] = {V4(T(0.3), T(-0.7), T(0.9), 2), V4(), V4(), V4()};
+        std::fill_n(&frame[0][0], zeros, T(0));
         ASSERT_TRUE(frame[0].OrthonormalXYZ(&frame[1], &frame[2], &frame[3]));
         for (unsigned int a = 1; a < 4; ++a)
             for (unsigned int b = 0; b <= a; ++b)
@@ -120,10 +116,7 @@ TYPED_TEST(Frames, RotationFollowsRodriguesTermByTerm)
     V3 v(1, 1, 0);
     V3(0, 1, 1).Rotate(&v, T(8) / std::numeric_limits<T>::epsilon(), 1);
     EXPECT_EQ(v.y, T(1));
-    for (int i = 0; i < 100; ++i) { // sine and cosine pass through double
-        const T angle = this->Next() * T(7);
-        V3 turned(2, 0, 5);
-        V3(0, 0, 1).Rotate(&turned, angle);
-        EXPECT_TRUE(turned.x == 2 * T(std::cos(double(angle))) && turned.y == 2 * T(std::sin(double(angle)))) << angle;
-    }
+    const T angle = T(-2.3); // sine and cosine pass through double
+    V3(0, 0, 1).Rotate(&(v = V3(2, 0, 5)), angle);
+    EXPECT_TRUE(v.x == 2 * T(std::cos(double(angle))) && v.y == 2 * T(std::sin(double(angle))));
 }

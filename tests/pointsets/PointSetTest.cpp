@@ -1,6 +1,5 @@
 #include <tests/pointsets/OpenSet.h>
 
-#include <cstring>
 #include <tuple>
 
 using namespace CorvexTest;
@@ -9,7 +8,7 @@ static_assert(sizeof(Maths::TPointSet<float, Maths::TVector3>) == 72 &&
               sizeof(Maths::TPointSet<double, Maths::TVector3>) == 96);
 
 template <class F>
-struct PointSetBox : ::testing::Test
+struct PointSetTest : ::testing::Test
 {
     static void ExpectRange(const OpenSet<F>& set, double lowest, double highest)
     {
@@ -17,9 +16,9 @@ struct PointSetBox : ::testing::Test
         EXPECT_EQ(set.GetBoundingBox().maximum.x, static_cast<typename F::T>(highest));
     }
 };
-TYPED_TEST_SUITE(PointSetBox, PointFamily, TypeNames);
+TYPED_TEST_SUITE(PointSetTest, PointFamily, TypeNames);
 
-TYPED_TEST(PointSetBox, FollowsTheHooksAsTheyFire)
+TYPED_TEST(PointSetTest, FollowsTheHooksAsTheyFire)
 {
     using F = TypeParam;
     using Set = OpenSet<F>;
@@ -43,7 +42,7 @@ TYPED_TEST(PointSetBox, FollowsTheHooksAsTheyFire)
     }
 }
 
-TYPED_TEST(PointSetBox, IsCalculatedByCopiesAndCopiedByAssignment)
+TYPED_TEST(PointSetTest, IsCalculatedByCopiesAndCopiedByAssignment)
 {
     using F = TypeParam;
     using T = typename F::T;
@@ -67,7 +66,7 @@ TYPED_TEST(PointSetBox, IsCalculatedByCopiesAndCopiedByAssignment)
     this->ExpectRange(target, 50, -50);
 }
 
-TYPED_TEST(PointSetBox, MovesWithOffsetsAndIsRecalculatedByScales)
+TYPED_TEST(PointSetTest, MovesWithOffsetsAndIsRecalculatedByScales)
 {
     using F = TypeParam;
     OpenSet<F> set = {Point<F>(1, 2, 3, 4), Point<F>(5, 6, 7, 8), Point<F>(-2, 0, 0, 0)};
@@ -84,31 +83,7 @@ TYPED_TEST(PointSetBox, MovesWithOffsetsAndIsRecalculatedByScales)
     this->ExpectRange(set, -8, 0);
 }
 
-TYPED_TEST(PointSetBox, HasTheBitsOfAnExtensionPointByPoint)
-{
-    using F = TypeParam;
-    using T = typename F::T;
-    std::mt19937 random(20240611);
-    SCOPED_TRACE("seed 20240611");
-    for (int round = 0; round < 600; ++round) {
-        const unsigned int count = Below(random, 90), later = Below(random, count + 1);
-        OpenSet<F> points(count + 1);
-        T* const values = *points.GetStream();
-        for (unsigned int i = 0; i < count * F::dimension; ++i) {
-            // One sign alone leaves zeros as the extreme values.
-            const T value = AwkwardValue<T>(random, 3);
-            const bool turn = (round % 3 == 1 && value < 0) || (round % 3 == 2 && value > 0);
-            values[i] = turn ? -value : value;
-        }
-        OpenSet<F> set(points.GetStream(), later);
-        set.AddRange(points.GetStream() + later, count - later);
-        Maths::TBox<T> plain;
-        for (unsigned int i = 0; i < count; ++i) plain.Extend(static_cast<Maths::TVector3<T>>(points.GetStream()[i]));
-        ASSERT_EQ(std::memcmp(&set.GetBoundingBox(), &plain, sizeof(plain)), 0) << round;
-    }
-}
-
-TYPED_TEST(PointSetBox, CentreIsTheMeanInListOrder)
+TYPED_TEST(PointSetTest, CentreIsTheMeanInListOrder)
 {
     using F = TypeParam;
     EXPECT_EQ(OpenSet<F>().GetCentre(), Point<F>(0, 0, 0, 0));
@@ -118,7 +93,7 @@ TYPED_TEST(PointSetBox, CentreIsTheMeanInListOrder)
     EXPECT_EQ(set.GetCentre(), Point<F>(2, 2, 2, 2));
 }
 
-TYPED_TEST(PointSetBox, RectangleIsInclusiveAlongAxesAsGiven)
+TYPED_TEST(PointSetTest, RectangleIsInclusiveAlongAxesAsGiven)
 {
     using T = typename TypeParam::T;
     const auto isWithin = [](T x, T y, T uLength, T vLength) {
@@ -129,4 +104,36 @@ TYPED_TEST(PointSetBox, RectangleIsInclusiveAlongAxesAsGiven)
     EXPECT_FALSE(isWithin(3, 4, 3.5, 6) || isWithin(3, 4, 4, 5.5)) << "projections, not lengths";
     EXPECT_FALSE(isWithin(0.5, 2, 4, 6) || isWithin(2, 0.5, 4, 6)) << "behind an axis";
     EXPECT_TRUE(isWithin(1, 1, 0, 6)) << "no width, at the corner";
+}
+
+TYPED_TEST(PointSetTest, SquareTakesItsLevelSidesAndCornersAndLeavesTheOthers)
+{
+    using F = TypeParam;
+    OpenSet<F> set = {Point<F>(9, 9), Point<F>(0, 0, 5), Point<F>(2, 0, -5), Point<F>(2, 2, 7), Point<F>(0, 2)};
+    EXPECT_TRUE(set.IsWithin(1, 0, 1, 4) && set.IsWithin(1, 2, 1, 4) && set.IsWithin(2, 2, 1, 4));
+    EXPECT_FALSE(set.IsWithin(0, 1, 1, 4) || set.IsWithin(2, 1, 1, 4) || set.IsWithin(1, 1, 1, 0));
+    set.RemoveAt(0, false);
+    EXPECT_TRUE(set.IsWithin(1, 1) && set.IsWithin({1, 1}));
+    set.boundingBox = Maths::TBox<typename F::T>();
+    EXPECT_FALSE(set.IsWithin({1, 1})) << "a stale box answers before the outline does";
+}
+
+TYPED_TEST(PointSetTest, EdgeMeetsTheOutlineInItsOrder)
+{
+    using F = TypeParam;
+    OpenSet<F> diamond = {Point<F>(0, -2, 0, 0), Point<F>(2, 0, 8, 4), Point<F>(0, 2, 4, 2), Point<F>(-2, 0, 6, 2)};
+    OpenSet<F> hits, square = {Point<F>(0, 0, 0), Point<F>(2, 0, 4), Point<F>(2, 2, 8), Point<F>(0, 2, 4)};
+    Maths::TEdge2<typename F::T> within(-1, 0, 1, 0), across(-3, 1, 3, 1), upright(0, -3, 0, 3);
+    EXPECT_FALSE(diamond.IntersectWith(within, &hits));
+    EXPECT_TRUE(diamond.IntersectWith(across, &hits));
+    EXPECT_TRUE(diamond.IntersectWith(within, &hits)) << "what the list held already counts";
+    diamond.IntersectWith(upright, &hits);
+    square.IntersectWith(across, &hits);
+    // Hits on corners come once of each side.
+    const OpenSet<F> expected = {Point<F>(1, 1, 6, 3), Point<F>(-1, 1, 5, 2), diamond[0], diamond[2], diamond[2],
+                                 diamond[0],           Point<F>(2, 1, 6)};
+    ASSERT_EQ(hits.GetCount(), 8u);
+    for (unsigned int i = 0; i < 7; ++i) EXPECT_EQ(hits[i], expected[i]) << i;
+    // A side straight down has no share to interpolate by; one straight up has.
+    EXPECT_TRUE(F::dimension == 2 || std::isnan(hits[7][F::dimension - 1]));
 }
