@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <random>
-#include <stdexcept>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -24,39 +22,32 @@ struct Element
     unsigned char rest[size - 8];
 };
 
+/// What was compared, which comparison throws, and whether answers follow the keys, their own count, or are all -1.
+std::vector<std::pair<unsigned int, unsigned int>> compared;
+std::size_t throwsAt;
 enum Manner
 {
     ByKey,
     Random,
     Always
 } manner;
-std::vector<std::pair<unsigned int, unsigned int>> compared;
-std::size_t throwsAt;
 
 template <class E>
 int Compare(const void* a, const void* b)
 {
-    const E& first = *static_cast<const E*>(a);
-    const E& second = *static_cast<const E*>(b);
+    const E &first = *static_cast<const E*>(a), &second = *static_cast<const E*>(b);
     compared.push_back({first.number, second.number});
-    if (compared.size() == throwsAt) throw std::runtime_error("comparison");
+    if (compared.size() == throwsAt) throw compared.size();
     if (manner == Always) return -1;
     if (manner == Random) return static_cast<int>((compared.size() * 2654435761u >> 7) % 3) - 1;
     return (first.key > second.key) - (first.key < second.key);
 }
 
 template <class E>
-std::vector<unsigned int> Numbers(const std::vector<E>& elements)
-{
-    std::vector<unsigned int> numbers;
-    for (const E& element : elements) numbers.push_back(element.number);
-    return numbers;
-}
-
-template <class E>
 void OwnSort(std::vector<E>* elements)
 {
     std::vector<unsigned char> buffer(elements->size() * sizeof(E) + 1);
+    compared.clear();
     MergeSort(reinterpret_cast<unsigned char*>(elements->data()), elements->size(), sizeof(E), &Compare<E>,
               buffer.data());
 }
@@ -65,15 +56,7 @@ template <class E>
 class StableSortTest : public testing::Test
 {};
 using Sizes = testing::Types<Element<12>, Element<16>, Element<32>, Element<40>, Element<264>>;
-struct SizeNames
-{
-    template <class E>
-    static std::string GetName(int)
-    {
-        return std::to_string(sizeof(E)) + "bytes";
-    }
-};
-TYPED_TEST_SUITE(StableSortTest, Sizes, SizeNames);
+TYPED_TEST_SUITE(StableSortTest, Sizes, );
 
 #if defined(__GLIBC__)
 TYPED_TEST(StableSortTest, MakesTheComparisonsOfTheLibrary)
@@ -85,12 +68,11 @@ TYPED_TEST(StableSortTest, MakesTheComparisonsOfTheLibrary)
             std::vector<TypeParam> own(n);
             for (unsigned int i = 0; i < n; ++i) own[i] = {static_cast<unsigned int>(random() % (n / 2 + 1)), i, {}};
             std::vector<TypeParam> theirs = own;
-            compared.clear();
             OwnSort(&own);
-            const auto ownCompared = compared;
-            compared.clear();
+            const auto ownCompared = std::exchange(compared, {});
             StableSort(theirs.data(), n, sizeof(TypeParam), &Compare<TypeParam>);
-            EXPECT_TRUE(ownCompared == compared && Numbers(own) == Numbers(theirs)) << n << " in manner " << chosen;
+            const auto isSame = [](const TypeParam& a, const TypeParam& b) { return a.number == b.number; };
+            EXPECT_TRUE(ownCompared == compared && std::equal(own.begin(), own.end(), theirs.begin(), isSame)) << n;
         }
     }
 }
@@ -101,15 +83,14 @@ TYPED_TEST(StableSortTest, LosesNothingWhereAComparisonThrows)
     manner = Random;
     for (throwsAt = 1; throwsAt < 20; ++throwsAt) {
         std::vector<TypeParam> elements(9);
-        for (unsigned int i = 0; i < 9; ++i) elements[i].number = i;
-        compared.clear();
+        for (unsigned int i = 0; i < 9; ++i) elements[i].number = 1u << i;
         try {
             OwnSort(&elements);
-        } catch (const std::runtime_error&) {
+        } catch (std::size_t) {
         }
-        std::vector<unsigned int> numbers = Numbers(elements);
-        std::sort(numbers.begin(), numbers.end());
-        EXPECT_EQ(numbers, (std::vector<unsigned int>{0, 1, 2, 3, 4, 5, 6, 7, 8})) << throwsAt;
+        unsigned int all = 0;
+        for (const TypeParam& element : elements) all += element.number;
+        EXPECT_EQ(all, 0x1ffu) << throwsAt;
     }
     throwsAt = 0;
 }

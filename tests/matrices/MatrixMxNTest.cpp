@@ -37,37 +37,6 @@ TYPED_TEST(MatrixMxN, LeavesImpossibleSizesToTheAllocator)
     EXPECT_EQ(matrix.GetM(), 1u);
 }
 
-TYPED_TEST(MatrixMxN, TakesDefinedContentAndTransposes)
-{
-    using T = TypeParam;
-    auto matrix = Make<T>(2, 3, {9, 9, 9, 9, 9, 9});
-    matrix.ToIdentity();
-    EXPECT_EQ(matrix, Make<T>(2, 3, {1, 0, 0, 0, 1, 0}));
-    matrix = Make<T>(2, 3, {1, 2, 3, 4, 5, 6});
-    matrix.Transpose();
-    EXPECT_EQ(matrix, Make<T>(3, 2, {1, 4, 2, 5, 3, 6}));
-    matrix = Make<T>(2, 2, {1, 2, 3, 4});
-    T* const row = matrix[0];
-    matrix.Transpose();
-    EXPECT_EQ(matrix, Make<T>(2, 2, {1, 3, 2, 4}));
-    EXPECT_EQ(matrix[0], row) << "a square matrix turns in place";
-}
-
-TYPED_TEST(MatrixMxN, ComputesByElementOverItsOwnSizes)
-{
-    using T = TypeParam;
-    auto a = Make<T>(2, 2, {1, 2, 3, 4}), larger = Make<T>(3, 3, {10, 20, 99, 30, 40, 99, 99, 99, 99});
-    EXPECT_EQ(a + larger, Make<T>(2, 2, {11, 22, 33, 44}));
-    EXPECT_TRUE(SameElements(Make<T>(2, 2, {-0.0, -0.0, -0.0, -0.0}), -(a - a)));
-    EXPECT_TRUE((larger / T(49))[1][0] == T(30) / T(49) && (larger / T(49))[2][0] == T(99) / T(49));
-    EXPECT_EQ(a *= a[0][1], Make<T>(2, 2, {2, 4, 6, 8}));
-    EXPECT_EQ(a /= a[0][0], Make<T>(2, 2, {1, 2, 3, 4}));
-
-    EXPECT_TRUE(Make<T>(1, 2, {1, 2}) != Make<T>(2, 2, {1, 2, 3, 4}) && a != Make<T>(2, 2, {1, 2, 3, 5}));
-    auto const odd = Make<T>(1, 2, {1, std::nan("")});
-    EXPECT_FALSE(odd == odd);
-}
-
 TYPED_TEST(MatrixMxN, MeetsFixedMatricesInItsUpperLeftBlock)
 {
     using T = TypeParam;

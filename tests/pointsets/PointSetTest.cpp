@@ -66,23 +66,6 @@ TYPED_TEST(PointSetTest, IsCalculatedByCopiesAndCopiedByAssignment)
     this->ExpectRange(target, 50, -50);
 }
 
-TYPED_TEST(PointSetTest, MovesWithOffsetsAndIsRecalculatedByScales)
-{
-    using F = TypeParam;
-    OpenSet<F> set = {Point<F>(1, 2, 3, 4), Point<F>(5, 6, 7, 8), Point<F>(-2, 0, 0, 0)};
-    set.RemoveAt(2, false);
-    set.keepBox = false;
-    set += set[0];
-    EXPECT_EQ(set[1], Point<F>(6, 8, 10, 12));
-    this->ExpectRange(set, -1, 6);
-    set -= set[0];
-    EXPECT_EQ(set[1], Point<F>(4, 4, 4, 4));
-    this->ExpectRange(set, -3, 4);
-    set *= -2;
-    EXPECT_EQ(set[1], Point<F>(-8, -8, -8, -8));
-    this->ExpectRange(set, -8, 0);
-}
-
 TYPED_TEST(PointSetTest, CentreIsTheMeanInListOrder)
 {
     using F = TypeParam;
@@ -91,19 +74,6 @@ TYPED_TEST(PointSetTest, CentreIsTheMeanInListOrder)
     const double large = std::ldexp(1.0, std::numeric_limits<typename F::T>::digits);
     const OpenSet<F> set = {Point<F>(large, 1), Point<F>(1, 2, 8), Point<F>(-large, 3, 0, 4), Point<F>(8, 2, 0, 2)};
     EXPECT_EQ(set.GetCentre(), Point<F>(2, 2, 2, 2));
-}
-
-TYPED_TEST(PointSetTest, RectangleIsInclusiveAlongAxesAsGiven)
-{
-    using T = typename TypeParam::T;
-    const auto isWithin = [](T x, T y, T uLength, T vLength) {
-        const OpenSet<TypeParam> set = {Point<TypeParam>(-50, 0), Point<TypeParam>(x, y, 9)};
-        return set.WithinRectangle({1, 1}, {2, 0}, Point<TypeParam>(0, 2, 7, 7), uLength, vLength);
-    };
-    EXPECT_TRUE(isWithin(3, 4, 4, 6)) << "the far end of both axes";
-    EXPECT_FALSE(isWithin(3, 4, 3.5, 6) || isWithin(3, 4, 4, 5.5)) << "projections, not lengths";
-    EXPECT_FALSE(isWithin(0.5, 2, 4, 6) || isWithin(2, 0.5, 4, 6)) << "behind an axis";
-    EXPECT_TRUE(isWithin(1, 1, 0, 6)) << "no width, at the corner";
 }
 
 TYPED_TEST(PointSetTest, SquareTakesItsLevelSidesAndCornersAndLeavesTheOthers)

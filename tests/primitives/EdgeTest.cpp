@@ -35,21 +35,6 @@ TYPED_TEST(EdgeTest, TouchesAndCrossesByItsEndpointRules)
     }
 }
 
-TYPED_TEST(EdgeTest, RangesCollinearPointsAlongOneAxis)
-{
-    using T = TypeParam;
-    const std::tuple<const char*, TEdge2<T>, TVector2<T>, T, bool> rows[] = {
-        {"along x, past the end, at the tolerance", {0, 0, 4, 8}, {4.25, 99}, 0.25, true},
-        {"extent in x at the tolerance, along y", {0, 0, 0.5, 8}, {99, 8.5}, 0.5, true},
-        {"extent in x above the tolerance, along x", {0, 0, 0.5, 8}, {0.75, 99}, 0.25, true},
-        {"no length, along y", {1, 2, 1, 2}, {99, 2.5}, 0.5, true},
-    };
-    for (const auto& [name, edge, point, tolerance, within] : rows) {
-        EXPECT_EQ(edge.IsWithinCollinear(point, tolerance), within) << name;
-        EXPECT_EQ(TEdge2<T>(edge.Vertex[1], edge.Vertex[0]).IsWithinCollinear(point, tolerance), within) << name;
-    }
-}
-
 TYPED_TEST(EdgeTest, MeasuresFromPointsBeforeBesideAndPast)
 {
     using T = TypeParam;
@@ -73,25 +58,6 @@ TYPED_TEST(EdgeTest, MeasuresFromPointsBeforeBesideAndPast)
         }
         EXPECT_EQ(edge.DistanceToPoint(point, nullptr, nullptr), distance) << name;
     }
-}
-
-TYPED_TEST(EdgeTest, ComparesByItsStartAndMovesByVectorsAndMatrices)
-{
-    using T = TypeParam;
-    using Edge2 = TEdge2<T>;
-    using Edge3 = TEdge3<T>;
-    EXPECT_TRUE(Edge2(0, 5, 1, 1) < Edge2(1, 0, 0, 0) && Edge2(1, 0, 0, 0) > Edge2(0, 5, 1, 1));
-    EXPECT_FALSE(Edge2(0, 0, 1, 1) < Edge2(0, 5, 1, 1) || Edge2(0, 5, 1, 1) > Edge2(0, 0, 1, 1));
-    EXPECT_TRUE(Edge3(1, 2, 3, 4, 5, 6) == Edge3(1, 2, 3, 0, 0, 0) && !(Edge2(0, 0, 1, 1) == Edge2(0, 0, 1, 2)));
-
-    // The two forms of the plane differ by a transpose, those of space do not.
-    Edge2 edge(1, 0, 0, 1);
-    const TMatrix2x2<T> counting(1, 2, 3, 4);
-    EXPECT_TRUE(edge * counting == Edge2(1, 2, 3, 4) && (edge *= counting) == Edge2(1, 3, 2, 4));
-    const TMatrix3x3<T> larger(1, 2, 3, 4, 5, 6, 7, 8, 9);
-    Edge3 inSpace = Edge3(1, 0, 0, 0, 0, 1) *= larger;
-    inSpace -= inSpace.Vertex[0];
-    EXPECT_TRUE(inSpace.Vertex[0] == TVector3<T>() && inSpace.Vertex[1] == TVector3<T>(6, 6, 6)) << "an end of its own";
 }
 
 TYPED_TEST(EdgeTest, MeetsTrianglesByCode)

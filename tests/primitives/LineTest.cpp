@@ -4,30 +4,6 @@ template <class T>
 using LineTest = Primitive<T>;
 TYPED_TEST_SUITE(LineTest, Scalars, TypeNames);
 
-TYPED_TEST(LineTest, IsFittedToPointsAndMeasuresFromThem)
-{
-    using T = TypeParam;
-    using V = TVector3<T>;
-    TLine2<T> line(T(2), T(3), T(2), T(2));
-    const TLine2<T> old = line;
-    EXPECT_TRUE(line.GetIntercept() == T(1) && line.EvaluateCart(T(8)) == T(9));
-    EXPECT_TRUE(!line.Fit({3, 3}, {3, 3}) && line.origin == old.origin && line.direction == old.direction);
-    EXPECT_TRUE(line.Fit(TVector2<T>(3, 3), TVector2<T>(3, std::nextafter(T(3), T(4)))));
-    EXPECT_TRUE(line.Evaluate(T(-2)) == TVector2<T>(3, 1) && line.DistanceToPoint(TVector2<T>(1, 9)) == T(2));
-
-    const TLine3<T> upright(V(1, 0, 0), V(0, 0, 3)), level(V(1, 0, 0), V(1, 0, 0));
-    EXPECT_EQ(upright.DistanceToPoint(V(1, -4, 9), T(0)), T(4));
-    EXPECT_EQ(upright.DistanceToPoint(V(1, -4, 9), T(4)), T(0)) << "the perpendicular is at the tolerance";
-
-    V first, second;
-    level.ClosestPoints(TLine3<T>(V(4, 7, 2), V(0, -1, 0)), &first, &second, T(0));
-    EXPECT_TRUE(first == V(4, 0, 0) && second == V(4, 0, 2));
-    level.ClosestPoints(TLine3<T>(V(9, 3, 0), V(-1, 0, 0)), &first, &second, T(0));
-    EXPECT_TRUE(first == V(1, 0, 0) && second == V(1, 3, 0)) << "parallel: the origin and its foot";
-    level.ClosestPoints(TLine3<T>(V(9, 3, 0), V(0, 1, 0)), &first, &second, T(1));
-    EXPECT_TRUE(first == V(1, 0, 0) && second == V(9, 0, 0)) << "square, but parallel within the tolerance";
-}
-
 TYPED_TEST(LineTest, CrossesUnlessBothAreVerticalOrSlopesAreNear)
 {
     using T = TypeParam;

@@ -63,16 +63,3 @@ TYPED_TEST(SolidTest, MeetLinesInTheirEndsAndThenTheirSide)
             << solid << ' ' << name;
     }
 }
-
-TYPED_TEST(SolidTest, SpiralWindsFromItsFirstPointByAngleAndGrowth)
-{
-    using T = TypeParam;
-    using V = TVector3<T>;
-    const V centre(1, 2, 3), expected[] = {{-1, 2, 3}, {1, 1, 3}, {1, 2, 3}, {1, 1, 3}, {3, 2, 3}};
-    const TSpiral3<T> inwards(centre, V(0, 0, 3), T(2), 5, Numbers::fullTurn<T> / 4, T(-1));
-    const TSpiral3<T> ray(centre, V(1, 2, 2), T(1), 1001, T(0), T(1)), still(V(), V(0, 0, 1), 0, 2, 0, 1);
-    for (unsigned int i = 0; i < 5; ++i) EXPECT_TRUE(inwards.points[i].IsEqualTo(expected[i], T(1e-6))) << i;
-    EXPECT_NEAR(ray.points.GetLast().DiffVectLen(centre), 1001, 1e-3);
-    EXPECT_TRUE(still.points[0] == V() && std::isnan(still.points[1].x));
-    for (const int n : {5, 1, -7}) EXPECT_EQ(TSpiral3<T>(V(), centre, 1, n, 1, 1).points.GetCount(), n > 1 ? 5u : 1u);
-}

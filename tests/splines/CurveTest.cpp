@@ -31,18 +31,6 @@ TYPED_TEST(SplineCurve, IsEvaluatedOnTheScaleOfItsKnots)
     EXPECT_LT(ring.Evaluate(0).DiffVectLen(ring.Evaluate(1)), 1e-3) << "closed";
 }
 
-TYPED_TEST(SplineCurve, IsTheBezierCurveOfFourPoints)
-{
-    using T = typename TypeParam::T;
-    OpenSpline<TypeParam> bezier(4, Clamped, 4, 1);
-    for (const T x : {1, 3, 7, 8}) bezier.Add(Point<TypeParam>(x, -x * x));
-    for (T u = 0; u < 1; u += T(0.0625)) {
-        const T v = 1 - u, w[] = {v * v * v, 3 * v * v * u, 3 * v * u * u, u * u * u};
-        EXPECT_NEAR(bezier.Evaluate(u).x, w[0] + 3 * w[1] + 7 * w[2] + 8 * w[3], T(2e-5)) << u;
-        EXPECT_NEAR(bezier.Evaluate(u).y, -w[0] - 9 * w[1] - 49 * w[2] - 64 * w[3], T(1e-4)) << u;
-    }
-}
-
 TYPED_TEST(SplineCurve, FollowsItsControlPointsByTheHooks)
 {
     using S = OpenSpline<TypeParam>;

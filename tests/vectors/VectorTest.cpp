@@ -25,21 +25,6 @@ struct Vectors : ::testing::Test
 
 TYPED_TEST_SUITE(Vectors, PointFamily, TypeNames);
 
-TYPED_TEST(Vectors, ComputeEveryComponentBeforeTheyStore)
-{
-    using T = typename TypeParam::T;
-    auto a = this->Make({-3, 0, 2, 6});
-    a += a;
-    a /= a[0];
-    EXPECT_EQ(a, this->Make({1, 0, T(4) / T(-6), -2}));
-    a *= a[0] - 3;
-    EXPECT_TRUE(-a == this->Make({2, 0, -(T(4) / T(3)), -4}) && std::signbit((-a)[1]) != std::signbit(a[1]));
-
-    TVector3<T> v(1, 2, 3);
-    EXPECT_EQ(v *= TVector3<T>(5, 7, 11), TVector3<T>(1, 4, -3));
-    EXPECT_EQ(v *= v, TVector3<T>(0, 0, 0));
-}
-
 TYPED_TEST(Vectors, LengthsAndProductsIncludeTheLastComponent)
 {
     using T = typename TypeParam::T;
