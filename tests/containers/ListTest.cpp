@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <tuple>
 
@@ -80,20 +79,6 @@ TEST(List, GrowsByNeedStepOrDoubling)
     }
 }
 
-TEST(List, CopiesTakeNoDoublingAlong)
-{
-    List origin(Contents{1, 2, 3, 4, 5}.data(), 5, 3);
-    origin.SetUseExponentialGrowth(true);
-    List copies[] = {List(origin), List(&origin, 3), List(20, 1)};
-    copies[2] = origin;
-    for (List& copy : copies) {
-        EXPECT_EQ(copy.Contents(), origin.Contents());
-        EXPECT_TRUE(copy.GetCapacity() == 5 && copy.log.empty() == (&copy != copies + 2));
-        copy.Add(6);
-        EXPECT_EQ(copy.GetCapacity(), 8u);
-    }
-}
-
 TEST(List, ExpandsOverWhatTheSlotsHold)
 {
     List list(Contents{1, 2, 3}.data(), 3, 4);
@@ -103,28 +88,6 @@ TEST(List, ExpandsOverWhatTheSlotsHold)
     list.Clear(false);
     list.Contract();
     EXPECT_TRUE(list.GetCapacity() == 0 && list.GetStream());
-}
-
-TEST(List, TakesElementsOfItsOwn)
-{
-    for (const unsigned int capacity : {3u, 12u}) {
-        List list(capacity, 1);
-        list.AddRange(Contents{1, 2, 3}.data(), 3);
-        list.Add(list[0]);
-        list.Insert(list[2], 1);
-        list.Insert(&list[0], 5);
-        list.Remove(list[1], true);
-        list.AddRange(list);
-        EXPECT_EQ(list.Contents(), (Contents{1, 2, 3, 1, 1, 1, 2, 3, 1, 1}));
-    }
-    // Zero is a value, only pointers are pointers; NaN is never there already.
-    TList<double> numbers;
-    numbers.Add(0);
-    numbers.Insert(0, 1);
-    numbers.Remove(0, false);
-    numbers.AddUnique(std::nan(""));
-    numbers.AddUnique(numbers[1]);
-    EXPECT_TRUE(numbers.GetCount() == 3 && std::isnan(numbers[2]));
 }
 
 TEST(List, ReversesAllPairs)
@@ -144,16 +107,6 @@ TEST(List, HitsTheDuplicateThatIsProbedFirst)
     unsigned int index = 99;
     EXPECT_TRUE(TList<int>(std::vector<int>{1, 2, 2, 2, 3}.data(), 5, 1).BinarySearch(2, &index) && index == 2);
     EXPECT_TRUE(TList<int>(std::vector<int>{2, 2, 5, 6}.data(), 4, 1).BinarySearch(2, &index) && index == 1);
-}
-
-TEST(List, SortsByTheElementsOwnOrder)
-{
-    using Pair = TPair<float, int>;
-    TList<Pair> pairs(std::vector<Pair>{{2, 4}, {-1, 1}, {7, 49}, {0, 0}}.data(), 4, 1);
-    pairs.Sort();
-    EXPECT_TRUE(pairs[0].second == 1 && pairs[1].second == 0 && pairs[2].second == 4);
-    pairs.SortDescending();
-    EXPECT_TRUE(pairs[0].second == 49 && pairs[1].second == 4 && pairs[2].second == 0);
 }
 
 } // namespace

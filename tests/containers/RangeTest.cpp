@@ -8,9 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <numeric>
+#include <iterator>
 #include <sstream>
 #include <utility>
 
@@ -37,21 +36,6 @@ protected:
     void ElementsRemoved(int*, unsigned int) override { ++hooks; }
     void Cleared() override { ++hooks; }
 };
-
-TEST(ListRange, IsContiguousAndFiresNoHook)
-{
-    Recorder list(Contents{3, 1, 2}.data(), 3, 8);
-    std::sort(list.begin(), list.end());
-    for (int& element : list) element *= 10;
-    const Recorder& constant = list;
-    EXPECT_TRUE(std::equal(constant.cbegin(), constant.cend(), Contents{10, 20, 30}.begin()));
-    EXPECT_EQ(std::accumulate(constant.begin(), constant.end(), 0), 60);
-    EXPECT_TRUE(list.data() == list.GetStream() && constant.data() == &list[0] && std::size(list) == 3 &&
-                !list.empty());
-    EXPECT_TRUE(list.log.empty());
-    const TList<int> none;
-    EXPECT_TRUE(none.empty() && none.begin() == none.end());
-}
 
 TEST(ListRange, ConstructionKeepsTheMeaningOfSizes)
 {
@@ -102,15 +86,6 @@ TEST(ListMove, IntoTheBaseOfAnotherClassTellsItsHooks)
     TPointSet<double, TVector2> set;
     static_cast<TList<Point>&>(set) = TList<Point>{{1, 2}, {-3, 4}};
     EXPECT_TRUE(set.GetBoundingBox().minimum.x == -3 && set.GetBoundingBox().maximum.y == 4);
-}
-
-TEST(ListMove, LetsVectorsOfListsGrowWithoutCopies)
-{
-    std::vector<TList<int>> lists(1);
-    lists[0].Add(1);
-    const int* const block = lists[0].GetStream();
-    lists.resize(100);
-    EXPECT_EQ(lists[0].GetStream(), block);
 }
 
 } // namespace

@@ -51,9 +51,9 @@ TYPED_TEST(FixedMatrices, AreTransformedOnEitherSideInEitherLayout)
         moved.Translate(point, right, rows);
         EXPECT_EQ(rows ? moved[3][1] : moved[1][3], right == rows ? T(4) : T(8)) << flags;
         EXPECT_EQ(rows ? moved[1][3] : moved[3][1], T(0)) << flags;
-        // About a point: less the point, scaled by 3 along y, and back.
+        // About a point: less the point, scaled by 3 along y, and back; on the other side these act in reverse.
         scaled.Scale(point, 1, 3, 1, right, rows);
-        EXPECT_TRUE(scaled[1][1] == 3 && (rows ? scaled[3][1] : scaled[1][3]) == 4 - 3 * 4) << flags;
+        EXPECT_TRUE(scaled[1][1] == 3 && (rows ? scaled[3][1] : scaled[1][3]) == (right == rows ? -8 : 8)) << flags;
         turned.Rotate(Numbers::fullTurn<T> / 4, TVector3<T>(0, 0, 5), right, rows);
         EXPECT_NEAR(turned[0][1], rows ? 1 : -1, T(1e-6)) << flags;
         TMatrix3x3<T> argument(0, 1, 2, 3, 4, 5, 6, 7, 8);

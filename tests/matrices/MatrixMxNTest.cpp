@@ -26,29 +26,6 @@ TYPED_TEST(MatrixMxN, KeepsItsBlockWhileTheSizesStay)
     EXPECT_TRUE(TMatrixMxN<T>(0, 5) == TMatrixMxN<T>(0, 5) && TMatrixMxN<T>(0, 5) != TMatrixMxN<T>());
 }
 
-TYPED_TEST(MatrixMxN, LeavesImpossibleSizesToTheAllocator)
-{
-#ifdef __has_feature
-    if (__has_feature(address_sanitizer)) GTEST_SKIP() << "its allocator ends the program instead of throwing";
-#endif
-    auto matrix = Make<TypeParam>(1, 1, {1});
-    EXPECT_THROW(matrix.AssignMemory(~0u, ~0u), std::bad_alloc);
-    matrix.AssignMemory(1, 1);
-    EXPECT_EQ(matrix.GetM(), 1u);
-}
-
-TYPED_TEST(MatrixMxN, MeetsFixedMatricesInItsUpperLeftBlock)
-{
-    using T = TypeParam;
-    TMatrix2x2<T> two(10, 20, 30, 40);
-    auto a = Make<T>(3, 4, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
-    EXPECT_EQ(a - two, TMatrix2x2<T>(-9, -18, -25, -34));
-    EXPECT_EQ(a += two, Make<T>(3, 4, {11, 22, 3, 4, 35, 46, 7, 8, 9, 10, 11, 12}));
-    EXPECT_EQ(TMatrix3x3<T>(Make<T>(1, 1, {5})), TMatrix3x3<T>(5, 0, 0, 0, 1, 0, 0, 0, 1));
-    EXPECT_EQ(TMatrix2x2<T>(Make<T>(1, 3, {5, 6, 7})), TMatrix2x2<T>(5, 6, 0, 1));
-    EXPECT_EQ(TMatrix4x4<T>(TMatrixMxN<T>()), TMatrix4x4<T>());
-}
-
 TYPED_TEST(MatrixMxN, ChecksTheSizesOfAProductButNotInPlace)
 {
     using T = TypeParam;

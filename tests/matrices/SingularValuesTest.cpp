@@ -13,33 +13,6 @@ struct SingularValues : ::testing::Test
 {};
 TYPED_TEST_SUITE(SingularValues, Scalars, TypeNames);
 
-TYPED_TEST(SingularValues, RebuildTheMatrixFromOrthonormalFactors)
-{
-    using T = TypeParam;
-    using Dense = TMatrixMxN<T>;
-    std::mt19937 random(76);
-    for (auto const& [m, n] : {std::pair{9u, 9u}, {40u, 6u}, {5u, 8u}, {30u, 30u}, {64u, 3u}}) {
-        SCOPED_TRACE(::testing::Message() << "seed 76, " << m << " by " << n);
-        Dense a(m, n), u, w, v;
-        Fill(a, "uniform", random);
-        ASSERT_TRUE(a.SVD(&u, &w, &v, 30));
-        Dense uTransposed(u), vTransposed(v), rebuilt = u * w;
-        uTransposed.Transpose();
-        vTransposed.Transpose();
-        rebuilt *= vTransposed;
-        Dense const uProduct = uTransposed * u, vProduct = vTransposed * v;
-        T const tolerance = T(100) * std::numeric_limits<T>::epsilon();
-        for (unsigned int c = 0; c < n; ++c) {
-            for (unsigned int r = 0; r < m; ++r) EXPECT_NEAR(rebuilt[r][c], a[r][c], tolerance);
-            for (unsigned int r = 0; r < n; ++r) {
-                EXPECT_NEAR(vProduct[r][c], T(r == c), tolerance);
-                EXPECT_NEAR(m < n ? T(r == c) : uProduct[r][c], T(r == c), tolerance);
-                EXPECT_TRUE(r == c ? w[r][c] >= T(0) : w[r][c] == T(0));
-            }
-        }
-    }
-}
-
 TYPED_TEST(SingularValues, FailAtTheIterationLimitAndNeverOutsideOneToThirty)
 {
     using Matrix = TMatrix2x2<TypeParam>;

@@ -42,52 +42,6 @@ TYPED_TEST(PointSetTest, FollowsTheHooksAsTheyFire)
     }
 }
 
-TYPED_TEST(PointSetTest, IsCalculatedByCopiesAndCopiedByAssignment)
-{
-    using F = TypeParam;
-    using T = typename F::T;
-    const auto expectCopy = [this](auto from) {
-        using From = decltype(from);
-        OpenSet<From> source = {Point<From>(1, 2, 3, 4), Point<From>(5, 6, 7, 8)};
-        source.keepBox = false;
-        source.boundingBox = Maths::TBox<T>(50);
-        const OpenSet<F> copy(static_cast<const typename From::PointSet&>(source));
-        EXPECT_TRUE(copy.GetCount() == 2 && copy.capacity == 2 && copy.GetGrowSize() == 3 && !copy.keepBox);
-        EXPECT_EQ(copy[1], Point<F>(5, 6, From::dimension > 2 ? 7 : 0, From::dimension > 3 ? 8 : 1));
-        this->ExpectRange(copy, 1, 5);
-        EXPECT_EQ(copy.GetBoundingBox().limit, Maths::Numbers::unsetBound<T>);
-    };
-    expectCopy(Family<T, Maths::TVector2>());
-    expectCopy(Family<T, Maths::TVector3>());
-    expectCopy(Family<T, Maths::TVector4>());
-    OpenSet<F> stale = {Point<F>(1, 2, 3, 4)}, target;
-    stale.boundingBox = Maths::TBox<T>(50);
-    target = stale;
-    this->ExpectRange(target, 50, -50);
-}
-
-TYPED_TEST(PointSetTest, CentreIsTheMeanInListOrder)
-{
-    using F = TypeParam;
-    EXPECT_EQ(OpenSet<F>().GetCentre(), Point<F>(0, 0, 0, 0));
-    // The 1 is lost beside the large value, as in no other order.
-    const double large = std::ldexp(1.0, std::numeric_limits<typename F::T>::digits);
-    const OpenSet<F> set = {Point<F>(large, 1), Point<F>(1, 2, 8), Point<F>(-large, 3, 0, 4), Point<F>(8, 2, 0, 2)};
-    EXPECT_EQ(set.GetCentre(), Point<F>(2, 2, 2, 2));
-}
-
-TYPED_TEST(PointSetTest, SquareTakesItsLevelSidesAndCornersAndLeavesTheOthers)
-{
-    using F = TypeParam;
-    OpenSet<F> set = {Point<F>(9, 9), Point<F>(0, 0, 5), Point<F>(2, 0, -5), Point<F>(2, 2, 7), Point<F>(0, 2)};
-    EXPECT_TRUE(set.IsWithin(1, 0, 1, 4) && set.IsWithin(1, 2, 1, 4) && set.IsWithin(2, 2, 1, 4));
-    EXPECT_FALSE(set.IsWithin(0, 1, 1, 4) || set.IsWithin(2, 1, 1, 4) || set.IsWithin(1, 1, 1, 0));
-    set.RemoveAt(0, false);
-    EXPECT_TRUE(set.IsWithin(1, 1) && set.IsWithin({1, 1}));
-    set.boundingBox = Maths::TBox<typename F::T>();
-    EXPECT_FALSE(set.IsWithin({1, 1})) << "a stale box answers before the outline does";
-}
-
 TYPED_TEST(PointSetTest, EdgeMeetsTheOutlineInItsOrder)
 {
     using F = TypeParam;

@@ -42,18 +42,6 @@ TYPED_TEST(BoxTest, OverlapsInclusivelyInThePlaneOrInSpace)
     }
 }
 
-TYPED_TEST(BoxTest, MovesByTheBoxAroundItsCorners)
-{
-    using V = TVector3<TypeParam>;
-    // A quarter turn about z for row vectors, a translation in the last row, and a w of 2 that is dropped.
-    const TypeParam elements[16] = {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 10, 20, 30, 2};
-    TBox<TypeParam> box(V(0, 0, 0), V(2, 4, 6), TypeParam(1000));
-    EXPECT_EQ(box * TMatrix4x4<TypeParam>(elements), TBox<TypeParam>(V(6, 20, 30), V(10, 22, 36), TypeParam(1)));
-    box.limit = TypeParam(8);
-    box *= TMatrix4x4<TypeParam>(elements);
-    EXPECT_TRUE(box.minimum == V(6, 8, 8) && box.maximum == V(10, 22, 36)) << "it is emptied to its own limit";
-}
-
 TYPED_TEST(BoxTest, MeetsLinesPlaneByPlane)
 {
     using T = TypeParam;

@@ -35,31 +35,6 @@ TYPED_TEST(EdgeTest, TouchesAndCrossesByItsEndpointRules)
     }
 }
 
-TYPED_TEST(EdgeTest, MeasuresFromPointsBeforeBesideAndPast)
-{
-    using T = TypeParam;
-    constexpr int before = 0, beside = 1, past = 2;
-    const std::tuple<const char*, TEdge2<T>, TVector2<T>, int, T, TVector2<T>> rows[] = {
-        {"before the start", {1, 1, 9, 1}, {-2, 5}, before, 5, {1, 1}},
-        {"abreast of the start", {1, 1, 9, 1}, {1, 5}, beside, 4, {1, 1}},
-        {"abreast of the end", {1, 1, 9, 1}, {9, 2}, beside, 1, {9, 1}},
-        {"past the end", {1, 1, 9, 1}, {12, 5}, past, 5, {9, 1}},
-        {"no length", {1, 1, 1, 1}, {7, 9}, beside, 0, {1, 1}},
-    };
-    for (const auto& [name, edge, point, where, distance, closest] : rows) {
-        const TEdge3<T> inSpace(edge.Vertex[0], edge.Vertex[1]);
-        EXPECT_TRUE(inSpace.GetClosestPoint(point) == closest && edge.IsWithin(point) == (where == beside)) << name;
-        for (const bool held : {false, true}) {
-            bool within[2] = {held, held}, start[2] = {held, held};
-            EXPECT_EQ(edge.DistanceToPoint(point, &within[0], &start[0]), distance) << name;
-            EXPECT_EQ(inSpace.DistanceToPoint(point, &within[1], &start[1]), distance) << name;
-            EXPECT_TRUE(within[0] == (where == beside) && within[1] == within[0] && start[1] == start[0]) << name;
-            EXPECT_EQ(start[0], where == beside ? held : where == before) << name;
-        }
-        EXPECT_EQ(edge.DistanceToPoint(point, nullptr, nullptr), distance) << name;
-    }
-}
-
 TYPED_TEST(EdgeTest, MeetsTrianglesByCode)
 {
     using V = TVector3<TypeParam>;

@@ -29,24 +29,3 @@ TYPED_TEST(PlaneTest, MeetsEdgesAndTriangles)
         EXPECT_TRUE(where == (edge1 == 0 ? first : none) && level.Intersects(triangle) == intersects) << name;
     }
 }
-
-TYPED_TEST(PlaneTest, MeetsLinesAndPlanesAndRoundsByItsForm)
-{
-    using V = TVector3<TypeParam>;
-    TPlane<TypeParam> plane(1, 0, 0, 1, 0, 0), other(0, 0, 2, 0, 0, 1);
-    TLine3<TypeParam> line;
-    other.normal = V(0, 0, 2);
-    EXPECT_TRUE(plane.IntersectWith(other, &line, 0) && line.direction == V(0, -1, 0) && line.origin == V(1, 0, -4));
-    other.normal = V(); // The matrix has no inverse, and the origin stays.
-    EXPECT_TRUE(plane.IntersectWith(other, &line, 0) && line.direction == V() && line.origin == V(1, 0, -4));
-    other.normal = V(-0.75, 0, 1), line.direction = V(-0.25, 1, 0);
-    EXPECT_FALSE(plane.IntersectWith(other, &line, TypeParam(0.25))) << "at the tolerance";
-    EXPECT_TRUE(line.IntersectWith(plane, &other.point, TypeParam(0.25)) && other.point == line.origin) << "likewise";
-    EXPECT_FALSE(line.IntersectWith(plane, &other.point, TypeParam(0.5)));
-
-    const V a(TypeParam(0.1), 1, TypeParam(0.3)), b(3, TypeParam(0.7), 1), c(1, 5, TypeParam(0.9));
-    const TPlane<TypeParam> made(a, (b - a) * (c - a)), fitted(a, (b - a) * (c - b));
-    EXPECT_TRUE(TPlane<TypeParam>(a, b, c) == made && !(made == fitted));
-    plane.Fit(a, b, c);
-    EXPECT_TRUE(plane == fitted && plane.SignedDistanceToPoint(a - fitted.normal) < 0);
-}

@@ -62,14 +62,3 @@ TYPED_TEST(Vectors, TheFirstDifferenceDecidesTheOrderAndTolerancesAreInclusive)
         EXPECT_TRUE(b.IsEqualTo(b, 0) && !a.IsEqualTo(b, 9)) << i;
     }
 }
-
-TYPED_TEST(Vectors, ConversionsFillTheNewComponents)
-{
-    using T = typename TypeParam::T;
-    const T values[] = {1, 2, 3, 4};
-    const TVector4<T> from = typename TypeParam::Vector(values);
-    EXPECT_EQ(from, TVector4<T>(1, 2, this->n < 3 ? 0 : 3, this->n < 4 ? 1 : 4));
-    EXPECT_EQ(TVector3<T>(typename TypeParam::Vector(values)), TVector3<T>(1, 2, from.z));
-    EXPECT_TRUE(TVector2<T>(from) == TVector2<T>(values) && TVector4<T>() == TVector4<T>(TVector2<T>()));
-    static_assert(!std::is_convertible_v<TVector3<float>, TVector3<double>>);
-}

@@ -82,26 +82,4 @@ void PlainSimplifySection(const PlainOutline<T>& outline, std::size_t first, std
     PlainSimplifySection(outline, bestIndex, last, tolerance, keep);
 }
 
-/// The turn of a raw offset outline to its first vertex at the distance from the source; empty if there is none.
-template <class T>
-PlainOutline<T> PlainReorderOffset(PlainOutline<T> raw, const std::vector<TEdge2<T>>& source, T distance)
-{
-    for (auto start = raw.begin(); start != raw.end(); ++start) {
-        T nearest = static_cast<T>(3.4028234663852886e+38f);
-        for (const auto& edge : source) {
-            bool isWithin = false;
-            const T toEdge = edge.DistanceToPoint(*start, &isWithin, nullptr);
-            if (isWithin && nearest > toEdge)
-                nearest = toEdge;
-            else
-                for (const auto& end : edge.Vertex) nearest = std::min(nearest, (*start - end).GetLength());
-        }
-        if (static_cast<double>(std::fabs(nearest - std::fabs(distance))) < 1e-6) {
-            std::rotate(raw.begin(), start, raw.end());
-            return raw;
-        }
-    }
-    return {};
-}
-
 } // namespace CorvexTest
