@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <memory>
+#include <random>
 #include <utility>
 
 using namespace CorvexTest;
