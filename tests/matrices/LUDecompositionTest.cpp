@@ -61,7 +61,10 @@ TYPED_TEST(LUDecomposition, FailsOnRowsOfZerosAndOnOtherShapes)
     auto singular = Make<T>(2, 2, {1, 2, 0, 0}), wide = Make<T>(1, 2, {1, 2});
     TMatrixMxN<T> lu, copy, empty;
     int* pivots = nullptr;
+    int fixedPivots[4];
     T parity = T(5);
+    EXPECT_FALSE(TMatrix4x4<T>(zero).LUD(&zero, fixedPivots, &parity));
+    parity = T(5);
     EXPECT_FALSE(wide.LUD(&lu, &pivots, &parity) || wide.Invert(&copy) || empty.Invert());
     EXPECT_TRUE(parity == 5 && lu.GetM() == 0 && wide.Determinant() == 0 && copy == wide);
     EXPECT_FALSE(singular.LUD(&lu, &pivots, &parity));

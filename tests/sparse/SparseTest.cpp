@@ -58,7 +58,8 @@ TYPED_TEST(Sparse, FragmentStartsWithRoomAndGrowsByHalfOfIt)
         fragment.SetDimensions(n);
         const int* const block = fragment.columns.GetStream();
         for (unsigned int i = 0; i < n; ++i) fragment.columns.Add(int(i));
-        EXPECT_TRUE(fragment.columns.GetStream() == block && fragment.values.GetGrowSize() == step) << n;
+        EXPECT_TRUE(fragment.columns.GetStream() == block && fragment.columns.GetGrowSize() == step) << n;
+        EXPECT_TRUE(fragment.rows.GetGrowSize() == step && fragment.values.GetGrowSize() == step) << n;
     }
 }
 
