@@ -2,6 +2,7 @@
 
 #include "../support/Input.h"
 
+#include <CorvexMaths/matrices/TMatrixMxN.h>
 #include <CorvexMaths/primitives/TCircle.h>
 #include <CorvexMaths/primitives/TLine.h>
 #include <CorvexMaths/primitives/TPlane.h>
@@ -22,7 +23,7 @@ namespace
 constexpr double fitTolerance = 1e-12;
 constexpr unsigned int fitIterations = 50;
 
-Alignment Align(const Part& part, const Measurement& measurement)
+void Align(const Part& part, const Measurement& measurement, Inspection* inspection)
 {
     Points nominal;
     Points measured;
@@ -30,17 +31,19 @@ Alignment Align(const Part& part, const Measurement& measurement)
         nominal.Add(datum.point);
         measured.Add(measurement.at(datum.name)[0]);
     }
-    Alignment alignment;
+    inspection->robust = AlignRobustly(measured, nominal);
+    Alignment& alignment = inspection->alignment;
+    Maths::TMatrixMxN<double> rotation;
     // Moves the measured datum points onto the drawn ones; all else that was measured follows by the same motion.
-    if (!nominal.Register(&measured, &alignment.rotation, &alignment.shift, true))
+    if (!nominal.Register(&measured, &rotation, &alignment.shift, true))
         throw InputError("the measured datum points are a mirror image of the drawn ones");
+    alignment.rotation = Maths::TMatrix3x3<double>(rotation[0]);
     for (unsigned int i = 0; i < measured.GetCount(); ++i) {
         const double distance = (measured[i] - part.datums[i].point).GetLength();
         if (distance < alignment.residual) continue;
         alignment.residual = distance;
         alignment.worst = part.datums[i].name;
     }
-    return alignment;
 }
 
 Points Move(const Points& points, const Alignment& alignment)
@@ -166,11 +169,11 @@ Vector NearestNominal(const Result& result, const Vector& p)
 }
 
 /// Twice the largest distance from what is drawn: of the centre, where there is one, else of the points.
-double PositionOf(const Result& result)
+double PositionOf(const Result& result, const Fitted& fitted)
 {
     const Feature& feature = result.feature;
     if (feature.kind == Kind::Circle || feature.kind == Kind::Sphere) {
-        const Vector offset = result.fitted.point - feature.point;
+        const Vector offset = fitted.point - feature.point;
         return 2 * (offset - feature.axis * (offset % feature.axis)).GetLength();
     }
     double largest = 0;
@@ -179,20 +182,29 @@ double PositionOf(const Result& result)
     return 2 * largest;
 }
 
-std::vector<Characteristic> CharacteristicsOf(const Result& result)
+std::vector<Characteristic> CharacteristicsOf(const Result& result, const Fitted& fitted)
 {
     const Feature& feature = result.feature;
-    const Fitted& fitted = result.fitted;
     std::vector<Characteristic> all;
     if (feature.kind == Kind::Circle || feature.kind == Kind::Sphere) {
         // The coordinate along the axis of a bore tells how deep it was probed, nothing of the bore.
-        if (std::fabs(feature.axis.x) < 0.99) all.push_back({"x", feature.point.x, fitted.point.x, {}});
-        if (std::fabs(feature.axis.y) < 0.99) all.push_back({"y", feature.point.y, fitted.point.y, {}});
-        if (std::fabs(feature.axis.z) < 0.99) all.push_back({"z", feature.point.z, fitted.point.z, {}});
-        all.push_back({"diameter", feature.diameter, fitted.diameter, feature.size});
+        if (std::fabs(feature.axis.x) < 0.99) all.push_back({"x", feature.point.x, fitted.point.x, {}, {}});
+        if (std::fabs(feature.axis.y) < 0.99) all.push_back({"y", feature.point.y, fitted.point.y, {}, {}});
+        if (std::fabs(feature.axis.z) < 0.99) all.push_back({"z", feature.point.z, fitted.point.z, {}, {}});
+        all.push_back({"diameter", feature.diameter, fitted.diameter, feature.size, {}});
     }
-    all.push_back({"position", {}, PositionOf(result), feature.position});
-    all.push_back({"form", {}, fitted.spread, feature.form});
+    all.push_back({"position", {}, PositionOf(result, fitted), feature.position, {}});
+    all.push_back({"form", {}, fitted.spread, feature.form, {}});
+    return all;
+}
+
+/// The characteristics by what the feature is judged by, with those by the robust fit beside them.
+std::vector<Characteristic> Characterise(const Result& result)
+{
+    std::vector<Characteristic> all = CharacteristicsOf(result, result.fitted);
+    if (result.robust.status != Status::Done) return all;
+    const std::vector<Characteristic> robust = CharacteristicsOf(result, result.robust);
+    for (std::size_t i = 0; i < all.size(); ++i) all[i].robust = robust[i].actual;
     return all;
 }
 
@@ -221,12 +233,14 @@ bool Inspection::InTolerance() const
 Inspection InspectPart(const Part& part, const Measurement& measurement)
 {
     Inspection inspection;
-    inspection.alignment = Align(part, measurement);
+    Align(part, measurement, &inspection);
     for (const Feature& feature : part.features) {
         Result result;
         result.feature = feature;
         Points points = Move(measurement.at(feature.name), inspection.alignment);
         result.fitted = Fit(feature, points);
+        result.robust = FitRobustly(feature, points);
+        result.zone = FindZone(feature, points);
         if (feature.kind == Kind::Profile) {
             result.curve = SampleProfile(feature.profile, feature.profile.GetCount(), 4, nullptr);
             if (result.curve.GetCount() == 0)
@@ -234,7 +248,7 @@ Inspection InspectPart(const Part& part, const Measurement& measurement)
         }
         for (unsigned int i = 0; i < points.GetCount(); ++i)
             result.deviations.push_back({NearestNominal(result, points[i]), points[i]});
-        result.characteristics = CharacteristicsOf(result);
+        result.characteristics = Characterise(result);
         inspection.results.push_back(result);
     }
     return inspection;

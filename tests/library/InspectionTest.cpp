@@ -47,23 +47,46 @@ TEST(Inspection, ResidualsAreThoseOfTheFittedParameters)
 {
     const Part part = ReadPart(CORVEX_EXAMPLE_DATA "flange.txt");
     for (const std::string file : {"flange_a.txt", "flange_b.txt"})
-        for (const Result& result : InspectPart(part, ReadMeasurement(CORVEX_EXAMPLE_DATA + file, part)).results) {
-            SCOPED_TRACE(file + " " + result.feature.name);
-            const Kind kind = result.feature.kind;
-            const bool isOneSided = kind == Kind::Line || kind == Kind::Profile;
-            double least = isOneSided ? 0 : 1e9, greatest = -1e9, squares = 0;
-            for (const Deviation& one : result.deviations) {
-                const double distance = DistanceFrom(result.fitted, kind, one.actual);
-                least = std::min(least, distance);
-                greatest = std::max(greatest, distance);
-                squares += distance * distance;
+        for (const Result& result : InspectPart(part, ReadMeasurement(CORVEX_EXAMPLE_DATA + file, part)).results)
+            for (const Fitted* fitted : {&result.fitted, &result.robust}) {
+                SCOPED_TRACE(file + " " + result.feature.name + (fitted == &result.robust ? " robust" : ""));
+                const Kind kind = result.feature.kind;
+                const bool isOneSided = kind == Kind::Line || kind == Kind::Profile;
+                double least = isOneSided ? 0 : 1e9, greatest = -1e9, squares = 0;
+                for (const Deviation& one : result.deviations) {
+                    const double distance = DistanceFrom(*fitted, kind, one.actual);
+                    least = std::min(least, distance);
+                    greatest = std::max(greatest, distance);
+                    squares += distance * distance;
+                }
+                // One-sided distances spread to both sides. The example measures a profile from short chords of its
+                // curve.
+                const double tolerance = kind == Kind::Profile ? 1e-5 : 1e-8;
+                EXPECT_NEAR(fitted->spread, isOneSided ? 2 * greatest : greatest - least, tolerance);
+                EXPECT_NEAR(fitted->squares, squares, tolerance);
+                EXPECT_GT(squares, 0);
             }
-            // One-sided distances spread to both sides. The example measures a profile from short chords of its curve.
-            const double tolerance = kind == Kind::Profile ? 1e-5 : 1e-8;
-            EXPECT_NEAR(result.fitted.spread, isOneSided ? 2 * greatest : greatest - least, tolerance);
-            EXPECT_NEAR(result.fitted.squares, squares, tolerance);
-            EXPECT_GT(squares, 0);
+}
+
+TEST(Inspection, RobustAnswersAreNoWorseAndTheZoneIsTheNarrowest)
+{
+    const Part part = ReadPart(CORVEX_EXAMPLE_DATA "flange.txt");
+    const Inspection inspection = InspectPart(part, ReadMeasurement(CORVEX_EXAMPLE_DATA "flange_b.txt", part));
+    EXPECT_NEAR(inspection.robust.residual, inspection.alignment.residual, 1e-10);
+    for (const Result& result : inspection.results) {
+        SCOPED_TRACE(result.feature.name);
+        const Kind kind = result.feature.kind;
+        ASSERT_EQ(result.robust.status, Status::Done);
+        // Curves of other parameters are other curves.
+        if (kind != Kind::Profile) {
+            EXPECT_LE(result.robust.squares, result.fitted.squares * (1 + 1e-12));
         }
+        ASSERT_EQ(result.zone.has_value(), kind == Kind::Plane || kind == Kind::Circle);
+        if (!result.zone) continue;
+        // The width of the noise alone, and less than about the fit.
+        EXPECT_GT(result.zone->width, 0.003);
+        EXPECT_LT(result.zone->width, result.robust.spread);
+    }
 }
 
 } // namespace

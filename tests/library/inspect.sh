@@ -27,6 +27,14 @@ expect() {
 
 expect 0 "$data/flange.txt" "$data/flange_a.txt"
 [ "$(tail -n 1 report)" = 'IN TOLERANCE' ] || fail 'the good part is not passed'
+# Beside the fits the robust ones are told where they differ, which is at the curve alone.
+[ "$(grep -A 8 '^crest .* 7, control' report | grep -c '^ *robust ')" -eq 1 ] || fail 'no robust curve'
+[ "$(grep -c '^ *robust ' report)" -eq 1 ] || fail 'another robust fit'
+# A face touched along a line has some plane through it, but none that is told by the points.
+grep -v '^face' "$data/flange_a.txt" >touched.txt
+printf 'face %d 160 -36\n' 190 200 210 220 >>touched.txt
+expect 1 "$data/flange.txt" touched.txt
+grep -q '^ *robust *degenerate: the points leave the answer open$' report || fail 'a line is taken for a plane'
 expect 1 "$data/flange.txt" "$data/flange_b.txt" -o flange.svg
 [ "$(tail -n 1 report)" = 'OUT OF TOLERANCE: bolt4 position, crest position, crest form' ] || fail "$(tail -n 1 report)"
 grep -q '>bolt4 OUT<' flange.svg || fail 'the picture does not mark the bad hole'
