@@ -69,8 +69,8 @@ Card DrawOffset(bool clockwise)
         SHOWN(outline.MakeCCW());
     }
     SHOWN(TPolygon<double, TVector2> outer(outline), inner(outline));
-    SHOWN(outer.Offset(7, 0));
-    SHOWN(inner.Offset(-5, 0));
+    SHOWN(if (!outer.Offset(7, 0)) return {});
+    SHOWN(if (!inner.Offset(-5, 0)) return {});
 
     card.figure.Outline(outer, {"offset by 7", Colours::second});
     card.figure.Outline(outline, {"outline", Colours::given, 2.2, Colours::inside});
