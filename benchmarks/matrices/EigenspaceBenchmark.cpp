@@ -1,4 +1,4 @@
-#include "tests/support/plain/PlainEigenspace.h"
+#include "benchmarks/matrices/PlainEigenspace.h"
 
 #include <CorvexMaths/matrices/TMatrix3x3.h>
 

@@ -79,7 +79,7 @@ TEST(List, GrowsByNeedStepOrDoubling)
     }
 }
 
-TEST(List, ExpandsOverWhatTheSlotsHold)
+TEST(List, ExpandsOverWhatTheSlotsHoldAndHitsTheDuplicateThatIsProbedFirst)
 {
     List list(Contents{1, 2, 3}.data(), 3, 4);
     list.RemoveFromEnd(2);
@@ -88,6 +88,10 @@ TEST(List, ExpandsOverWhatTheSlotsHold)
     list.Clear(false);
     list.Contract();
     EXPECT_TRUE(list.GetCapacity() == 0 && list.GetStream());
+
+    unsigned int index = 99;
+    EXPECT_TRUE(TList<int>(Contents{1, 2, 2, 2, 3}).BinarySearch(2, &index) && index == 2);
+    EXPECT_TRUE(TList<int>(Contents{2, 2, 5, 6}).BinarySearch(2, &index) && index == 1);
 }
 
 TEST(List, ReversesAllPairs)
@@ -100,13 +104,6 @@ TEST(List, ReversesAllPairs)
     large[middle] = 'c';
     large.Reverse();
     EXPECT_EQ(large[middle], 'c');
-}
-
-TEST(List, HitsTheDuplicateThatIsProbedFirst)
-{
-    unsigned int index = 99;
-    EXPECT_TRUE(TList<int>(std::vector<int>{1, 2, 2, 2, 3}.data(), 5, 1).BinarySearch(2, &index) && index == 2);
-    EXPECT_TRUE(TList<int>(std::vector<int>{2, 2, 5, 6}.data(), 4, 1).BinarySearch(2, &index) && index == 1);
 }
 
 } // namespace

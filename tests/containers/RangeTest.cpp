@@ -30,8 +30,6 @@ struct Watched : TList<int>
 {
     using TList<int>::TList;
     int hooks = 0;
-
-protected:
     void ElementsAdded(int*, unsigned int) override { ++hooks; }
     void ElementsRemoved(int*, unsigned int) override { ++hooks; }
     void Cleared() override { ++hooks; }
@@ -66,8 +64,7 @@ TEST(ListMove, HandsTheBlockOnWithoutAHook)
         Watched& moved = construct ? made : target;
         EXPECT_TRUE(moved.GetStream() == block && moved.GetCount() == 3 && moved.GetGrowSize() == 5);
         EXPECT_TRUE(source.empty() && source.GetStream() == nullptr && moved.hooks + source.hooks == 0);
-        source.Add(4);
-        source.Add(source[0]);
+        source.AddRange({4, 5});
         moved = static_cast<Watched&&>(moved);
         EXPECT_TRUE(source.GetCount() == 2 && moved.GetCount() == 3 && moved.GetStream() == block);
         source.Clear();

@@ -17,25 +17,23 @@ using namespace CorvexTest::Maths;
 using CorvexTest::FailEachAllocation;
 
 template <class T>
-class SparseExceptions : public testing::Test
+struct SparseExceptions : testing::Test
 {
-public:
     using Rows = TCRSMatrixMxN<T>;
     using Columns = TCCSMatrixMxN<T>;
-
     static_assert(std::is_nothrow_move_constructible_v<Rows> && std::is_nothrow_move_assignable_v<Columns>);
 
-    /// A diagonal of ones.
+    /// Diagonals of ones.
     static Columns Diagonal(int n)
     {
         Columns columns(n, 1);
         for (int i = 0; i < n; ++i) columns.AddElement(1, i, i);
         return columns;
     }
-    static Rows RowsOf(const Columns& columns)
+    static Rows RowsOf(int n)
     {
         Rows rows;
-        rows.TransposeFrom(columns);
+        rows.TransposeFrom(Diagonal(n));
         return rows;
     }
 };
@@ -44,31 +42,29 @@ TYPED_TEST_SUITE(SparseExceptions, CorvexTest::Scalars, CorvexTest::TypeNames);
 TYPED_TEST(SparseExceptions, LeaveTheResultEmptyOrAsItWas)
 {
     using Matrix = typename TestFixture::Rows;
-    const TCCSMatrixMxN<TypeParam> source = this->Diagonal(3);
-    const Matrix left = this->RowsOf(source);
-    TMatrixMxN<TypeParam> dense(3u, 3u);
+    static const TCCSMatrixMxN<TypeParam> columns = this->Diagonal(3);
+    static const Matrix left = this->RowsOf(3);
+    static TMatrixMxN<TypeParam> dense(3, 3);
     dense.ToIdentity();
-
-    const std::pair<const char*, void (*)(Matrix&, const Matrix&, const decltype(source)&, const decltype(dense)&)>
-        rows[] = {
-            {"redefine", [](Matrix& r, const auto&, const auto&, const auto&) { r.Redefine(3, 3, 3); }},
-            {"transpose", [](Matrix& r, const Matrix& a, const auto&, const auto&) { a.Transpose(&r); }},
-            {"transpose from", [](Matrix& r, const auto&, const auto& c, const auto&) { r.TransposeFrom(c); }},
-            {"times sparse", [](Matrix& r, const Matrix& a, const auto&, const auto&) { a.Multiply(a, &r); }},
-            {"times dense", [](Matrix& r, const Matrix& a, const auto&, const auto& d) { a.Multiply(d, &r); }},
-            {"normalise", [](Matrix& r, const Matrix& a, const auto&, const auto& d) { a.Normalise(d, &r); }},
-            {"normalise columns", [](Matrix& r, const Matrix& a, const auto& c, const auto&) { a.Normalise(c, &r); }}};
-    for (const auto& row : rows) {
-        const auto change = [&](Matrix& result) { row.second(result, left, source, dense); };
-        const auto check = [&](Matrix& result, bool failed) {
+    const std::pair<const char*, void (*)(Matrix & result)> rows[] = {
+        {"redefine", [](Matrix& r) { r.Redefine(3, 3, 3); }},
+        {"transpose", [](Matrix& r) { left.Transpose(&r); }},
+        {"transpose from", [](Matrix& r) { r.TransposeFrom(columns); }},
+        {"times sparse", [](Matrix& r) { left.Multiply(left, &r); }},
+        {"times dense", [](Matrix& r) { left.Multiply(dense, &r); }},
+        {"normalise", [](Matrix& r) { left.Normalise(dense, &r); }},
+        {"normalise columns", [](Matrix& r) { left.Normalise(columns, &r); }}};
+    for (const auto& [name, change] : rows) {
+        SCOPED_TRACE(name);
+        const auto check = [](Matrix& result, bool failed) {
             const bool isAsItWas = result.rowCount == 2 && result.capacity == 2 && result.values[1] == 1;
             const bool isEmpty = result.rowCount == 0 && result.capacity == 0 && result.values == nullptr;
-            EXPECT_TRUE(failed ? isAsItWas || isEmpty : result.rowCount == 3) << row.first;
-            Matrix copy(result);
-            result = this->RowsOf(source);
-            EXPECT_EQ(result.elementCount, 3) << row.first;
+            EXPECT_TRUE(failed ? isAsItWas || isEmpty : result.rowCount == 3);
+            const Matrix copy(result);
+            result = TestFixture::RowsOf(3);
+            EXPECT_EQ(result.elementCount, 3);
         };
-        EXPECT_GE(FailEachAllocation([&] { return this->RowsOf(this->Diagonal(2)); }, change, check), 4) << row.first;
+        EXPECT_GE(FailEachAllocation([] { return TestFixture::RowsOf(2); }, change, check), 4);
     }
 }
 
@@ -90,11 +86,11 @@ TYPED_TEST(SparseExceptions, MovesHandTheArraysOn)
     auto moved = std::move(columns);
     EXPECT_TRUE(columns.columnCount == 0 && columns.columnValues == nullptr && moved.columnValues == lists);
     columns = moved; // shared from here on
-    auto rows = this->RowsOf(columns);
     columns = std::move(moved);
     EXPECT_TRUE(columns.columnValues == lists && moved.elementCount == 0);
     columns.AddElement(3, 1, 1);
 
+    auto rows = this->RowsOf(2);
     rows.matrixType = -2;
     const TypeParam* const values = rows.values;
     TCRSMatrixMxN<TypeParam> taken(1, 1, 1);

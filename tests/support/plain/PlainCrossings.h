@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace CorvexTest
@@ -63,6 +64,31 @@ PlainOutline<T> PlainRemoveDuplicates(PlainOutline<T> outline, PlainOutline<T>* 
             j = isRepeat ? outline.erase(j) : j + 1;
         }
     return outline;
+}
+
+/// TPolygon::MakeSimplePolygon of vertices that hold no duplicates; returns whether 40 of its passes, which have no limit
+/// there, suffice.
+template <template <class> class V, class T>
+bool PlainMakeSimple(std::vector<V<T>>* vertices)
+{
+    auto& p = *vertices;
+    p.push_back(p.front());
+    const auto sideAt = [&p](std::size_t i) { return TEdge2<T>(p[i - 1].x, p[i - 1].y, p[i].x, p[i].y); };
+    bool isChanged = true;
+    for (unsigned int pass = 0; isChanged && pass < 40; ++pass) {
+        isChanged = false;
+        for (std::size_t k = 1; k + 2 < p.size(); ++k)
+            for (std::size_t j = k + 2; j < p.size(); ++j) {
+                const TEdge2<T> side = sideAt(k), other = sideAt(j);
+                const auto isEnd = [&other](const auto& v) { return v == other.Vertex[0] || v == other.Vertex[1]; };
+                if (isEnd(side.Vertex[0]) || isEnd(side.Vertex[1])) continue;
+                if (!side.Intersects(other, static_cast<T>(1e-6f), static_cast<T>(1e-6f))) continue;
+                std::swap(p[k], p[j - 1]);
+                isChanged = true;
+            }
+    }
+    p.pop_back();
+    return !isChanged;
 }
 
 /// TPolygon::SimplifySection.
