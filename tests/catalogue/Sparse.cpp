@@ -117,13 +117,6 @@ struct SparseState : State
         }
         return holds;
     }
-    static bool HasAscendingColumns(const ByColumns& m)
-    {
-        for (int c = 0; c < m.columnCount; ++c)
-            for (unsigned int k = 1; k < m.columnRows[c].GetCount(); ++k)
-                if (m.columnRows[c][k] <= m.columnRows[c][k - 1]) return false;
-        return true;
-    }
     /// Holds a product against the elements of the plain form.
     static void RequireElements(const ByRows& product, const Elements<T>& expected)
     {

@@ -1,10 +1,10 @@
 // How sets, positions and splines are made from other containers and handed on, and what the spellings of sizes mean.
 
 #include <tests/splines/OpenSpline.h>
-#include <tests/support/RecordingList.h>
 
 #include <CorvexMaths/pointsets/TParameterization.h>
 
+#include <algorithm>
 #include <list>
 #include <utility>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The singular value decomposition and the solve through it, one loop for each sum and each update, in the order of
-/// operations that the library's kernels promise to keep. The kernels are held to these to the bit.
+/// The singular value decomposition, one loop for each sum and each update, in the order of operations that the library's
+/// kernels promise to keep. The kernels are held to these to the bit.
 
 #include <cmath>
 #include <vector>
@@ -207,23 +207,6 @@ bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsig
             if (pass == iterationLimit) return false;
             Transform(u, w, v, work, m, n, l, k);
         }
-    }
-    return true;
-}
-
-template <class T>
-bool BackSubstitute(T** u, T** w, T** v, T const* b, T* x, T* scratch, unsigned int m, unsigned int n)
-{
-    for (unsigned int i = 0; i < n; ++i)
-        if (w[i][i] == T(0) || std::fabs(w[i][i]) <= T(1e-6f)) return false;
-    for (unsigned int j = 0; j < n; ++j) {
-        T sum = 0;
-        for (unsigned int i = 0; i < m; ++i) sum += u[i][j] * b[i];
-        scratch[j] = sum / w[j][j];
-    }
-    for (unsigned int k = 0; k < n; ++k) {
-        x[k] = 0;
-        for (unsigned int j = 0; j < n; ++j) x[k] += v[k][j] * scratch[j];
     }
     return true;
 }
