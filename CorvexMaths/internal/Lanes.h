@@ -93,13 +93,12 @@ __attribute__((noinline)) auto RunBaseline(Operation operation)
 // A build that tests the kernels defines CORVEX_LANE_BYTES: 16 leaves out the other forms, 32 or 64 always takes that
 // width, 64 with the wide form of a kernel that has no widest one.
 #if defined(__x86_64__) && !(defined(CORVEX_LANE_BYTES) && CORVEX_LANE_BYTES == 16)
-#define CORVEX_WIDE_LANES __attribute__((target("avx2")))
+#define CORVEX_SEVERAL_WIDTHS
 
 /// The width of this processor's widest registers: found out once, as the library is loaded. Until then it is 0, which
 /// counts as the baseline, is slower and gives the same bits.
 #if defined(CORVEX_LANE_BYTES)
 inline constexpr unsigned int laneBytes = CORVEX_LANE_BYTES;
-inline constexpr bool hasWideLanes = laneBytes >= wideBytes;
 #else
 inline const unsigned int laneBytes = [] {
     // Static initialisation may come before the compiler's own look at the processor.
@@ -107,7 +106,6 @@ inline const unsigned int laneBytes = [] {
     if (__builtin_cpu_supports("avx512f")) return widestBytes;
     return __builtin_cpu_supports("avx2") ? wideBytes : baselineBytes;
 }();
-inline const bool hasWideLanes = laneBytes >= wideBytes;
 #endif
 
 /// Runs an operation, and all that is inlined into it, compiled for wide registers. The compiler clears their upper
@@ -134,7 +132,7 @@ inline constexpr unsigned int laneBytes = baselineBytes;
 template <unsigned int mostBytes = wideBytes, class Operation>
 CORVEX_ALWAYS_INLINE auto ForThisProcessor(Operation operation)
 {
-#if defined(CORVEX_WIDE_LANES)
+#if defined(CORVEX_SEVERAL_WIDTHS)
     if constexpr (mostBytes >= widestBytes)
         if (laneBytes >= widestBytes) return RunWidest(operation);
     if (laneBytes >= wideBytes) return RunWide(operation);
@@ -166,13 +164,6 @@ CORVEX_ALWAYS_INLINE void Broadcast(Lane& lane, T value)
         lane = Lane{};
         for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = value;
     }
-}
-
-/// A former name of Broadcast.
-template <class Lane, class T>
-CORVEX_ALWAYS_INLINE void Spread(Lane& lane, T value)
-{
-    Broadcast(lane, value);
 }
 
 /// Whether a comparison holds in any lane.

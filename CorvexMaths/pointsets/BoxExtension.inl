@@ -23,8 +23,8 @@ inline void ExtendRange(Value& lowest, Value& highest, Value value)
     lowest = lowest > value ? value : lowest;
 }
 
-/// Runs through as many whole steps of the values as there are, each lane keeping the range of every n-th value, and
-/// then joins the lanes to the range of each component. Returns the number of points passed over.
+/// Goes through the values in as many whole steps as there are, each lane keeping the range of every n-th value, and
+/// then merges the lanes into the range of each component. Returns how many points that took in.
 template <class T, unsigned int components, unsigned int axes>
 unsigned int ExtendInLanes(T* lowest, T* highest, const T* values, unsigned int pointCount)
 {
@@ -71,8 +71,8 @@ T FirstZero(const T* values, unsigned int component)
     return *value;
 }
 
-/// Extends a box by points that lie one behind the other, with the bits of an extension point by point. Points of two
-/// components have a z of 0; a fourth component is not looked at.
+/// Extends a box by points that follow one another in memory, with the bits of an extension point by point. Points of
+/// two components have a z of 0; a fourth component is not looked at.
 ///
 /// Lanes find the extreme values in another order, which shows in one case alone: among zeros of both signs the first
 /// in the list must win. So a bound that became 0 is looked up again.

@@ -54,9 +54,9 @@ public:
         return true;
     }
 
-    /// Gauss-Newton steps on the distances, at most so many. With L the distance of a point from the centre, the step
-    /// satisfies -(X - a) / L da - (Y - b) / L db - dr = -(L - r). False when a system could not be solved or the steps
-    /// ran out.
+    /// Gauss-Newton steps on the distances, at most `iterations`. With L the distance of a point from the centre, the
+    /// step satisfies -(X - a) / L da - (Y - b) / L db - dr = -(L - r). Ends when the measure of a step is below the
+    /// tolerance, or no longer falls. False when a system could not be solved or the steps ran out.
     bool Refine(T tolerance, unsigned int iterations)
     {
         T last = Kernels::measureBeforeSteps<T>;

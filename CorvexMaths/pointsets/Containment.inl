@@ -1,6 +1,11 @@
 #pragma once
 
 /// Point sets as closed outlines in the x-y plane: containment by crossing count, and where an edge meets the outline.
+///
+/// A point is inside unless the scores of all segments add up to 0. What counts on the outline itself follows from the
+/// comparisons in CrossesLevel and ScoresAhead: but for rounding, a side that rises or falls scores 1 for its own
+/// points. So on a convex outline the points of these sides are inside if it runs clockwise and outside if it runs
+/// counter-clockwise; those between the ends of level sides are inside either way.
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
@@ -27,8 +32,9 @@ inline auto CrossesLevel(Value fromHeight, Value toHeight)
     return ((fromHeight <= T(0)) & (toHeight > T(0))) | ((toHeight < T(0)) & (fromHeight >= T(0)));
 }
 
-/// Whether a segment that crosses the level of a point at x scores 1 for it and not -1: a falling one does where it
-/// crosses at x or beyond, a rising one at x or short of it. A crossing that is not a number scores -1.
+/// Whether a segment that crosses the level of a point at x scores 1 for it and not -1: a falling one does where its
+/// crossing has an x not below that of the point, a rising one where it has one not above. A crossing that is not a
+/// number scores -1.
 template <class T, class Value>
 inline auto ScoresAhead(Value fromX, Value toX, Value fromHeight, Value toHeight, T x)
 {
@@ -40,7 +46,7 @@ inline auto ScoresAhead(Value fromX, Value toX, Value fromHeight, Value toHeight
     return falls ? place >= x : x >= place;
 }
 
-/// The consecutive segments from each of some points in lanes to the next: their ends' heights above the level.
+/// Consecutive segments side by side in lanes: the heights of their ends above the level.
 template <class T, unsigned int components>
 struct SegmentLanes
 {
@@ -78,7 +84,7 @@ inline bool BlockCrosses(const T* values, T y)
 }
 
 /// The sum of the scores round the closed outline of at least one point. Scores are integers, so that their order is
-/// free. A block that nowhere crosses the level, as nearly all of a long outline, costs no division.
+/// free. Most blocks of a long outline nowhere cross the level, and cost no division.
 template <class T, unsigned int components>
 int OutlineScore(const T* values, unsigned int pointCount, T x, T y)
 {

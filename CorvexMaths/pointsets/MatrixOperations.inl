@@ -46,8 +46,8 @@ public:
         }
     }
 
-    /// Replaces points that lie one behind the other, and extends a box by the results, run by run while they are in
-    /// the nearest cache.
+    /// Replaces points that follow one another in memory, and extends a box by the results, run by run while they are
+    /// in the nearest cache.
     void Apply(TBox<T>& box, T* values, unsigned int pointCount) const
     {
         constexpr unsigned int longestRun = groupSize * 16;
@@ -72,7 +72,7 @@ private:
     // The rows that meet a point's own components, and what the filled-up ones contribute, alike for every point.
     T terms[order][components];
 
-    /// Asks for the memory of a later group. With this much arithmetic for each point the processor does not look far
+    /// Prefetches a later group. With this much arithmetic for each point the processor does not look far
     /// enough ahead by itself; large sets take more than twice as long without.
     static void PrefetchGroup(const T* group)
     {
@@ -80,7 +80,7 @@ private:
         for (unsigned int i = 0; i < groupSize * components; i += cacheLine) __builtin_prefetch(group + i, 1);
     }
 
-    /// Straight-line code over independent points, for the compiler to set side by side.
+    /// Straight-line code over independent points, for the compiler to vectorise.
     void ReplaceGroup(T* values, unsigned int pointCount) const
     {
         for (unsigned int p = 0; p < pointCount; ++p, values += components) {

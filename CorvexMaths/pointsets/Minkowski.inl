@@ -29,11 +29,11 @@ inline Vector Combine(const Vector& a, const Vector& b)
         return a - b;
 }
 
-/// Replaces the points of a set by results, which it appends in batches where nobody can tell.
+/// Replaces the points of a set by results, which it appends in batches where that makes no difference.
 ///
-/// The hooks of the point set itself keep the box and nothing else: it extends by a batch with the bits of an extension
-/// point by point, and it need not be recalculated just before it is emptied. A derived class may look at the set in
-/// its hooks and change it, or the operands, so there each result is computed and added by itself.
+/// The hooks of the point set itself keep the box and nothing else. Extended by a batch, the box gets the bits that it
+/// gets point by point, and just before it is emptied it need not be recalculated. A derived class may look at the set
+/// in its hooks and change it, or the operands, so there each result is computed and added by itself.
 template <class T, template <class> class V>
 class Results
 {

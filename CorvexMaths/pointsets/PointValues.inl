@@ -33,7 +33,7 @@ T* ValuesOf(const TList<V<T>>& points)
     return *points.GetStream();
 }
 
-/// Whether an operand exists and shares nothing with a block of slots; one without vectors needs neither.
+/// Whether an operand exists and shares nothing with a block of slots; true for one without vectors, which may be null.
 template <class Vector>
 bool IsApart(const Vector* operand, unsigned int vectorCount, const Vector* block, unsigned int slotCount)
 {

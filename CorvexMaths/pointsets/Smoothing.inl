@@ -13,7 +13,7 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// The mean of a point and its two neighbours, by a multiplication: no division by 3 takes part.
+/// The mean of a point and its two neighbours: their sum times a third, which is not their sum divided by 3.
 template <class T, template <class> class V>
 inline V<T> Average(const V<T>& previous, const V<T>& point, const V<T>& next)
 {

@@ -14,8 +14,8 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// What counts as zero for the determinant of four points and for the squared step of a fit: a true `double`, in
-/// `float` code too, where the value is widened to be compared.
+/// What counts as zero, inclusively, for the determinant of four points and for the squared step of a fit, which then
+/// stops: a true `double`, in `float` code too, where the value is widened to be compared.
 constexpr double leastSize = 1e-16;
 
 /// Overwrites a column of a matrix.
@@ -77,7 +77,7 @@ public:
     ///   2 d . u - k = |d|^2,  where u = the step of the centre and k = |u|^2 - r^2.
     bool FitAlgebraically()
     {
-        // Component by component, for the compiler to take several points at once.
+        // Component by component, for the compiler to vectorise over the points.
         system.Fill([p = points, x = sphere.x, y = sphere.y, z = sphere.z](unsigned int i) {
             const T dx = p[i].x - x, dy = p[i].y - y, dz = p[i].z - z;
             return Row{{dx * T(2), dy * T(2), dz * T(2), T(-1)}, dx * dx + dy * dy + dz * dz};
@@ -92,9 +92,10 @@ public:
         return true;
     }
 
-    /// Gauss-Newton steps on the distances, at most so many. With d = c - p and L = |d|, the step satisfies
+    /// Gauss-Newton steps on the distances, at most `iterations`. With d = c - p and L = |d|, the step satisfies
     ///   (d / L) . step of c - step of r = r - L.
-    /// False when the last system could not be solved.
+    /// Ends when the squared step of the centre counts as zero, or no longer falls. False when a system could not be
+    /// solved.
     bool Refine(unsigned int iterations)
     {
         T last = Kernels::measureBeforeSteps<T>;

@@ -30,8 +30,8 @@ protected:
     T length;
 
 public:
-    /// An empty set with an empty box, without parameters and of length 0. Arguments are those of the list, and count
-    /// for the parameters too: slots to allocate, and the least step of growth.
+    /// An empty set with an empty box, without parameters and of length 0. The arguments are those of the list, and
+    /// apply to the parameters too: slots to allocate, and the least step of growth.
     explicit TParameterization(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
 
     /// Copies `pointCount` points from an array; the grow size is 1000, and the box is calculated. There are no
@@ -89,8 +89,8 @@ public:
     /// The length of the line between two positions, in either order: that of the points as they stand now, with whole
     /// segments in between and shares of those at the ends by the positions of the last `Parameterize`. 0 for equal
     /// positions, and with fewer than two points or parameters. Positions that differ must be from 0 to 1. NaN where
-    /// positions of points are NaN, as those of coinciding points, and where both lie behind the last point that is
-    /// left of more. Costs two binary searches and a pass over the segments between.
+    /// positions of points are NaN, as those of coinciding points, and where points have been removed since and both
+    /// positions lie beyond the last one left. Costs two binary searches and a pass over the segments between.
     T GetLength(T from, T to) const;
 
 private:

@@ -79,8 +79,8 @@ public:
     TPointSet(Pointer points, unsigned int pointCount) : TPointSet(static_cast<const V<T>*>(points), pointCount, 1000u)
     {}
 
-    /// Copies the points in braces; the grow size is 1000, the keep box flag set, and the box calculated from the points.
-    /// No hook fires. Two numbers in braces are sizes, as they are in parentheses.
+    /// Copies the points in braces; the grow size is 1000, the keep box flag set, and the box calculated from the
+    /// points. No hook fires. Two numbers in braces are sizes, as they are in parentheses.
     TPointSet(std::initializer_list<V<T>> points)
         : TPointSet(points.begin(), static_cast<unsigned int>(points.size()), 1000u)
     {}
@@ -126,8 +126,8 @@ public:
     TPointSet(const TPointSet<T, TVector4>& other);
     /// @}
 
-    /// Takes over the points of another set: block, grow size, box as it stands and keep box flag. The other set is left
-    /// without points and without a block, its box empty. No hook fires on either.
+    /// Takes over the points of another set: block, grow size, box as it stands and keep box flag. The other set is
+    /// left without points and without a block, its box empty. No hook fires on either.
     TPointSet(TPointSet&& other) noexcept;
 
     /// Assigns the list, points and grow size, with the hooks of this set running under its old flag and box, then
@@ -136,9 +136,9 @@ public:
     /// unless the flag is off.
     TPointSet& operator=(const TPointSet& other);
 
-    /// Takes over the points of another set: block, grow size, box as it stands and keep box flag. The other set is left
-    /// without points and without a block, its box empty. No hook fires on either, unless the two are of different
-    /// classes, where those of this one do as in an assignment by copy, and may not throw. A set moved to itself stays
+    /// Takes over the points of another set: block, grow size, box as it stands and keep box flag. The other set is
+    /// left without points and without a block, its box empty. No hook fires on either, unless the two are of different
+    /// classes: those of this set then fire as in an assignment by copy, and may not throw. A set moved to itself stays
     /// as it is.
     TPointSet& operator=(TPointSet&& other) noexcept;
 
@@ -306,7 +306,7 @@ public:
 
     /// Whether a point of the plane lies in the closed outline of `pointCount` points from `first` on, by the sum of
     /// the scores of `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the
-    /// outline the crossing rule decides, so that some sides belong to the outline and some do not.
+    /// outline itself these scores decide too, so that the points of some sides are inside and those of others are not.
     ///
     /// A point outside the bounding box of the whole set, inclusive and with no tolerance, is outside before any side
     /// is looked at; a stale box is used as it stands. A range of 0 points holds nothing; any other must lie within the
@@ -316,8 +316,8 @@ public:
     bool IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const;
     /// @}
     /// Whether a point of the plane lies in the closed outline of all points, by the sum of the scores of
-    /// `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the outline the rule
-    /// of the crossings decides, so that some sides belong to the outline and some do not.
+    /// `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the outline itself
+    /// these scores decide too, so that the points of some sides are inside and those of others are not.
     ///
     /// A point outside the bounding box, inclusive and with no tolerance, is outside before any side is looked at; a
     /// stale box is used as it stands. An empty set holds nothing. Only x and y count. A point of NaN is outside.

@@ -123,10 +123,16 @@ void TPolygon<T, V>::MakeSimplePolygon()
     const V<T> first = this->storage[0];
     this->Add(first);
 
-    if (this->count > 3) {
-        Kernels::SidePairSearch<T> search(&this->storage[0].x, componentsOf<T, V>, this->count);
-        while (ExchangeCrossingVertices(this->storage, this->count, &search)) {
+    try {
+        if (this->count > 3) {
+            Kernels::SidePairSearch<T> search(&this->storage[0].x, componentsOf<T, V>, this->count);
+            while (ExchangeCrossingVertices(this->storage, this->count, &search)) {
+            }
         }
+    } catch (...) {
+        // Without memory for the search the closing vertex goes all the same.
+        this->RemoveAt(this->count - 1, true);
+        throw;
     }
 
     this->RemoveAt(this->count - 1, true);
@@ -155,6 +161,8 @@ void TPolygon<T, V>::TrimCrossings()
                 walk[walkCount] = search.GetEnd(i++);
         }
     }
+    // Room first: if there is none, the vertices stay.
+    if (IsExactly(*this) && walkCount > this->count) ListRoom<V<T>>::Make(*this, walkCount - this->count);
     this->Clear(false);
     AddInPlane(walk.get(), walkCount);
 

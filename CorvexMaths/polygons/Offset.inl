@@ -46,7 +46,6 @@ bool TPolygon<T, V>::MakeRawOffset(T distance)
     if (!OrientOffset(&edges, negative, &distance)) return false;
 
     // The edges hold all that is needed to build the raw outline, corner by corner.
-    this->Clear(false);
     AddCorners(edges, distance, negative);
     return ReorderOffset(edges, distance);
 }
@@ -57,6 +56,7 @@ void TPolygon<T, V>::AddCorners(const TList<TEdge2<T>>& edges, const T& distance
     const unsigned int edgeCount = edges.GetCount();
     const auto edgeAfter = [&](unsigned int i) -> const TEdge2<T>& { return edges[i + 1 < edgeCount ? i + 1 : 0]; };
     if (!IsExactly(*this)) {
+        this->Clear(false);
         for (unsigned int i = 0; i < edgeCount; ++i) AddOffsetPoints(edges[i], edgeAfter(i), distance, negative);
         return;
     }
@@ -64,6 +64,9 @@ void TPolygon<T, V>::AddCorners(const TList<TEdge2<T>>& edges, const T& distance
     unsigned int pointCount = 0;
     for (unsigned int i = 0; i < edgeCount; ++i)
         pointCount += Kernels::OffsetCorner(edges[i], edgeAfter(i), distance, negative, &points[pointCount]);
+    // Room first: if there is none, the vertices stay.
+    if (pointCount > this->count) ListRoom<V<T>>::Make(*this, pointCount - this->count);
+    this->Clear(false);
     AddInPlane(points.get(), pointCount);
 }
 

@@ -24,7 +24,7 @@ class CORVEX_API Alignment : public Answer
 {
 public:
     /// The rotation, for column vectors as that of `TPointSet::Register`: a measured point p is carried to rotation * p
-    /// + translation, which is `p * rotation.Transposed() + translation` of row vectors.
+    /// + translation; for row vectors the rotation is transposed first.
     TMatrix3x3<T> rotation;
     /// The translation: that which carries centroid to centroid with the rotation as rounded to T.
     TVector3<T> translation;

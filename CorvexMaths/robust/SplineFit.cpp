@@ -197,6 +197,10 @@ public:
         const Curve<T, V> curve(placed);
         // Rounding to `float` may have made all knots one.
         if (!curve.IsWhole()) return Status::Degenerate;
+        // An inner knot that it has moved to an end leaves the control point of that end without a function.
+        const bool meetEnds = form.meetEnds && !form.closed;
+        if (meetEnds && (curve.Knot(form.order) == curve.First() || curve.Knot(controlCount - 1) == curve.Last()))
+            return Status::Degenerate;
 
         BandedLeastSquares system(controlCount, form.order, border, dimension);
         AddEquations(curve, controlCount, &system);

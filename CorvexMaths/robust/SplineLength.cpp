@@ -37,6 +37,14 @@ public:
         return std::sqrt(square);
     }
 
+    /// Whether the curve turns back between an end of a piece and the node of the rule that is nearest to it, where the
+    /// rule sees nothing of it: the velocities there point apart.
+    bool TurnsBackAtAnEnd(double from, double to, unsigned int span) const
+    {
+        const double reach = (to - from) / 2 * (1 - rule[7][0]);
+        return Product(from, from + reach, span) < 0 || Product(to - reach, to, span) < 0;
+    }
+
     /// The length between two parameters of a span, by the rule alone.
     double Length(double from, double to, unsigned int span) const
     {
@@ -51,7 +59,8 @@ public:
     /// Appends pieces of a span, halved until the halves of each sum up to it within a part of the size of the control
     /// polygon, or within what rounding makes of it: that of a sum, and that of a place x among the knots, which a piece
     /// feels the more the smaller it is. The sum is kept, and is far nearer than the difference tells. Where the curve
-    /// comes to a stop and turns back that takes ever smaller pieces, down to 2^-40 of the span.
+    /// comes to a stop and turns back that takes ever smaller pieces, down to 2^-40 of the span; so it does next to an
+    /// end, where both sums would miss it alike.
     void AppendPieces(double from, double to, double length, unsigned int span, unsigned int depth, TList<double>* ends,
                       TList<double>* lengths) const
     {
@@ -60,7 +69,8 @@ public:
         const double second = Length(middle, to, span);
         const double rounding = 0x1p-49 * (1 + std::fmax(std::fabs(from), std::fabs(to)) / (to - from));
         const double difference = std::fabs(first + second - length);
-        if (depth == 0 || !(difference > std::fmax(0x1p-46, rounding * length))) {
+        const bool isNear = !(difference > std::fmax(0x1p-46, rounding * length));
+        if (depth == 0 || (isNear && !TurnsBackAtAnEnd(from, middle, span) && !TurnsBackAtAnEnd(middle, to, span))) {
             const double before = lengths->GetLast();
             ends->Add(middle);
             lengths->Add(before + first);
@@ -75,6 +85,18 @@ public:
 private:
     const Curve<T, V>& curve;
     double scale;
+
+    /// The scalar product of the velocities at two parameters of a span.
+    double Product(double a, double b, unsigned int span) const
+    {
+        constexpr unsigned int dimension = Curve<T, V>::dimension;
+        double first[dimension], second[dimension];
+        curve.Differentiate(a, span, first);
+        curve.Differentiate(b, span, second);
+        double sum = 0;
+        for (unsigned int k = 0; k < dimension; ++k) sum += (first[k] * scale) * (second[k] * scale);
+        return sum;
+    }
 };
 
 /// The exponent of the greatest extent of the control points in a component.

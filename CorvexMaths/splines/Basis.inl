@@ -31,7 +31,7 @@ struct Support
     unsigned int end;
 };
 
-/// One term of the recursion.
+/// One term of the recursion; 0 where the span or the term is zero within the common tolerance.
 template <class T>
 inline T BasisTerm(T distance, T span, T lowerOrder)
 {
@@ -55,8 +55,8 @@ void SweepBasis(const T* knots, T* basis, unsigned int basisCount, T x, unsigned
 }
 
 /// The recursion over the functions that can differ from +0, given the one span that holds x: after step j those from
-/// `span` - j to `span`. All others are +0 and stay it. Each function enters two results, over one and the same width:
-/// its two terms are formed side by side, each as BasisTerm does.
+/// `span` - j to `span`. All others are +0 and stay so. Each function enters two results, in both divided by the same
+/// width: its two terms are formed side by side, each as BasisTerm does.
 template <class T>
 Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, unsigned int levels, unsigned int span)
 {
@@ -85,8 +85,9 @@ Support SweepSupport(const T* knots, T* basis, unsigned int basisCount, T x, uns
     return {first, span + 1};
 }
 
-/// Within this bound no quotient by a width that counts as one overflows, in `float` too, whatever the sign of the
-/// width, and 0 times it is 0. (x is within the bound where it lies between two knots.)
+/// With knots within this bound no quotient by a width that is not zero within the tolerance overflows, in `float` too,
+/// whatever the sign of the width, so that 0 times the quotient is 0. (x is within the bound where it lies between two
+/// knots.)
 template <class T>
 constexpr T knotBound = T(1e30);
 
@@ -105,7 +106,7 @@ using KnotLanes = Lanes<T, std::min(Bytes, mostKnotBytes)>;
 template <unsigned int Bytes, class T>
 constexpr std::size_t blockSize = 2 * Lanes<T, Bytes>::count;
 
-/// Narrows a mask to where the knots of a block are not above those one register later.
+/// Clears the lanes of a mask in which a knot of a block is above the one a register later, or one of the two is NaN.
 template <unsigned int Bytes, class T, class Mask>
 CORVEX_ALWAYS_INLINE void CompareKnots(const T* knots, Mask& ordered)
 {
@@ -138,14 +139,14 @@ CORVEX_ALWAYS_INLINE void AddValues(const T* values, Lane (&sums)[sumCount])
     }
 }
 
-/// How many values stand before the next aligned address behind the first of them.
+/// How many values stand before the next aligned address after the first of them.
 template <unsigned int Bytes, class T>
 CORVEX_ALWAYS_INLINE std::size_t CountToAligned(const T* values)
 {
     return (Bytes - reinterpret_cast<std::uintptr_t>(values) % Bytes) / sizeof(T);
 }
 
-/// Whether ClearAndTestBy serves for so many functions and control points.
+/// Whether there are enough functions and control points for ClearAndTestBy.
 template <unsigned int Bytes, class T>
 constexpr bool IsEnough(std::size_t basisCount, std::size_t pointCount)
 {
@@ -219,12 +220,12 @@ bool ClearAndTestFew(const T* knots, T* basis, std::size_t basisCount, const T* 
     return holds;
 }
 
-/// Sets the basis functions to +0 and tells whether the recursion and the sum may pass over those that stay it:
+/// Sets the basis functions to +0 and returns whether the recursion and the sum may pass over those that stay +0:
 ///
 /// - the knots, one more than there are functions, are ordered: those at some stride, at most `knotStride`, ascend, and
-///   each of them is within the bound. NaN is neither;
+///   each of them is within the bound. A NaN fails this;
 /// - all control points are finite, by sums of their values, which never recover from NaN or an infinity. Where a sum
-///   overflows, finite values are taken for others, at the cost of time alone.
+///   overflows, finite values are taken for infinite ones, which costs time and changes nothing.
 template <unsigned int components, class T>
 bool ClearAndTest(const T* knots, T* basis, std::size_t basisCount, const T* values, std::size_t pointCount)
 {
@@ -249,8 +250,8 @@ bool ClearAndTest(const T* knots, T* basis, std::size_t basisCount, const T* val
 template <class T>
 unsigned int CountReached(const T* knots, unsigned int knotCount, T x, unsigned int levels)
 {
-    // Where the inner knots are evenly spaced, the share of the way between the outermost of them tells it but for
-    // rounding.
+    // Where the inner knots are evenly spaced, x's share of the way between the outermost of them gives the count, but
+    // for rounding.
     const unsigned int first = levels - 1;
     const unsigned int last = knotCount - levels;
     if (first < last && last < knotCount) {
@@ -269,8 +270,8 @@ unsigned int CountReached(const T* knots, unsigned int knotCount, T x, unsigned 
     return reached;
 }
 
-/// Whether x reaches the first knots, that many, and none of the others; there are some of either. Of ordered knots
-/// those within a stride of the place tell it of all: each of the others is ordered against one of them.
+/// Whether x reaches the first `reached` knots and none of the others; there are knots of both kinds. Where knots are
+/// ordered, those within a stride of the boundary decide for all: every other knot is ordered against one of them.
 template <class T>
 bool IsReached(const T* knots, unsigned int knotCount, T x, unsigned int reached)
 {
@@ -285,7 +286,7 @@ bool IsReached(const T* knots, unsigned int knotCount, T x, unsigned int reached
     return holds;
 }
 
-/// Sets basis functions of +0 to those of the order `levels` at x, which reaches some number of the knots. Those outside
+/// Sets basis functions of +0 to those of the order `levels` at x, which reaches `reached` of the knots. Those outside
 /// the result may be left out of the sum over the control points. `isPlain` is what ClearAndTest found.
 template <class T>
 Support SweepReached(const T* knots, T* basis, unsigned int basisCount, T x, unsigned int levels, unsigned int reached,
@@ -321,8 +322,8 @@ V<T> WeighPoints(const TList<V<T>>& points, const T* basis, Support support)
     return sum;
 }
 
-/// FillBasis for one parameter after another, as long as knots and control points stay as they are: these are looked
-/// over once.
+/// FillBasis for one parameter after another, as long as knots and control points stay as they are: these are tested
+/// once.
 template <class T, template <class> class V>
 class RepeatedBasis
 {
@@ -338,7 +339,7 @@ public:
     /// Sets the basis functions.
     void Fill(T x, unsigned int levels)
     {
-        // What the last parameter has left is 0 again but for its support.
+        // Outside the support of the last parameter all functions are still 0.
         for (unsigned int i = support.first; i < support.end; ++i) basis[i] = T(0);
         const unsigned int reached = CountReached(knots, basisCount + 1, x, levels);
         support = SweepReached(knots, basis, basisCount, x, levels, reached, isPlain);

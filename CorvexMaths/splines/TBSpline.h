@@ -95,7 +95,7 @@ public:
     /// assigned to itself ends without control points and without knots.
     TBSpline& operator=(const TBSpline& other);
 
-    /// Takes over control points, box, knots and coefficients of another, its order and type with them; that is left
+    /// Takes over control points, box, knots and coefficients of another, with its order and type; the other is left
     /// without any of them and can be edited like a new one. No hook fires, unless the two are of different classes, as
     /// in the assignment of a point set. A spline moved to itself stays as it is.
     TBSpline& operator=(TBSpline&& other) noexcept;
@@ -108,8 +108,8 @@ public:
     /// the functions, about 1.
     ///
     /// A u of 1 or more gives the point just inside the right end. A u below 0 is not clamped: with `Clamped` knots no
-    /// function reaches there and all components are 0; with `Uniform` knots the functions run out by and by. A NaN
-    /// gives NaN (zeros at an order of 1). A control point that is not finite enters every sum, by a factor of 0 too.
+    /// function reaches there and all components are 0; with `Uniform` knots the functions fade out gradually. A NaN
+    /// gives NaN (zeros at an order of 1). A control point that is not finite enters every sum, even times 0.
     ///
     /// At least one control point, knots that are up to date and a type that is one of the two are preconditions.
     /// Allocates nothing, and overwrites `coefficients`. Every knot and control point is looked at, so that the cost
@@ -123,15 +123,16 @@ public:
 
     /// Replaces the contents of `out` by points of the curve at even steps of the parameter.
     ///
-    /// With `byLength` too the distances between them are not even, for a parameter is not a length: `step` is only
+    /// Even with `byLength` the distances between them are not equal, for a parameter is not a length: `step` is only
     /// turned into the parameter step that covers as great a share of 0 to 1 as it is of the whole length.
-    /// `Robust::SplineLength` finds the parameters of even distances.
+    /// `Robust::SplineLength` finds the parameters of equal distances.
     ///
-    /// The points are those at u of 0 and on in steps as long as u is below 1, and then at 1, however near the last of
-    /// the steps came. `step` is a difference of parameters, or, where `byLength`, a distance along the curve, divided
-    /// by GetLength in steps of 0.01, at most 1. A step of 1 or more, or by length one of at least that length, gives the two ends alone. A step of 0
-    /// leaves `out` empty, but by length not on a curve whose length is exactly 0: that gives its ends. `out` is
-    /// cleared, keeping its block, and appended to, with its hooks; it must not be null, nor this spline.
+    /// The points are those at u of 0 and on in steps as long as u is below 1, and then at 1, however near the last
+    /// step came to it. `step` is a difference of parameters, or, where `byLength`, a distance along the curve, which
+    /// is divided by GetLength in steps of 0.01, at most 1. A step of 1 or more, or by length one of at least that
+    /// length, gives the two ends alone. A step of 0 leaves `out` empty, but by length not on a curve whose length is
+    /// exactly 0: that gives its ends. `out` is cleared, keeping its block, and appended to, with its hooks; it must
+    /// not be null, nor this spline.
     ///
     /// The step must not be below 0: with a negative one the loop would not end, as with one so small that adding it to
     /// a parameter below 1 changes nothing. One of NaN gives the two ends alone.
@@ -157,9 +158,10 @@ public:
     /// the rest (2000 points on a wave of 40 mm, fitted by 40 control points, are missed by up to 22 mm).
     /// `Robust::SplineFit` spreads the knots over the data and serves for any number of them.
     ///
-    /// The method is the singular value decomposition of the full design matrix. The data get centripetal parameters (E. T. Y. Lee, "Choosing
-    /// nodes in parametric curve interpolation", 1989), the curve clamped knots that average those parameters, each those at
-    /// its own index, whatever share of the data that is.
+    /// The method is the singular value decomposition of the full design matrix. The data get centripetal parameters
+    /// (E. T. Y. Lee, "Choosing nodes in parametric curve interpolation", 1989). The curve gets clamped knots, of which
+    /// each inner one is the mean of the order - 1 parameters before its own index, even where the data are many more
+    /// than the knots.
     ///
     /// With `endConditions` two equations ask for second derivatives of 0 at both ends, and of 1 in a fourth component:
     /// their right sides are default vectors, which are appended to `points`, with its hooks, and stay there; a second

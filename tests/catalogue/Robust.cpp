@@ -247,6 +247,9 @@ struct RobustState : State
         if (!fit) return;
         Require(fit.rms <= fit.largest * (1 + 4 * epsilon) + least);
         if (std::is_floating_point_v<Kind>) Require(fit.largest <= tolerance);
+        if (meetEnds && !isClosed)
+            Require(Distance(fit.Evaluate(T(0)), points[0]) == T(0) &&
+                    Distance(fit.Evaluate(T(1)), points.GetLast()) == T(0));
         for (const T parameter : Contents(fit.parameters)) Require(parameter >= T(0) && parameter <= T(1));
         spline = fit.spline;
     }

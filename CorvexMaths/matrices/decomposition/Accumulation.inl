@@ -76,10 +76,10 @@ void AccumulateRight(T** u, T** v, const T* work, unsigned int n)
     }
 }
 
-/// Applies the reflection in column i to the rows of u below i, whose factors stand in u[i][i + 1] and on, and takes
-/// the column times g. With `sumNext`, the products for column i - 1 are added up in u[i - 1][i] and on. Their first
-/// terms are those of row i, which is not yet written: `diagonal`, and right of it the factors times the head of column
-/// i.
+/// Applies the reflection in column i to the rows of u below i, whose factors stand in u[i][i + 1] and on, and
+/// multiplies the column by g. With `sumNext`, the products for column i - 1 are added up in u[i - 1][i] and on. Their
+/// first terms are those of row i, which is not yet written: `diagonal`, and right of it the factors times the head of
+/// column i.
 template <class T, class Width>
 CORVEX_ALWAYS_INLINE void SweepLeft(T** u, unsigned int i, unsigned int m, T g, T diagonal, bool sumNext, Width width)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The forms of the decomposition: of rows, of a tall matrix in panels, of one whose U is not asked for, and of one of
-/// which only the solution of a system is.
+/// The forms of the decomposition: on rows, on a tall matrix in panels, without U, and for the solution of a system
+/// alone.
 
 #include <CorvexMaths/matrices/decomposition/SingularValues.h>
 
@@ -20,9 +20,9 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// Decomposes a matrix of which u holds the first m rows and `below` the rest. Without `withU`, what neither the
-/// singular values nor V take part in is left out: the accumulation of U reads them and writes to u alone, which is not
-/// read again, and the iteration never reads what it rotates of U.
+/// Decomposes a matrix of which u holds the first m rows and `below` the rest. Without `withU`, U is not accumulated,
+/// which changes neither the singular values nor V: the accumulation writes to u alone, which is not read again, and
+/// the iteration never reads what it rotates of U.
 template <bool withU, class T, class Below, class Left>
 bool Decompose(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit, Below& below,
                Left& left)
@@ -54,8 +54,8 @@ constexpr unsigned int MostHeadRows(unsigned int n)
     return n + stripRows - 1;
 }
 
-/// `SVDRows` in panels, for rows that follow one another in `source` and in u, which may be one; m is at least n. The
-/// head stands apart, so that the panels can begin a line of the cache in its place.
+/// `SVDRows` in panels, for rows that follow one another in `source` and in u, which may be the same; m is at least n.
+/// The head is copied out, so that the panels can begin at a line of the cache in the memory it leaves.
 template <class T>
 bool DecomposeInPanels(const T* source, T** u, T** w, T** v, T* work, unsigned int m, unsigned int n,
                        unsigned int iterationLimit)
@@ -77,7 +77,7 @@ bool DecomposeInPanels(const T* source, T** u, T** w, T** v, T* work, unsigned i
     return isConverged;
 }
 
-/// The most columns of the forms that keep U to themselves.
+/// The most columns of the forms that return no U.
 constexpr unsigned int mostFewColumns = 4;
 
 } // namespace

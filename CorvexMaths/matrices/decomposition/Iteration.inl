@@ -4,8 +4,9 @@
 ///
 /// With B the bidiagonal matrix of diagonal q = diag(w) and superdiagonal e = work, each pass looks for a block l to k
 /// that e splits from the rest. A block of one has converged. Otherwise a transformation B <- S-transposed B T chases
-/// the shift of the bottom 2 by 2 minor of B-transposed B through the block: T are rotations of columns, collected in
-/// V, S of rows, collected in U. An element counts as zero when adding it to the norm leaves the norm as it is.
+/// the shift of the bottom 2 by 2 minor of B-transposed B through the block: T is a product of rotations of columns,
+/// collected in V, S one of rows, collected in U. An element is negligible, and counts as zero, when adding its
+/// absolute value to the norm that the reduction returned leaves the norm as it is.
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/decomposition/Reduction.inl>
@@ -35,7 +36,7 @@ inline T Hypotenuse(T a, T b)
     return y * Numbers::SquareRoot(T(1) + ratio * ratio);
 }
 
-/// `Left` takes the rotations that U collects.
+/// `Left` receives the rotations that U collects.
 template <class T, class Left>
 class SingularValueIteration
 {
@@ -57,7 +58,8 @@ public:
 private:
     bool IsNegligible(T value) const { return Numbers::Absolute(value) + norm == norm; }
 
-    /// Splits off value k, or leaves it after the last pass. False when pass `iterationLimit` is one too many.
+    /// Splits off value k, or leaves it as it is after the last pass. False when it has not converged at pass
+    /// `iterationLimit`.
     bool Converge(unsigned int k, unsigned int iterationLimit)
     {
         for (unsigned int pass = 1; pass <= passLimit; ++pass) {
@@ -114,8 +116,8 @@ private:
         right.Negate(k);
     }
 
-    /// What the first rotation turns by: the first column of B-transposed B less its shift, over the first element of
-    /// B.
+    /// The first rotation is made from the first column of B-transposed B less the shift, divided by the first element
+    /// of B. This is its first component; the second is an element of the superdiagonal.
     T Shift(unsigned int l, unsigned int k) const
     {
         const T x = w[l][l];
@@ -151,7 +153,8 @@ private:
             y = y * c;
             right.Add(j, i, c, s);
 
-            // From the left: rows j and i, which fills in above the superdiagonal. A zero keeps the rotation before.
+            // From the left: rows j and i, which fills in above the superdiagonal. Where z is 0 the last rotation
+            // stays.
             z = Hypotenuse(f, h);
             w[j][j] = z;
             if (z != T(0)) {

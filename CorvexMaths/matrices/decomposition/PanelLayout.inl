@@ -18,11 +18,11 @@ namespace
 /// Panels hold a multiple of this number of rows, those of registers that a sweep works on at a time.
 constexpr unsigned int stripRows = 16;
 
-/// The most rows of a panel. Were it a power of two, columns would lie 4 KiB apart, where the processor takes a load
-/// for one that waits for a store.
+/// The most rows of a panel. Were it a power of two, some columns would lie 4 KiB apart, and the processor would hold
+/// up loads from one for stores to another, whose addresses it takes for the same.
 constexpr unsigned int longestPanel = 3 * stripRows;
 
-/// The number of rows in the head: those that steps from the right reflect, and what fills no strip.
+/// The number of rows in the head: those in which reflections from the right start, and those that fill no strip.
 constexpr unsigned int HeadRows(unsigned int m, unsigned int n)
 {
     return m < n ? m : n + (m - n) % stripRows;

@@ -4,10 +4,9 @@
 ///
 /// Such a matrix is larger than the caches near the processor, and a sweep reads it whole for a few operations on each
 /// row. So its rows stand in panels (PanelLayout.inl). A sweep then reads the columns it needs, and rows lie side by
-/// side in registers. Every sum still takes its terms one
-/// by one, first those of the head and then those of the panels, in the order of the rows, and every element goes
-/// through the steps that it would go through as part of a row; only elements that do not depend on one another have
-/// changed places in time.
+/// side in registers. Every sum still takes its terms one by one, first those of the head and then those of the panels,
+/// in the order of the rows, and every element goes through the steps that it would go through as part of a row. All
+/// that changes is which of several independent elements is computed first.
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/matrices/decomposition/PanelLayout.inl>
@@ -23,13 +22,13 @@ namespace
 /// The most columns of a matrix in panels.
 constexpr unsigned int mostPanelColumns = 32;
 
-/// The most columns that an operation on so many of them meets.
+/// The most columns that there can be for a width.
 template <class Width>
 constexpr unsigned int mostColumns = mostPanelColumns;
 template <unsigned int N>
 constexpr unsigned int mostColumns<FixedWidth<N>> = N;
 
-/// The bytes of a register of a strip; without wide registers it is a pair.
+/// The bytes of a register of a strip; without wide registers, of a pair of them.
 constexpr unsigned int panelBytes = 32;
 
 /// Whether panels are worth the transposition.
@@ -142,17 +141,18 @@ private:
     Column columns[N];
 };
 
+/// The rows below the head, in panels. `Begin` comes first; the sweeps of the steps follow.
 template <class T>
 class Panels
 {
 public:
-    /// Of rows of n elements that follow one another in `source`, which may lie in the memory of `target` but not
-    /// before it, less `shift` if there is one. Without a source the rows stand in panels.
+    /// Panels in `target` for the rows that follow one another in `source`, each less `shift` if there is one. `source`
+    /// may overlap `target`, but not begin before it. Without a source the rows stand in panels already.
     Panels(const T* source, const T* shift, T* target, unsigned int rows, unsigned int columns)
         : rowSource(source), origin(shift), elements(target), rowCount(rows), n(columns)
     {}
 
-    /// Takes the rows and adds up the absolute values of their first column.
+    /// Reads the rows into the panels and adds up the absolute values of their first column.
     void Begin(T* sum) const
     {
         WithColumns(n, [&](auto columns) {
@@ -209,9 +209,9 @@ public:
         });
     }
 
-    /// Adds multiples of column i to the `width` columns right of it and takes it times g; with `sums`, adds the
+    /// Adds multiples of column i to the `width` columns right of it and multiplies it by g; with `sums`, adds the
     /// products of column i - 1 with all of these to them. The last step, that of column 0, waits for `Rotate` or
-    /// `Finish`: no sum needs what it gives, so it goes with the rotations panel by panel.
+    /// `Finish`: no sum needs its result, so it is done with the rotations, panel by panel.
     void SweepLeft(unsigned int i, const T* factors, unsigned int width, T g, T* sums)
     {
         if (i == 0) {
@@ -258,7 +258,7 @@ public:
         });
     }
 
-    /// Rotates the columns and gives the rows back, to memory that may be that of the panels but does not begin before.
+    /// Rotates the columns and writes the rows to memory that may overlap the panels, but must not begin before them.
     void Finish(const Rotation<T>* rotations, unsigned int rotationCount, T* rows) const
     {
         WithColumns(n, [&](auto columns) {
@@ -346,7 +346,7 @@ private:
         }
     }
 
-    /// Adds multiples of the first of the columns at x to the others and takes it times `scale`.
+    /// Adds multiples of the first of the columns at x to the others and multiplies it by `scale`.
     template <class Width>
     static void UpdateStrip(T* x, unsigned int count, const T* factors, Width columns, T scale)
     {
@@ -366,7 +366,7 @@ private:
         }
     }
 
-    /// What waits of the last step from the left, and then rotations.
+    /// Applies the last step from the left if it still waits, and then rotations.
     template <class Width>
     void Complete(T* panel, unsigned int count, const Rotation<T>* rotations, unsigned int rotationCount,
                   Width columns) const
@@ -393,7 +393,7 @@ private:
     bool lastWaits = false;
 };
 
-/// What stands for the panels of a matrix that is head alone.
+/// Stands in for the panels of a matrix that is all head.
 struct NoPanels
 {
     static constexpr auto doNothing = [](auto&&...) {};
@@ -406,8 +406,8 @@ struct NoPanels
     static constexpr auto AddRowProducts = doNothing;
 };
 
-/// The rotations of the columns of U where the matrix stands in a head, which the iteration leaves rotated, and in
-/// panels, whose last rotations wait until U is given back or multiplied.
+/// The rotations of the columns of U for a matrix in a head and panels. `Flush` completes those of the head; the last
+/// ones of the panels wait until U is written or multiplied.
 template <class T>
 class PanelRotations
 {
@@ -427,7 +427,7 @@ public:
 
     void Flush() { head.Flush(); }
 
-    /// Gives back the rows of U below the head.
+    /// Writes the rows of U below the head.
     void GiveBackRows(T* rows) const { panels.Finish(rotations, count, rows); }
 
     /// Adds the product of each column of U below the head with b to its sum. U itself is lost.
@@ -442,7 +442,7 @@ private:
     Rotation<T> rotations[capacity];
 };
 
-/// Where U is not asked for, nothing turns its columns: the iteration does not look at them.
+/// Drops the rotations where U is not asked for: the iteration never reads its columns.
 template <class T>
 struct NoRotations
 {

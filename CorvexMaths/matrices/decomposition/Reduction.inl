@@ -36,7 +36,8 @@ struct Reflection
     T h; ///< the divisor of the rank-one update
 };
 
-/// The reflection of a vector with the given head and sum of squares; the head takes its place in the vector x.
+/// The reflection of a vector of the given first element and sum of squares. The first element becomes that of the
+/// vector x.
 template <class T>
 inline Reflection<T> MakeReflection(T& head, T squares)
 {
@@ -78,8 +79,8 @@ T DivideColumn(T** u, unsigned int i, unsigned int m, T scale)
     return ForThisProcessor([=](auto bytes) { return DivideColumn<bytes>(u, i, m, scale); });
 }
 
-/// One step of the reduction as its sweep over the rows below row i sees it. A reflection with no scale does not
-/// happen.
+/// One step of the reduction as its sweep over the rows below row i sees it. A scale of 0 means that there is no
+/// reflection.
 template <class T>
 struct ReductionStep
 {
@@ -91,7 +92,7 @@ struct ReductionStep
     T* rowVectorOverH; ///< x / h of the row
 };
 
-/// Applies both reflections of a step to the rows from `from` to before `to`, each row complete before it is left, and
+/// Applies both reflections of a step to the rows from `from` to before `to`, each row finished before the next, and
 /// returns what column i + 1 is to be divided by: the sum of its absolute values over these rows.
 template <class T, class Width>
 CORVEX_ALWAYS_INLINE T SweepRows(T** u, unsigned int from, unsigned int to, const ReductionStep<T>& step, Width width)
@@ -155,9 +156,9 @@ Reflection<T> ReflectRow(T* row, unsigned int count, T scale, T* rowOverH)
 }
 
 /// Reduces u to bidiagonal form: the diagonal goes to that of w, the superdiagonal to work[1] and on, work[0] is 0.
-/// Returns the largest sum of absolute values of a column of the result, which a NaN enters and a later finite sum
-/// replaces. Every element of v is written later, so its rows serve as scratch. `below` holds further rows; each sum
-/// over a column goes on there.
+/// Returns the norm: the largest sum of absolute values of a column of the result. A sum of NaN replaces the largest so
+/// far, and the next sum replaces a NaN. Every element of v is written later, so its rows serve as scratch. `below`
+/// holds further rows; each sum over a column continues there.
 template <class T, class Below>
 T ReduceToBidiagonal(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, const Below& below)
 {

@@ -4,8 +4,8 @@
 ///
 /// The iteration finds its rotations without looking at U or V, so they can wait. A run of them is applied to a few
 /// rows at a time, transposed: a column of those rows is then contiguous, and the rows lie side by side in registers.
-/// Each row meets every rotation in the order of recording, also one with c = 1 and s = 0, which is
-/// not a plain copy for infinities, NaNs and zeros of either sign.
+/// Each row meets every rotation in the order of recording, even one with c = 1 and s = 0, which is not a plain copy
+/// for infinities, NaNs and zeros of either sign.
 
 #include <CorvexMaths/matrices/decomposition/Rows.inl>
 
@@ -112,8 +112,8 @@ public:
     static constexpr unsigned int lanes = Lanes<T, Bytes>::count;
     static constexpr unsigned int rowCount = vectorCount * lanes;
 
-    /// Takes `width` columns from `first` on of the given rows, `present` of them, or gives them back. The last row
-    /// fills the panel up.
+    /// Copies `width` columns from `first` on of the `present` rows given to the panel, or back. The last row is
+    /// repeated to fill the panel.
     template <bool take>
     CORVEX_ALWAYS_INLINE void Move(T* const* rows, unsigned int present, unsigned int first, unsigned int width)
     {

@@ -22,7 +22,7 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// A number of columns known when compiling: its loops unroll and what it counts stays in registers.
+/// A number of columns known at compile time: loops over them unroll, and a row of values stays in registers.
 template <unsigned int N>
 struct FixedWidth
 {
@@ -31,7 +31,7 @@ struct FixedWidth
     static constexpr unsigned int Get() { return N; }
 };
 
-/// A number of columns known when running, of loops in registers of so many bytes. Rows are taken four at a time, to
+/// A number of columns known at run time, for loops in registers of `Bytes` bytes. Rows are taken four at a time, to
 /// read what they share once.
 template <unsigned int Bytes = baselineBytes>
 struct AnyWidth

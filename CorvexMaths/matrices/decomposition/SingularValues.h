@@ -16,15 +16,14 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 /// `u`, m rows of n, enters holding A and leaves holding U. `w`, n by n, leaves with the singular values on its
 /// diagonal, none negative, and zeros elsewhere. `v`, n by n, leaves holding V, not transposed. `work` has n elements.
 /// What `w`, `v` and `work` held before does not matter. Nothing sorts the singular values: they stand in the order in
-/// which the iteration finds them, column j of u and v with w[j][j]. Any shape will do, also m less than n.
+/// which the iteration finds them, column j of u and v with w[j][j]. m may be less than n.
 ///
-/// `iterationLimit`: 1 to 30 makes the result false when a value has not converged at that pass, which is after one QR
-/// transformation fewer. With 0, or above 30, the iteration leaves a value as it is after 30 passes and the result is
-/// true. After a false result u, w, v and work hold the state the iteration had reached.
+/// `iterationLimit`: from 1 to 30, the result is false when a value has not converged at that pass, that is, after one
+/// QR transformation fewer. With 0, or above 30, a value is left as it is after 30 passes, and the result is true.
+/// After a false result u, w, v and work hold the state the iteration had reached.
 ///
-/// No two of the arrays may overlap. Nothing is allocated; rotations wait on the stack, some 140 KiB of it
-/// in `double`, 100 KiB in `float`.
-/// Time grows as m n^2 + n^3.
+/// No two of the arrays may overlap. Nothing is allocated; rotations wait on the stack, some 140 KiB of it in `double`,
+/// 100 KiB in `float`. Time grows as m n^2 + n^3.
 template <class T>
 bool SVDRows(T** u, T** w, T** v, T* work, unsigned int m, unsigned int n, unsigned int iterationLimit);
 
@@ -49,9 +48,8 @@ private:
     std::unique_ptr<Line[]> lines;
 };
 
-/// `w` and `v` of `SVDRows`, and its result, for the matrix of m rows of n elements, one behind the other in `rows`,
-/// less `shift` each. n is 1 to 4 and m no less than n; `scratch` is room for the matrix, best `PanelMemory`. U is
-/// not formed.
+/// `w` and `v` of `SVDRows`, and its result, for the m by n matrix whose rows follow one another in `rows`, each less
+/// `shift`. n is 1 to 4 and m no less than n; `scratch` is room for the matrix, best `PanelMemory`. U is not formed.
 template <class T>
 bool SVDWithoutU(const T* rows, const T* shift, T* scratch, T** w, T** v, unsigned int m, unsigned int n,
                  unsigned int iterationLimit);
@@ -64,8 +62,8 @@ template <class T>
 bool SVDSolveColumns(TMatrixMxN<T>& u, TMatrixMxN<T>& w, TMatrixMxN<T>& v, const TMatrixMxN<T>& b, TMatrixMxN<T>* x);
 
 /// Solves A x = b with a decomposition of its own, at most 29 QR transformations for a singular value. A is m by n with
-/// n from 1 to 4, as TallSystem lays it out: in panels, and behind them the head. It is lost; U is not formed. False,
-/// with x untouched, when the decomposition does not converge or a singular value counts as zero.
+/// n from 1 to 4, as TallSystem lays it out: in panels, and the head after them. It is overwritten; U is not formed.
+/// False, with x untouched, when the decomposition does not converge or a singular value counts as zero.
 template <class T>
 bool SVDSolve(T* a, const T* b, T* x, unsigned int m, unsigned int n);
 

@@ -16,10 +16,10 @@ namespace
 {
 
 /// Solves A x = b from the decomposition of an m by n matrix A, in the sense of least squares where m is above n. u, w
-/// and v are matrices or arrays of rows. `b` has m elements, x and scratch have n; x may be b. False, with x and scratch
-/// untouched, when any singular value is zero within the common tolerance (absolute, inclusive): such a system is not
-/// solved through a truncated inverse. Further rows of U may stand in `below`, which finishes them as it multiplies, so
-/// not before the singular values have been looked at.
+/// and v are matrices or arrays of rows. `b` has m elements, x and scratch have n; x may be b. False, with x and
+/// scratch untouched, when any singular value is zero within the common tolerance (absolute, inclusive): such a system
+/// is not solved through a truncated inverse. Further rows of U may stand in `below`, which finishes them as it
+/// multiplies, and so is called only once the singular values have been tested.
 template <class T, class Rows, class Below>
 bool BackSubstitute(Rows&& u, Rows&& w, Rows&& v, const T* b, T* x, T* scratch, unsigned int m, unsigned int n,
                     const Below& below)

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Tall linear systems of few unknowns, filled row by row where the decomposition wants the rows.
+/// Tall linear systems of few unknowns, filled row by row in the layout that the decomposition works on.
 
 #include <CorvexMaths/matrices/decomposition/PanelLayout.inl>
 #include <CorvexMaths/matrices/decomposition/Rows.inl>
@@ -34,7 +34,7 @@ public:
           right(panels + std::size_t(rowCount) * N)
     {}
 
-    /// Sets row i to rowOf(i), a Row, for all rows, in no order and several at once.
+    /// Sets row i to rowOf(i), a Row, for all rows, in no particular order and several at once.
     template <class RowOf>
     void Fill(RowOf rowOf)
     {
@@ -55,8 +55,8 @@ public:
     /// The right side of a row.
     T GetRight(unsigned int row) const { return right[row]; }
 
-    /// Solves in the sense of least squares; the coefficients are lost. False, with the old solution kept, when the
-    /// decomposition does not converge or a singular value is zero within the common tolerance.
+    /// Solves in the sense of least squares; the coefficients are overwritten. False, with the old solution kept, when
+    /// the decomposition does not converge or a singular value is zero within the common tolerance.
     bool Solve() { return SVDSolve<T>(panels, right, solution, count, N); }
 
 private:

@@ -16,7 +16,7 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// Sets parity and pivots to their first values and scale to the reciprocal of each row's greatest absolute value.
+/// Initialises parity and pivots, and sets scale to the reciprocal of each row's greatest absolute value.
 /// False at the first row whose greatest is 0; NaN compares as not greater and is passed over.
 template <class T, class Order>
 bool ScaleRows(T* const* rows, int* pivots, T* scale, T* parity, Order order)
@@ -38,8 +38,8 @@ bool ScaleRows(T* const* rows, int* pivots, T* scale, T* parity, Order order)
     return true;
 }
 
-/// Takes a candidate into the search for a column's pivot. Of equal merits the last wins; a merit of NaN never does, so
-/// where all are NaN the pivot stays the row of the column before.
+/// Considers a candidate for a column's pivot. Of equal merits the last wins; a merit of NaN never does, so where all
+/// are NaN the pivot stays that of the previous column.
 template <class T>
 inline void Consider(T merit, unsigned int row, T& best, unsigned int& pivot)
 {
@@ -49,7 +49,8 @@ inline void Consider(T merit, unsigned int row, T& best, unsigned int& pivot)
     }
 }
 
-/// Brings the pivot to row j, moving elements and not row pointers, and keeps it from being exactly 0.
+/// Brings the pivot to row j, moving elements and not row pointers. One that is exactly 0 is replaced by the pivot
+/// guard.
 template <class T, class Order>
 void PlacePivot(T* const* rows, int* pivots, T* scale, T* parity, unsigned int j, unsigned int pivot, Order order)
 {
@@ -68,7 +69,7 @@ void PlacePivot(T* const* rows, int* pivots, T* scale, T* parity, unsigned int j
     if (rows[j][j] == T(0)) rows[j][j] = Numbers::pivotGuard<T>;
 }
 
-/// Takes the first `count` products of row i and column j from element (i, j).
+/// Subtracts the first `count` products of row i and column j from element (i, j).
 template <class T>
 inline void Reduce(T* const* rows, unsigned int i, unsigned int j, unsigned int count)
 {

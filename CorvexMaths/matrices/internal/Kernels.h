@@ -8,12 +8,12 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 
 /// Adds the product of a (rowCount by inner) and b (inner by columnCount) to c. Each element of c is a running sum that
 /// starts from what c holds and takes a[i][t]*b[t][j] with t ascending, rounded to T at every step; no term is left
-/// out. The rows of c may be those of b (`a *= a`): rows are then finished one after the other and read back as they
-/// stand.
+/// out. The rows of c may be those of b (`a *= a`): rows are then finished one after the other, and b is read as
+/// overwritten so far.
 template <class T>
 void MultiplyRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inner, unsigned int columnCount);
 
-/// The same with the products subtracted, on blocks of the rows: each row array is read from a column of its own on.
+/// The same with the products subtracted, on blocks of the rows: each row array counts from the column given for it.
 /// The block of c must not overlap the other two.
 template <class T>
 void SubtractProduct(T** c, unsigned int cColumn, T** a, unsigned int aColumn, T** b, unsigned int bColumn,
@@ -21,8 +21,8 @@ void SubtractProduct(T** c, unsigned int cColumn, T** a, unsigned int aColumn, T
 
 /// Overwrites the rows of a square matrix with its triangular factors; see SquareMatrixOperations::LUD. `scale` is a
 /// workspace of `order` values. False, with only pivots, parity and scale written, where a row's largest absolute value
-/// is 0. Row pointers stay where they are: swaps move elements. Every element loses its products one at a time in
-/// ascending order of the inner index, as in Crout's method, whichever way the loops run.
+/// is 0. Row pointers stay where they are: swaps move elements. Products are subtracted from an element one at a time,
+/// in ascending order of the inner index, as in Crout's method, whichever way the loops run.
 template <class T>
 bool LUDRows(T** rows, int* pivots, T* scale, T* parity, unsigned int order);
 
@@ -36,7 +36,7 @@ template <class T>
 void InvertRows(T** rows, T** lu, const int* pivots, unsigned int order);
 
 /// Writes the eigenvalues and, as rows, the eigenvectors of a symmetric matrix; see TMatrix3x3::Eigenspace. Of `a` only
-/// the diagonal and the elements above it are read, and they are lost. `b` and `z` are workspaces of `order` values. No
+/// the diagonal and the elements above it are read, and overwritten. `b` and `z` are workspaces of `order` values. No
 /// two of the arrays may overlap. With an order of 0 nothing is written and the result is false.
 template <class T>
 bool EigenspaceRows(T** a, T* values, T** vectors, unsigned int order, T* b, T* z);

@@ -18,7 +18,7 @@ void RunProduct(Block<T> c, Block<T> a, Block<T> b, unsigned int rowCount, unsig
 /// The least number of rows for which tiles pay, since they share what is packed.
 constexpr unsigned int leastRows = 2;
 
-/// The product row by row, with every partial sum in memory: right even where c is b, and best for a single row.
+/// The product row by row, with every partial sum in memory: correct even where c is b, and fastest for a single row.
 template <class T>
 void MultiplyByRows(T** c, T** a, T** b, unsigned int rowCount, unsigned int inner, unsigned int columnCount)
 {

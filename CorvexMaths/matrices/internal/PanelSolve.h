@@ -2,10 +2,10 @@
 
 /// The solve for many unit vectors at once. Internal.
 ///
-/// Let the row swaps of a decomposition all go downwards. Then they may be done before the forward sums, and a unit
-/// vector is again a unit vector with its 1 at some q. Its forward sums begin at q and leave zeros above. The solutions
-/// of `Width` neighbouring q stand side by side in a panel, one row of it for each row of the system; every one of them
-/// is a sum of its own in the stated order.
+/// If the row swaps of a decomposition all go downwards, they can be done before the forward sums, and turn a unit
+/// vector into another with its 1 at some q. Its forward sums begin at q and leave zeros above. The solutions for
+/// `Width` neighbouring q stand side by side in a panel, one row of it for each row of the system. Every element is a
+/// sum of its own in the stated order.
 
 #include <CorvexMaths/internal/Lanes.h>
 
@@ -17,7 +17,8 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 template <class T>
 inline constexpr unsigned int panelWidth = 128 / sizeof(T);
 
-/// Takes the products of `factors` with the panel's rows from `begin` to `end` from a row of the panel.
+/// Subtracts from a row of the panel the products of `factors` with the panel's rows from `begin` to before `end`, and
+/// divides it by the divisor if there is one.
 template <class T, unsigned int Bytes, unsigned int Width>
 CORVEX_ALWAYS_INLINE void SubtractPanelRows(T* row, const T* factors, const T* panel, unsigned int begin,
                                             unsigned int end, const T* divisor)
@@ -60,8 +61,8 @@ CORVEX_ALWAYS_INLINE void SolvePanel(T* panel, const T* const* lu, unsigned int 
         for (unsigned int l = 0; l < Width; ++l) rowOf(i)[l] = T(0);
 
     for (unsigned int i = q; i < order; ++i) {
-        // Column q + l takes part from row q + l on. Where the factors are finite, the rows before only take zeros from
-        // the zero that stands there, which leaves it +0; otherwise they are left out.
+        // Column q + l of the panel is 0 above row q + l. The products of finite factors with it there are zeros, and
+        // +0 less a zero of either sign is +0; other factors would make NaN, so there those products are left out.
         unsigned int begin = q;
         const unsigned int end = i - q < Width ? i : q + Width;
         if (!AreFinite(lu[i], q, end)) {

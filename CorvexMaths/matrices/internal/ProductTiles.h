@@ -2,9 +2,9 @@
 
 /// The dense product in tiles. Internal.
 ///
-/// Every element of c is one running sum with a fixed order of terms, so nothing may be gained inside a sum. What is
-/// independent are the sums: a tile of a few rows by a few columns stays in registers while t runs through a block, and
-/// c is loaded and stored once for each block, which rounds nothing that was not rounded before.
+/// Every element of c is one running sum with a fixed order of terms, so nothing can be gained within a sum. But the
+/// sums are independent of one another: those of a few rows by a few columns, a tile, stay in registers while t runs
+/// through a block. c is loaded and stored once for each block, which adds no rounding.
 
 #include <CorvexMaths/internal/Lanes.h>
 
@@ -15,11 +15,11 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 inline constexpr unsigned int blockLength = 256;
 /// The most lanes of a tile.
 inline constexpr unsigned int tileLanes = 2;
-/// The most rows of a tile. Its sums take half of the registers: of sixteen, or of thirty-two where they have 64 bytes.
+/// The most rows of a tile. Its sums take half of the registers, of which there are 16, or 32 of 64 bytes.
 template <unsigned int Bytes, unsigned int LaneCount>
 inline constexpr unsigned int tileRows = LaneCount < tileLanes || Bytes == 64 ? 8 : 4;
 
-/// A block of a row array: what the row pointers show from one column on.
+/// A block of a row array: its rows from one column on.
 template <class T>
 struct Block
 {
@@ -31,7 +31,7 @@ struct Block
     Block RightOf(unsigned int more) const { return {rows, column + more}; }
 };
 
-/// Takes `length` rows of b side by side into the panel.
+/// Copies the first `Width` elements of `length` rows of b to the panel, row after row.
 template <class T, unsigned int Width>
 CORVEX_ALWAYS_INLINE void Pack(T* panel, Block<T> b, unsigned int length)
 {
@@ -81,8 +81,8 @@ CORVEX_ALWAYS_INLINE void RunRows(Block<T> c, Block<T> a, const T* panel, unsign
         RunRows<T, Bytes, Subtract, LaneCount, Rows / 2>(c.Below(i), a.Below(i), panel, rowCount - i, length);
 }
 
-/// Adds or subtracts the product of two blocks, panel by panel of `LaneCount` lanes. The columns left over go by single
-/// lanes, and then by lanes of half the width down to one value: padded to whole lanes they would have to be copied.
+/// Adds or subtracts the product of two blocks, panel by panel of `LaneCount` registers. Columns left over are taken by
+/// single registers, then by registers of half the width, and so on down to one value: padding would mean copying them.
 template <class T, unsigned int Bytes, bool Subtract, unsigned int LaneCount>
 CORVEX_ALWAYS_INLINE void RunPanels(Block<T> c, Block<T> a, Block<T> b, T* panel, unsigned int rowCount,
                                     unsigned int length, unsigned int columnCount)

@@ -6,10 +6,10 @@
 /// round nothing: the bits are the same. There the factors are kept, for any order; here all stays in registers, and a
 /// value is a scalar of T or a register of them, of as many systems side by side.
 ///
-/// The elements are finite or NaN. Of the decomposition's rules these then come into play: the second row leads if its
-/// merit is not below the first's; a zero on the diagonal of the second column gives way to the pivot guard; a leading
-/// zero on the right side is passed over. If an element is NaN, so is x, under any of the rules. Where both elements are
-/// 0 the decomposition would guard the first pivot too: the caller rules that out.
+/// The elements are finite or NaN. Of the decomposition's rules only these then matter: the second row leads if its
+/// merit is not below the first's; a zero on the diagonal of the second column is replaced by the pivot guard; a
+/// leading zero on the right side is passed over. If an element is NaN, so is x, whichever rule applies. Where both
+/// elements are 0 the decomposition would guard the first pivot too: the caller rules that out.
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/internal/Lanes.h>

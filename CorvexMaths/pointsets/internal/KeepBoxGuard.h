@@ -5,8 +5,8 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// Clears a keep box flag and restores it at the end of the scope, also where a hook of a derived class leaves that by
-/// an exception. The box itself is the caller's concern.
+/// Clears a keep box flag and restores it at the end of the scope, even where a hook of a derived class throws. The box
+/// itself is the caller's concern.
 class KeepBoxGuard
 {
 public:

@@ -1,6 +1,7 @@
 #pragma once
 
-/// What the fits of circles and spheres share: the linear system of a Gauss-Newton step and where its measures start.
+/// What the fits of circles and spheres share: the linear system of a Gauss-Newton step, and where the measures of the
+/// steps start.
 /// Internal to the library.
 
 #include <CorvexMaths/matrices/decomposition/TallSystem.h>
@@ -8,8 +9,9 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-/// The measures before the first step: of the step before it, above any real measure, and of itself, below that, so
-/// that the first step is always taken. In `double` the second is the quotient, one step above 1e29.
+/// A fit takes steps as long as their measure falls. Before the first, these two stand for the measures of the last two
+/// steps: the first is above any real one and the second below the first, so that a first step is always taken. In
+/// `double` the second is the quotient, one unit in the last place above 1e29.
 template <class T>
 inline constexpr T measureBeforeSteps = T(1e30);
 template <>

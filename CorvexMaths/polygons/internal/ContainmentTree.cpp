@@ -30,8 +30,10 @@ namespace
 //    (x1, y1) to (x2, y2) passes a level at |h1| / |h2 - h1| * (x2 - x1) + x1, where the h are rounded differences of y.
 //    Four roundings reach the quotient, which is not above 1, one the difference of x, which is not above 2 X, one the
 //    product and one the sum: in all 7 epsilon X. The lines' constants, and what a level finds on a line, are off by
-//    2 epsilon (X + |m| Y) each. So runs are held wider by 16 epsilon (X + |m| Y). Where coordinates are NaN or within a
-//    factor 2^20 of overflow a run has no bounds: its sides are scored one by one.
+//    2 epsilon (X + |m| Y) each. So runs are held wider by 16 epsilon (X + |m| Y). Below the normal numbers each of the
+//    products, the margin's own among them, errs by half of the least number instead, in all by 5/2 of it: four are
+//    added. Where coordinates are NaN or within a factor 2^20 of overflow a run has no bounds: its sides are scored one
+//    by one.
 
 /// The greatest coordinate that runs with bounds have.
 template <class T>
@@ -116,7 +118,8 @@ void ContainmentTree<T>::BoundRun(unsigned int level, std::size_t box, T sizeX, 
         least = std::min(least, place);
         greatest = std::max(greatest, place);
     }
-    const T margin = 16 * std::numeric_limits<T>::epsilon() * (sizeX + Numbers::Absolute(slope) * sizeY);
+    const T margin = 16 * std::numeric_limits<T>::epsilon() * (sizeX + Numbers::Absolute(slope) * sizeY) +
+                     4 * std::numeric_limits<T>::denorm_min();
     runs.SetBox(level, box, {least - margin, greatest + margin, lowY, highY});
     slopes[runs.GetNumber(level, box / BoxTree<T>::fanOut) * BoxTree<T>::fanOut + box % BoxTree<T>::fanOut] = slope;
 }

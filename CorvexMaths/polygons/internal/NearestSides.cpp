@@ -173,7 +173,8 @@ void NearestSides<T>::OrderAlongCurve(const T* points, unsigned int stride)
         if (IsSound(point[0], point[1]))
             size = std::max(size, std::max(Numbers::Absolute(point[0]), Numbers::Absolute(point[1])));
     }
-    const double scale = size > T(0) ? 0x1p30 / static_cast<double>(size) : 0;
+    // Vertices closer than this to the origin share a cell, for the quotient must not overflow.
+    const double scale = size >= shortest<T> ? 0x1p30 / static_cast<double>(size) : 0;
     const auto cell = [=](T coordinate) {
         return static_cast<std::uint32_t>((static_cast<double>(coordinate) * scale + 0x1p30) * 0.999999);
     };

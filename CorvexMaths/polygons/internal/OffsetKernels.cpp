@@ -12,7 +12,7 @@ namespace
 
 /// The squared gap up to which two shifted edges count as meeting.
 constexpr double meetingGapSquared = 1e-8;
-/// The turn up to which a corner counts as straight and is not bridged.
+/// The turn, as the cross product below, up to which a corner counts as straight and is not bridged.
 constexpr double straightTurn = 0.0001;
 
 } // namespace

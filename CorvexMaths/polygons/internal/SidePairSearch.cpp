@@ -155,7 +155,9 @@ template <class T>
 unsigned int SidePairSearch<T>::FindNext(unsigned int i, unsigned int first) const
 {
     if (first >= sideCount) return sideCount;
-    constexpr T guard = T(1) / 64;
+    // Above the angle that sides may differ by, with its roundings, and below half a sector, so that no sector between
+    // the two ends of the range is left out.
+    constexpr T guard = T(1) / 128;
     constexpr T tolerance = Numbers::commonTolerance<T>;
     const TEdge2<T> side = GetSide(i);
     const TVector2<T> along = side.Vertex[1] - side.Vertex[0];
