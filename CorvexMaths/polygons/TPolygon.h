@@ -297,7 +297,7 @@ private:
     /// where Offset is.
     [[nodiscard]] bool MakeRawOffset(T distance);
 
-    /// Appends the vertices of the offset outline at all corners, from that between edges 0 and 1 on.
+    /// Replaces the vertices by those of the offset outline at all corners, from that between edges 0 and 1 on.
     void AddCorners(const TList<TEdge2<T>>& edges, const T& distance, bool negative);
 
     /// Finds the sign of `*distance` that shifts the edges to the side asked for, turning the vertices by one for each

@@ -55,8 +55,9 @@ public:
     Real rotation[3][3];
     /// The eigenvalues, the greatest first. With s1, s2, s3 the singular values of the cross-covariance, the last one
     /// negative where the best orthogonal matrix is a reflection, they are s1 + s2 + s3, s1 - s2 - s3, s2 - s1 - s3 and
-    /// s3 - s1 - s2, each a sum of weights times what a pair gives.
-    double values[4];
+    /// s3 - s1 - s2, each a sum of weights times what a pair gives. Not
+    /// rounded to double: of a thin part the greatest two differ by less than that would leave.
+    Real values[4];
 
     explicit Turn(const Pairs& pairs)
     {
@@ -161,11 +162,11 @@ private:
         unsigned int order[4] = {0, 1, 2, 3};
         for (unsigned int i = 0; i < 4; ++i) {
             for (unsigned int k = i + 1; k < 4; ++k) {
-                if (Rounded(matrix[order[k]][order[k]]) > Rounded(matrix[order[i]][order[i]])) {
+                if (matrix[order[i]][order[i]] < matrix[order[k]][order[k]]) {
                     std::swap(order[i], order[k]);
                 }
             }
-            values[i] = Rounded(matrix[order[i]][order[i]]);
+            values[i] = matrix[order[i]][order[i]];
         }
         Real q[4];
         for (unsigned int k = 0; k < 4; ++k) q[k] = vectors[k][order[0]];
@@ -200,8 +201,8 @@ bool Spreads(const LocalPoints<3>& points)
 template <class Real>
 bool IsDetermined(const Turn<Real>& turn, double rounding, double weight)
 {
-    const double gap = 0.5 * (turn.values[0] - turn.values[1]) / weight;
-    const double across = std::sqrt(std::max(0.0, 0.5 * (turn.values[0] + turn.values[2]) / weight));
+    const double gap = 0.5 * Rounded(turn.values[0] - turn.values[1]) / weight;
+    const double across = std::sqrt(std::max(0.0, 0.5 * Rounded(turn.values[0] + turn.values[2]) / weight));
     return gap > 4.0 * (2.0 * rounding * across + rounding * rounding);
 }
 

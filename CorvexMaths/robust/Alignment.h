@@ -23,8 +23,15 @@ template <class T>
 class CORVEX_API Alignment : public Answer
 {
 public:
-    /// The rotation, for column vectors as that of `TPointSet::Register`: a measured point p is carried to rotation * p
-    /// + translation; for row vectors the rotation is transposed first.
+    /// The rotation, for column vectors as that of `TPointSet::Register`: a measured point p is carried to
+    /// `rotation * p + translation`. A whole set is moved with the rotation laid out for rows:
+    ///
+    /// @code
+    /// TMatrix3x3<double> rows(align.rotation);
+    /// rows.Transpose();
+    /// measured *= rows;
+    /// measured += align.translation;
+    /// @endcode
     TMatrix3x3<T> rotation;
     /// The translation: that which carries centroid to centroid with the rotation as rounded to T.
     TVector3<T> translation;

@@ -83,8 +83,9 @@ private:
     }
 };
 
-/// The narrowest ring from many starts: the centre of the circle of least squares and centres all around, near and far.
-Ring Narrowest(const LocalPoints<2>& points)
+/// The narrowest ring from many starts: the centre of the circle of least squares, centres all around, near and far, and
+/// centres of rings that hardly differ from the narrowest strip, whose width and direction are given.
+Ring Narrowest(const LocalPoints<2>& points, double strip, const double (&along)[2])
 {
     Narrowing narrowing(points);
     Kernels::Round<2> round;
@@ -92,8 +93,9 @@ Ring Narrowest(const LocalPoints<2>& points)
         Kernels::DistanceFit<Kernels::Round<2>> fit(points, round);
         fit.Approach();
         narrowing.From(fit.feature.centre[0], fit.feature.centre[1]);
-        // A round part has its minimum near the circle of least squares.
-        if (narrowing.best.width < 0.02 * fit.feature.radius.high) return narrowing.best;
+        // A round part has its minimum near the circle of least squares. A ring about a nearly straight part is narrow
+        // beside its radius in any case: what tells is the strip.
+        if (points.ToLength(narrowing.best.width) < 0.02 * strip) return narrowing.best;
     }
     const auto mean = points.Mean();
     const int half = points.GetCount() > 2000 ? 1 : 2;
@@ -102,6 +104,11 @@ Ring Narrowest(const LocalPoints<2>& points)
             for (int b = -half; b <= half; ++b) {
                 narrowing.From(mean[0] + DoubleDouble(reach * a / half), mean[1] + DoubleDouble(reach * b / half));
             }
+        }
+    }
+    for (double reach = 0.5; reach < 1e5; reach *= 2.0) {
+        for (const double side : {-reach, reach}) {
+            narrowing.From(mean[0] - DoubleDouble(side * along[1]), mean[1] + DoubleDouble(side * along[0]));
         }
     }
     return narrowing.best;
@@ -116,11 +123,13 @@ CircleZone<T>::CircleZone(const TPointSet<T, TVector2>& points)
     status = local.status;
     if (status != Status::Done) return;
     status = Status::Degenerate;
-    const Ring ring = Narrowest(local);
+    const LineZone<T> strip(points);
+    if (!strip) return;
+    const double along[2] = {static_cast<double>(strip.line.direction.x), static_cast<double>(strip.line.direction.y)};
+    const Ring ring = Narrowest(local, static_cast<double>(strip.width), along);
     const double distance = local.ToLength(ring.width);
     const double radius = local.ToLength(((ring.least + ring.greatest) * DoubleDouble(0.5)).high);
-    const LineZone<T> strip(points);
-    if (!strip || !(distance <= static_cast<double>(strip.width))) return;
+    if (!(distance <= static_cast<double>(strip.width))) return;
     if (!(radius <= static_cast<double>(std::numeric_limits<T>::max()))) return;
     for (unsigned int k = 0; k < 2; ++k) circle.centre[k] = static_cast<T>(local.ToPlace(k, ring.centre[k]));
     circle.radius = static_cast<T>(radius);

@@ -92,6 +92,14 @@ double Quotient(const Expansion<first>& dividend, const Expansion<second>& divis
     return quotient + (dividend - divisor * quotient).Estimate() / size;
 }
 
+/// The circle over a diameter.
+Disc DiscOver(Place a, Place b)
+{
+    const double x = b.x - a.x;
+    const double y = b.y - a.y;
+    return {{(a.x + b.x) / 2, (a.y + b.y) / 2}, std::sqrt(x * x + y * y) / 2};
+}
+
 /// The circle of a support, scaled. The centre of three points a, b, c is a + (u, v) / D with
 ///     D = 2 (b x c),   u = c.y |b|^2 - b.y |c|^2,   v = b.x |c|^2 - c.x |b|^2,   b and c taken from a.
 Disc DiscOf(const Support& support, double scale)
@@ -99,17 +107,19 @@ Disc DiscOf(const Support& support, double scale)
     const Place a = Scaled(support.places[0], scale);
     if (support.count == 1) return {a, 0};
     const Place b = Scaled(support.places[1], scale);
-    if (support.count == 2) {
-        const double x = b.x - a.x;
-        const double y = b.y - a.y;
-        return {{(a.x + b.x) / 2, (a.y + b.y) / 2}, std::sqrt(x * x + y * y) / 2};
-    }
+    if (support.count == 2) return DiscOver(a, b);
     const Place c = Scaled(support.places[2], scale);
     const Expansion<2> bx = Difference(b.x, a.x), by = Difference(b.y, a.y);
     const Expansion<2> cx = Difference(c.x, a.x), cy = Difference(c.y, a.y);
     const Expansion<16> bb = bx * bx + by * by;
     const Expansion<16> cc = cx * cx + cy * cy;
     const Expansion<32> divisor = (bx * cy - by * cx) * 2.0;
+    // The products of a needle this thin leave the range of exact ones. Its circle is that over its longest side, but
+    // for the square of its width.
+    if (std::fabs(divisor.Estimate()) < 0x1p-800) {
+        const Disc sides[] = {DiscOver(a, b), DiscOver(b, c), DiscOver(c, a)};
+        return *std::max_element(sides, sides + 3, [](const Disc& p, const Disc& q) { return p.radius < q.radius; });
+    }
     const Expansion<128> u = bb * cy - cc * by;
     const Expansion<128> v = cc * bx - bb * cx;
     const double x = Quotient(u, divisor);

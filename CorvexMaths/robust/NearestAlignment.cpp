@@ -13,26 +13,32 @@ namespace
 
 using Points = TPointSet<double, TVector3>;
 
-/// A point set in double, where that is exact.
+/// The greatest absolute value of a coordinate; infinite where one is not finite.
 template <class T>
-Points Widened(const TPointSet<T, TVector3>& points)
+double Reach(const TPointSet<T, TVector3>& points)
 {
-    Points wide(points.GetCount());
-    for (unsigned int i = 0; i < points.GetCount(); ++i) {
-        wide.Add(TVector3<double>(static_cast<double>(points[i].x), static_cast<double>(points[i].y),
-                                  static_cast<double>(points[i].z)));
-    }
-    return wide;
-}
-
-bool IsFinite(const Points& points)
-{
+    double greatest = 0.0;
     for (unsigned int i = 0; i < points.GetCount(); ++i) {
         for (unsigned int k = 0; k < 3; ++k) {
-            if (!std::isfinite(points[i][k])) return false;
+            const double x = static_cast<double>(points[i][k]);
+            if (!std::isfinite(x)) return std::numeric_limits<double>::infinity();
+            greatest = std::max(greatest, std::fabs(x));
         }
     }
-    return true;
+    return greatest;
+}
+
+/// A point set in double, scaled.
+template <class T>
+Points Scaled(const TPointSet<T, TVector3>& points, double scale)
+{
+    Points scaled(points.GetCount());
+    for (unsigned int i = 0; i < points.GetCount(); ++i) {
+        scaled.Add(TVector3<double>(static_cast<double>(points[i].x), static_cast<double>(points[i].y),
+                                    static_cast<double>(points[i].z)) *
+                   scale);
+    }
+    return scaled;
 }
 
 /// A balanced tree over points: the middle one of a range splits it along the axis of its greatest extent.
@@ -134,12 +140,17 @@ template <class T>
 NearestAlignment<T>::NearestAlignment(const TPointSet<T, TVector3>& measured, const TPointSet<T, TVector3>& cloud,
                                       unsigned int limit)
 {
-    const Points from = Widened(measured);
-    const Points nominal = Widened(cloud);
-    const unsigned int count = from.GetCount();
-    if (count < 3 || nominal.GetCount() < 3) return;
+    const unsigned int count = measured.GetCount();
+    if (count < 3 || cloud.GetCount() < 3) return;
     status = Status::NotFinite;
-    if (!IsFinite(from) || !IsFinite(nominal)) return;
+    const double reach = std::max(Reach(measured), Reach(cloud));
+    if (!std::isfinite(reach)) return;
+    // By a power of two to at most 1, so that the squares of distances neither overflow nor vanish.
+    int exponent = 0;
+    std::frexp(reach, &exponent);
+    exponent = std::max(exponent, -1022);
+    const Points from = Scaled(measured, std::ldexp(1.0, -exponent));
+    const Points nominal = Scaled(cloud, std::ldexp(1.0, -exponent));
 
     const NearestSearch search(nominal);
     const std::unique_ptr<unsigned int[]> partners(new unsigned int[count]());
@@ -160,10 +171,19 @@ NearestAlignment<T>::NearestAlignment(const TPointSet<T, TVector3>& measured, co
         status = motion.status;
         if (status != Status::Done) return;
         for (unsigned int i = 0; i < count; ++i) moved[i] = Moved(motion, from[i]);
+        const auto length = [&](double x) { return static_cast<T>(std::ldexp(x, exponent)); };
+        const TVector3<T> move(length(motion.translation.x), length(motion.translation.y),
+                               length(motion.translation.z));
+        if (!std::isfinite(move.x) || !std::isfinite(move.y) || !std::isfinite(move.z) ||
+            !std::isfinite(length(motion.largest)))
+        {
+            status = Status::Degenerate;
+            return;
+        }
         for (unsigned int k = 0; k < 9; ++k) rotation.elements[k] = static_cast<T>(motion.rotation.elements[k]);
-        for (unsigned int k = 0; k < 3; ++k) translation[k] = static_cast<T>(motion.translation[k]);
-        rms = static_cast<T>(motion.rms);
-        largest = static_cast<T>(motion.largest);
+        translation = move;
+        rms = length(motion.rms);
+        largest = length(motion.largest);
     }
     status = settled ? Status::Done : Status::NotConverged;
 }

@@ -373,8 +373,10 @@ private:
             greatest = std::fmax(greatest, square);
         });
         if (!(sum < HUGE_VAL)) return Status::NotFinite;
+        const T largest = static_cast<T>(std::ldexp(std::sqrt(greatest), data.Exponent()));
+        if (!std::isfinite(largest)) return Status::NotFinite;
         fit->rms = static_cast<T>(std::ldexp(std::sqrt(sum / data.Count()), data.Exponent()));
-        fit->largest = static_cast<T>(std::ldexp(std::sqrt(greatest), data.Exponent()));
+        fit->largest = largest;
         return Status::Done;
     }
 };

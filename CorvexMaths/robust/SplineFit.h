@@ -8,6 +8,8 @@
 #include <CorvexMaths/robust/Status.h>
 #include <CorvexMaths/splines/TBSpline.h>
 
+#include <cstdint>
+#include <limits>
 #include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths::Robust
@@ -74,8 +76,11 @@ public:
     SplineFit(const TPointSet<T, V>& points, Count controlCount, unsigned int order = 4, bool closed = false,
               bool meetEnds = false)
     {
-        FitCount(points, controlCount > Count(0) ? static_cast<unsigned int>(controlCount) : 0u, order, closed,
-                 meetEnds);
+        // Beyond the range of counts there are more than any set has points.
+        constexpr unsigned int most = std::numeric_limits<unsigned int>::max();
+        const bool isWithin = static_cast<std::uintmax_t>(controlCount) <= most;
+        FitCount(points, controlCount > Count(0) ? (isWithin ? static_cast<unsigned int>(controlCount) : most) : 0u,
+                 order, closed, meetEnds);
     }
 
     /// A curve that no point is farther from than `tolerance`, with as few control points as a search finds: their

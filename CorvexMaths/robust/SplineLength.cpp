@@ -31,9 +31,9 @@ public:
     {
         constexpr unsigned int dimension = Curve<T, V>::dimension;
         double derivative[dimension];
-        curve.Differentiate(x, span, derivative);
+        curve.Differentiate(x, span, scale, derivative);
         double square = 0;
-        for (const double component : derivative) square += (component * scale) * (component * scale);
+        for (const double component : derivative) square += component * component;
         return std::sqrt(square);
     }
 
@@ -91,10 +91,10 @@ private:
     {
         constexpr unsigned int dimension = Curve<T, V>::dimension;
         double first[dimension], second[dimension];
-        curve.Differentiate(a, span, first);
-        curve.Differentiate(b, span, second);
+        curve.Differentiate(a, span, scale, first);
+        curve.Differentiate(b, span, scale, second);
         double sum = 0;
-        for (unsigned int k = 0; k < dimension; ++k) sum += (first[k] * scale) * (second[k] * scale);
+        for (unsigned int k = 0; k < dimension; ++k) sum += first[k] * second[k];
         return sum;
     }
 };

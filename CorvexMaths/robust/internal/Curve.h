@@ -130,8 +130,9 @@ public:
     }
 
     /// The derivative at a parameter of a span: a curve of one order less, of the differences between control points, so
-    /// that their distance from the origin is of no account.
-    void Differentiate(double x, unsigned int span, double* derivative) const
+    /// that their distance from the origin does not matter. It is scaled before the quotients could leave the range of
+    /// numbers.
+    void Differentiate(double x, unsigned int span, double scale, double* derivative) const
     {
         Scratch scratch(order * dimension);
         double* const d = scratch.Get();
@@ -139,7 +140,7 @@ public:
         for (unsigned int k = 0; k < dimension; ++k) d[k] = 0;
         for (unsigned int i = 0; i + 1 < order; ++i)
             for (unsigned int k = 0; k < dimension; ++k)
-                d[i * dimension + k] = (order - 1) * ((Value(offset + i + 1, k) - Value(offset + i, k)) /
+                d[i * dimension + k] = (order - 1) * ((Value(offset + i + 1, k) - Value(offset + i, k)) * scale /
                                                       (Knot(offset + i + order) - Knot(offset + i + 1)));
         Join(x, offset + 1, order - 1, d, derivative);
     }
