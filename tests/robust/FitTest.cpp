@@ -1,83 +1,58 @@
-#include <CorvexMaths/robust/Robust.h>
+#include "Support.h"
 
 #include <benchmarks/accuracy/Reference.h>
-#include <tests/support/Types.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <random>
-
-using namespace Halmont::Orrin::CorvexMaths;
+using namespace CorvexTest;
 using Accuracy::Result;
 using Accuracy::RobustFit;
 using Accuracy::Set;
-using Robust::Status;
+using Points = std::vector<std::vector<double>>;
 
 namespace
 {
 
-/// The sets for fits of the committed table; those of the alignment are another test's.
-std::vector<Set> FitSets()
+const std::vector<Set>& Sets()
 {
-    std::vector<Set> sets;
-    for (const Set& set : Accuracy::Read(CORVEX_ACCURACY_REFERENCE)) {
-        if (set.feature != "Motion") sets.push_back(set);
-    }
+    static const std::vector<Set> sets = Accuracy::Read(CORVEX_ACCURACY_REFERENCE);
     return sets;
-}
-
-using Points = std::vector<std::vector<double>>;
-
-Status StatusOf(const std::string& feature, const Points& points)
-{
-    Set set;
-    set.feature = feature;
-    set.points = points;
-    const Result result = RobustFit<double>(set);
-    for (const auto& [name, value] : result.values) EXPECT_TRUE(std::isfinite(value)) << name;
-    return result.status;
 }
 
 } // namespace
 
 TEST(Fit, AgreesWithTheReferenceOfSixtyDigits)
 {
-    const std::vector<Set> sets = FitSets();
-    ASSERT_GT(sets.size(), 100u);
-    for (const Set& set : sets) {
+    unsigned int motions = 0;
+    for (const Set& set : Sets()) {
         SCOPED_TRACE(set.feature + " " + set.name);
+        const bool isMotion = set.feature == "Motion";
+        motions += isMotion ? 1 : 0;
         const Result result = RobustFit<double>(set);
         ASSERT_EQ(result.status, Status::Done);
-        const double rms = result.values.at("rms");
         for (const Accuracy::Value& value : set.values) {
             SCOPED_TRACE(value.name);
             ASSERT_TRUE(result.values.count(value.name));
-            // A third of what a careful computation in double may be off by.
-            EXPECT_LE(value.Error(result.values.at(value.name)), set.Bound(value) / 3.0);
-            if (value.kind == "spread") continue;
+            // A third of what a careful computation in double may be off by; a half for motions.
+            EXPECT_LE(value.Error(result.values.at(value.name)), set.Bound(value) / (isMotion ? 2.0 : 3.0));
+            if (isMotion || value.kind == "spread") continue;
             // The table tells sensitivities to three digits; the least ones drown in the rounding of directions.
-            const double expected = rms * value.sensitivity;
+            const double rms = result.values.at("rms"), expected = rms * value.sensitivity;
             EXPECT_NEAR(result.deviations.at(value.name), expected, 0.01 * expected + 1e-9 * rms);
         }
     }
+    EXPECT_EQ(motions, 20u);
+    EXPECT_GT(Sets().size(), 120u);
 }
 
 TEST(Fit, KeepsItsBitsUnderPowersOfTwoAndItsAnswerUnderTheOrderOfPoints)
 {
-    std::mt19937 generator(1);
-    for (const Set& set : FitSets()) {
+    Random random(1);
+    for (const Set& set : Sets()) {
         SCOPED_TRACE(set.feature + " " + set.name);
-        const Result result = RobustFit<double>(set);
-        Set scaled = set;
-        for (auto& point : scaled.points) {
+        Set scaled = set, shuffled = set;
+        for (auto& point : scaled.points)
             for (double& x : point) x = std::ldexp(x, -37);
-        }
-        const Result small = RobustFit<double>(scaled);
-        Set shuffled = set;
-        for (std::size_t i = shuffled.points.size(); i-- > 1;)
-            std::swap(shuffled.points[i], shuffled.points[generator() % (i + 1)]);
+        std::shuffle(shuffled.points.begin(), shuffled.points.end(), random.generator);
+        const Result result = RobustFit<double>(set), small = RobustFit<double>(scaled);
         const Result other = RobustFit<double>(shuffled);
         for (const Accuracy::Value& value : set.values) {
             SCOPED_TRACE(value.name);
@@ -90,15 +65,13 @@ TEST(Fit, KeepsItsBitsUnderPowersOfTwoAndItsAnswerUnderTheOrderOfPoints)
 
 TEST(Fit, OfFloatsIsThatOfDoublesRoundedOnce)
 {
-    for (Set set : FitSets()) {
+    for (Set set : Sets()) {
         // In float the points of a small arc far away are no arc.
         if (set.group != "full" && set.group != "form_error") continue;
         SCOPED_TRACE(set.feature + " " + set.name);
-        for (auto& point : set.points) {
+        for (auto& point : set.points)
             for (double& x : point) x = static_cast<float>(x);
-        }
-        const Result wide = RobustFit<double>(set);
-        const Result narrow = RobustFit<float>(set);
+        const Result wide = RobustFit<double>(set), narrow = RobustFit<float>(set);
         ASSERT_EQ(narrow.status, wide.status);
         for (const auto& [name, value] : wide.values)
             EXPECT_EQ(static_cast<float>(value), narrow.values.at(name)) << name;
@@ -107,25 +80,23 @@ TEST(Fit, OfFloatsIsThatOfDoublesRoundedOnce)
 
 TEST(Fit, TellsWhyThereIsNoAnswer)
 {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const double infinity = std::numeric_limits<double>::infinity();
-    const Points line{{0, 0, 0}, {1, 2, 3}, {2, 4, 6}, {3, 6, 9}, {5, 10, 15}, {6, 12, 18}, {7, 14, 21}, {9, 18, 27}};
-    Points plane;
-    Points cylinder;
-    for (int i = 0; i < 5; ++i) {
-        for (int k = 0; k < 4; ++k) {
-            plane.push_back({1.0 * i, 2.0 * k + i * k, 0.0});
-            const double sides[4][2] = {{3, 4}, {-4, 3}, {-5, 0}, {0, -5}};
-            cylinder.push_back({sides[k][0], sides[k][1], 1.0 * i});
-        }
+    Points line, plane, cylinder;
+    for (const double k : {0, 1, 2, 3, 5, 6, 7, 9}) line.push_back({k, 2 * k, 3 * k});
+    const double sides[4][2] = {{3, 4}, {-4, 3}, {-5, 0}, {0, -5}};
+    for (int i = 0; i < 20; ++i) {
+        plane.push_back({1.0 * (i / 4), 2.0 * (i % 4) + i / 4 * (i % 4), 0.0});
+        cylinder.push_back({sides[i % 4][0], sides[i % 4][1], 1.0 * (i / 4)});
     }
-    struct Case
-    {
-        const char* feature;
-        std::size_t least;
-        Points open; ///< Points that leave the feature open.
+    const auto expect = [](const char* feature, const Points& points, Status status) {
+        Set set;
+        set.feature = feature;
+        set.points = points;
+        const Result result = RobustFit<double>(set);
+        EXPECT_EQ(result.status, status);
+        for (const auto& [name, value] : result.values) EXPECT_TRUE(std::isfinite(value)) << name;
     };
-    const Case cases[] = {
+    // The least number of points, and points that leave the feature open.
+    const std::tuple<const char*, long, Points> features[] = {
         {"Line2", 2, {{1, 1, 0}, {1, -1, 0}, {-1, 1, 0}, {-1, -1, 0}}},
         {"Line3", 2, {{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}}},
         {"Plane", 3, line},
@@ -135,47 +106,26 @@ TEST(Fit, TellsWhyThereIsNoAnswer)
         {"Cylinder", 6, plane},
         {"Cone", 7, cylinder},
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.feature);
-        EXPECT_EQ(StatusOf(row.feature, row.open), Status::Degenerate);
-        EXPECT_EQ(StatusOf(row.feature, {}), Status::TooFewPoints);
-        EXPECT_EQ(StatusOf(row.feature, Points(line.begin(), line.begin() + static_cast<long>(row.least) - 1)),
-                  Status::TooFewPoints);
-        EXPECT_EQ(StatusOf(row.feature, Points(20, {0.1, 0.7, 0.3})), Status::Degenerate);
-        for (const double bad : {nan, infinity, -infinity}) {
+    for (const auto& [feature, least, open] : features) {
+        SCOPED_TRACE(feature);
+        expect(feature, open, Status::Degenerate);
+        expect(feature, Points(20, {0.1, 0.7, 0.3}), Status::Degenerate);
+        expect(feature, {}, Status::TooFewPoints);
+        expect(feature, Points(line.begin(), line.begin() + least - 1), Status::TooFewPoints);
+        for (const double bad : {NaN<double>, infinity<double>, -infinity<double>}) {
             Points spoilt = plane;
             spoilt[7][1] = bad;
-            EXPECT_EQ(StatusOf(row.feature, spoilt), Status::NotFinite);
+            expect(feature, spoilt, Status::NotFinite);
         }
     }
 }
 
-TEST(Fit, HoldsWhereTheContractGivesUp)
-{
-    // Four points, a hundred thousand sizes away: exact, as the coordinates are.
-    TPointSet<double, TVector3> four;
-    for (const TVector3<double>& p :
-         {TVector3<double>(1, 0, 0), TVector3<double>(-1, 0, 0), TVector3<double>(0, 1, 0), TVector3<double>(0, 0, 1)})
-    {
-        four.Add(p + TVector3<double>(131072, -131072, 262144));
-    }
-    const Robust::SphereFit sphere(four);
-    ASSERT_TRUE(sphere);
-    EXPECT_EQ(sphere.sphere.sphere.x, 131072);
-    EXPECT_EQ(sphere.sphere.sphere.y, -131072);
-    EXPECT_EQ(sphere.sphere.sphere.z, 262144);
-    EXPECT_EQ(sphere.sphere.sphere.w, 1);
-    EXPECT_LT(sphere.rms, 1e-30);
-}
-
 TEST(Fit, TellsTheDistanceOfEachPointOnRequest)
 {
-    TPointSet<double, TVector2> points;
-    for (const auto& [x, y] : {std::pair(0.0, 1.0), {1.0, -1.0}, {2.0, -1.0}, {3.0, 1.0}})
-        points.Add(TVector2<double>(x, y));
+    TPointSet<double, TVector2> points{{0, 1}, {1, -1}, {2, -1}, {3, 1}};
     TList<double> distances;
     distances.Add(7.0);
-    const Robust::LineFit fit(points, &distances);
+    const Maths::Robust::LineFit fit(points, &distances);
     ASSERT_TRUE(fit);
     EXPECT_EQ(fit.line.origin.x, 1.5);
     EXPECT_EQ(fit.line.direction.x, 1);
@@ -184,7 +134,7 @@ TEST(Fit, TellsTheDistanceOfEachPointOnRequest)
     ASSERT_EQ(distances.GetCount(), 4u);
     for (unsigned int i = 0; i < 4; ++i) EXPECT_EQ(distances[i], points[i].y);
 
-    points[2].x = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(Robust::LineFit(points, &distances).status, Status::NotFinite);
+    points[2].x = NaN<double>;
+    EXPECT_EQ(Maths::Robust::LineFit(points, &distances).status, Status::NotFinite);
     EXPECT_EQ(distances.GetCount(), 0u);
 }

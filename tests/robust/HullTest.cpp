@@ -1,25 +1,10 @@
-#include <CorvexMaths/robust/ConvexHull.h>
-#include <CorvexMaths/robust/Predicates.h>
-#include <tests/support/Types.h>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <random>
-#include <vector>
+#include "Support.h"
 
 using namespace CorvexTest;
 using namespace Maths::Robust;
-using Maths::TVector2;
 
 namespace
 {
-
-template <class T>
-TVector2<T> Times(T unit, double x, double y)
-{
-    return TVector2<T>(static_cast<T>(x) * unit, static_cast<T>(y) * unit);
-}
 
 /// Units that take whole numbers of a few digits without rounding: where products underflow, where they overflow.
 template <class T>
@@ -44,20 +29,13 @@ TYPED_TEST(Signs, TellAUnitAsideInAnyUnit)
     for (const TypeParam unit : Units<TypeParam>()) {
         SCOPED_TRACE(unit);
         if (unit * static_cast<TypeParam>(far) > std::numeric_limits<TypeParam>::max() / 16) continue;
-        const auto at = [&](double x, double y) { return Times(unit, far + x, y - far); };
-        const auto a = at(0, 0), b = at(1000, 3000), c = at(-3000, -9000);
+        const auto at = [&](double x, double y) { return Point<TVector2<TypeParam>>(far + x, y - far, unit); };
+        EXPECT_EQ(P::Orientation(at(0, 0), at(1000, 3000), at(1000, 3000)), 0);
         for (int step = -1; step <= 1; ++step) {
-            const auto aside = at(-3000, -9000 + step);
-            EXPECT_EQ(P::Orientation(a, b, aside), step);
-            EXPECT_EQ(P::Orientation(b, aside, a), step);
-            EXPECT_EQ(P::Orientation(b, a, aside), -step);
+            EXPECT_EQ(P::Orientation(at(0, 0), at(1000, 3000), at(-3000, -9000 + step)), step);
             // Counter-clockwise on a circle of 5000 about (0, 0), and a fourth point of it.
-            const auto d = at(5000, 0), e = at(3000, 4000), f = at(-4000, 3000), g = at(-3000 + step, -4000);
-            EXPECT_EQ(P::InCircle(d, e, f, g), step);
-            EXPECT_EQ(P::InCircle(e, d, f, g), -step);
-            EXPECT_EQ(P::InCircle(e, f, d, g), step);
+            EXPECT_EQ(P::InCircle(at(5000, 0), at(3000, 4000), at(-4000, 3000), at(-3000 + step, -4000)), step);
         }
-        EXPECT_EQ(P::Orientation(a, c, c), 0);
     }
 }
 
@@ -66,107 +44,61 @@ TYPED_TEST(Signs, TellPointsOfEveryMagnitudeApart)
     using P = Predicates<TypeParam>;
     const TypeParam small = std::numeric_limits<TypeParam>::denorm_min(), large = std::numeric_limits<TypeParam>::max();
     const TVector2<TypeParam> origin(0, 0), top(large, large), left(-large, large);
-    for (const TypeParam step : {small, -small, TypeParam(0)}) {
-        const int sign = step > 0 ? 1 : step < 0 ? -1 : 0;
-        EXPECT_EQ(P::Orientation(origin, top, {1, 1}), 0);
+    for (const int sign : {1, -1, 0}) {
+        const TypeParam step = static_cast<TypeParam>(sign) * small;
         EXPECT_EQ(P::Orientation({-large, 0}, {large, 0}, {1, step}), sign);
         // Three corners of a square; the origin is the fourth.
         EXPECT_EQ(P::InCircle({large, 0}, top, {0, large}, {step, step}), sign);
-        EXPECT_EQ(P::InCircle(top, left, {-large, -large}, {1, -large}), 1);
     }
-    for (const TypeParam bad :
-         {std::numeric_limits<TypeParam>::infinity(), std::numeric_limits<TypeParam>::quiet_NaN()})
-        EXPECT_EQ(P::Orientation(origin, top, {bad, 1}), 0);
+    EXPECT_EQ(P::InCircle(top, left, {-large, -large}, {1, -large}), 1);
+    for (const TypeParam x : {TypeParam(1), infinity<TypeParam>, NaN<TypeParam>})
+        EXPECT_EQ(P::Orientation(origin, top, {x, 1}), 0);
 }
 
 template <class F>
 struct Hull : ::testing::Test
 {
-    using T = typename F::T;
-    using V = typename F::Vector;
-    using Points = std::vector<V>;
+    using Points = std::vector<typename F::Vector>;
 
-    static V Point(double x, double y)
-    {
-        V point = V(TVector2<T>(static_cast<T>(x), static_cast<T>(y)));
-        return point;
-    }
-
-    static auto HullOf(const Points& points)
-    {
-        return ConvexHull(typename F::PointSet(points.data(), static_cast<unsigned int>(points.size())));
-    }
-
-    static std::vector<std::pair<T, T>> Corners(const Points& points)
-    {
-        const auto hull = HullOf(points);
-        EXPECT_TRUE(hull);
-        std::vector<std::pair<T, T>> corners;
-        for (unsigned int i = 0; i < hull.polygon.GetCount(); ++i)
-            corners.emplace_back(hull.polygon[i].x, hull.polygon[i].y);
-        return corners;
-    }
-
-    /// Strictly convex, from the lowest, of the points, and round all of them.
-    static void ExpectHull(const Points& points)
-    {
-        const auto corners = Corners(points);
-        const auto at = [&](std::size_t i) {
-            return TVector2<T>(corners[i % corners.size()].first, corners[i % corners.size()].second);
-        };
-        const auto lowest = std::min_element(points.begin(), points.end(),
-                                             [](const V& a, const V& b) { return a.y != b.y ? a.y < b.y : a.x < b.x; });
-        ASSERT_EQ(corners[0], std::make_pair(lowest->x, lowest->y));
-        for (std::size_t i = 0; i < corners.size(); ++i) {
-            const bool isFlat = corners.size() <= 2;
-            ASSERT_EQ(Predicates<T>::Orientation(at(i), at(i + 1), at(i + 2)), isFlat ? 0 : 1);
-            ASSERT_TRUE(std::any_of(points.begin(), points.end(),
-                                    [&](const V& p) { return p.x == at(i).x && p.y == at(i).y; }));
-            for (const V& point : points) {
-                const int sign = Predicates<T>::Orientation(at(i), at(i + 1), TVector2<T>(point.x, point.y));
-                ASSERT_TRUE(isFlat ? sign == 0 : sign >= 0);
-            }
-        }
-    }
+    static auto HullOf(const Points& points) { return ConvexHull(typename F::PointSet(points.begin(), points.end())); }
 };
 TYPED_TEST_SUITE(Hull, PointFamily, TypeNames);
 
-TYPED_TEST(Hull, OfAGridIsItsCornersInAnyUnitAndOrder)
+TYPED_TEST(Hull, IsExactInAnyUnitAndOrder)
 {
     using S = typename TypeParam::T;
-    std::mt19937 random(7);
-    for (const S unit : Units<S>()) {
-        typename TestFixture::Points grid;
-        for (int i = 0; i < 3 * 21 * 13; ++i) {
-            grid.push_back(this->Point(static_cast<S>(i % 21) * unit, static_cast<S>(i % 13) * unit));
+    using Places = std::vector<std::pair<int, int>>;
+    Places grid;
+    for (int i = 0; i < 3 * 21 * 13; ++i) grid.emplace_back(i % 21, i % 13);
+    const std::tuple<const char*, Places, Places> cases[] = {
+        {"a grid, thrice", grid, {{0, 0}, {20, 0}, {20, 12}, {0, 12}}},
+        {"coinciding", Places(3, {1, 2}), {{1, 2}}},
+        {"level", {{5, 1}, {-3, 1}, {0, 1}, {5, 1}, {-3, 1}}, {{-3, 1}, {5, 1}}},
+        {"upright", {{1, 5}, {1, -3}, {1, 0}, {1, 5}}, {{1, -3}, {1, 5}}},
+        {"falling", {{0, 0}, {-1, 3}, {-3, 9}, {-2, 6}, {0, 0}}, {{0, 0}, {-3, 9}}},
+        {"a unit aside",
+         {{0, 0}, {3000, 9000}, {999, 2997}, {1000, 3001}, {1000, 3000}, {2000, 6000}, {2000, 5999}},
+         {{0, 0}, {2000, 5999}, {3000, 9000}, {1000, 3001}}},
+        {"runs on all sides",
+         {{0, 0}, {2, 0}, {1, 0}, {3, 3}, {4, 6}, {2, 4}, {2, 0}, {0, 2}, {0, 1}, {1, 3}, {3, 5}},
+         {{0, 0}, {2, 0}, {4, 6}, {0, 2}}},
+    };
+    Random random(7);
+    for (const S unit : Units<S>())
+        for (const auto& [name, places, corners] : cases) {
+            SCOPED_TRACE(testing::Message() << name << ", unit " << unit);
+            typename TestFixture::Points points;
+            for (const auto& [x, y] : places) points.push_back(Point<typename TypeParam::Vector>(x, y, unit));
+            for (int turn = 0; turn < 4; ++turn) {
+                const auto hull = this->HullOf(points);
+                ASSERT_EQ(hull.polygon.GetCount(), corners.size());
+                for (unsigned int i = 0; i < corners.size(); ++i) {
+                    EXPECT_EQ(hull.polygon[i].x, static_cast<S>(corners[i].first) * unit);
+                    EXPECT_EQ(hull.polygon[i].y, static_cast<S>(corners[i].second) * unit);
+                }
+                std::shuffle(points.begin(), points.end(), random.generator);
+            }
         }
-        for (int turn = 0; turn < 3; ++turn) {
-            const std::vector<std::pair<S, S>> corners = {
-                {0, 0}, {20 * unit, 0}, {20 * unit, 12 * unit}, {0, 12 * unit}};
-            EXPECT_EQ(this->Corners(grid), corners);
-            std::shuffle(grid.begin(), grid.end(), random);
-        }
-    }
-}
-
-TYPED_TEST(Hull, HoldsWhateverLiesOnALineOrCoincides)
-{
-    using S = typename TypeParam::T;
-    std::mt19937 random(29);
-    SCOPED_TRACE("seed 29");
-    const std::vector<S> units = Units<S>();
-    for (int trial = 0; trial < 400; ++trial) {
-        const S unit = units[random() % units.size()];
-        const auto range = 2 + random() % 5;
-        typename TestFixture::Points points(1 + random() % 30);
-        for (auto& point : points) {
-            // Thirds are rounded, so that runs of them are almost straight.
-            const double x = static_cast<double>(random() % range) - 1;
-            const double y = trial % 3 == 0 ? x : static_cast<double>(random() % range) / 3;
-            point = this->Point(static_cast<S>(x) * unit, static_cast<S>(y) * unit);
-        }
-        this->ExpectHull(points);
-    }
 }
 
 TYPED_TEST(Hull, CarriesTheOtherComponentsOfTheFirstOfCoincidingPoints)
@@ -174,7 +106,7 @@ TYPED_TEST(Hull, CarriesTheOtherComponentsOfTheFirstOfCoincidingPoints)
     if constexpr (TypeParam::dimension == 2) return;
     typename TestFixture::Points points;
     for (int i = 0; i < 12; ++i) {
-        points.push_back(this->Point(i % 2, i % 4 / 2));
+        points.push_back(Point<typename TypeParam::Vector>(i % 2, i % 4 / 2));
         points.back()[2] = static_cast<typename TypeParam::T>(i);
     }
     const auto hull = this->HullOf(points);
@@ -187,12 +119,9 @@ TYPED_TEST(Hull, TellsWhyThereIsNone)
     using S = typename TypeParam::T;
     typename TestFixture::Points points;
     EXPECT_EQ(this->HullOf(points).status, Status::TooFewPoints);
-    points.assign(3, this->Point(1, 2));
-    EXPECT_EQ(this->Corners(points).size(), 1u);
-    for (const S bad : {std::numeric_limits<S>::infinity(), std::numeric_limits<S>::quiet_NaN()}) {
-        points[1].y = bad;
-        const auto hull = this->HullOf(points);
-        EXPECT_EQ(hull.status, Status::NotFinite);
-        EXPECT_EQ(hull.polygon.GetCount(), 0u);
+    for (const S bad : {infinity<S>, NaN<S>}) {
+        points.assign(3, Point<typename TypeParam::Vector>(1, bad));
+        EXPECT_EQ(this->HullOf(points).status, Status::NotFinite);
+        EXPECT_EQ(this->HullOf(points).polygon.GetCount(), 0u);
     }
 }

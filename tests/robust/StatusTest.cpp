@@ -1,11 +1,7 @@
-#include <CorvexMaths/robust/Status.h>
+#include "Support.h"
 
-#include <gtest/gtest.h>
-
-#include <set>
-#include <string>
-
-using namespace Halmont::Orrin::CorvexMaths::Robust;
+using CorvexTest::Status;
+using Halmont::Orrin::CorvexMaths::Robust::Answer;
 
 TEST(Status, HoldsForDoneAloneAndEachHasItsWords)
 {
