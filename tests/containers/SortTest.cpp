@@ -58,7 +58,8 @@ class StableSortTest : public testing::Test
 using Sizes = testing::Types<Element<12>, Element<16>, Element<32>, Element<40>, Element<264>>;
 TYPED_TEST_SUITE(StableSortTest, Sizes, );
 
-#if defined(__GLIBC__)
+// The address sanitizer puts a function of its own in the place of qsort, which compares more.
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
 TYPED_TEST(StableSortTest, MakesTheComparisonsOfTheLibrary)
 {
     std::mt19937 random(20);
