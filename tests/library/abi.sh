@@ -7,8 +7,10 @@
 # LIBRARY is an optimised build of the shared library, SYMBOLS the list, tests/library/symbols.txt.
 #
 # Every class is instantiated explicitly, so that each compiler must export each of its members, inline or not, with its
-# virtual table and type information. Two things differ between compilers, and neither is listed:
+# virtual table and type information. Four things differ between compilers, and none is listed:
 #   - specialisations of member templates. Each is there or not as inlining left it, and whoever calls one has its body;
+#   - the destructors of answers, which these leave to the compiler;
+#   - lambdas and classes within functions, and the standard library's templates over the classes, as inlining left them;
 #   - the several symbols that one constructor or destructor has, for whole objects, bases and deletion. They have one
 #     name when demangled, and stand in the list once.
 # Names are without their namespace, but for Utilities::, which is short for that of the containers.
@@ -30,7 +32,9 @@ exported() {
     nm -D --defined-only --format=posix "$library" | cut -d ' ' -f 1 | c++filt |
         awk '{ name = $0; sub(/\(.*/, "", name) }
              !/\(/ || name !~ />$/ || name ~ /::operator(>|>>|->)$/ || name ~ /::operator [A-Za-z]/' |
+        grep -vE '\)( const)?::|(^| )std::' |
         sed 's/Halmont::Orrin::CorvexMaths:://g; s/Halmont::Orrin::CorvexUtilities::/Utilities::/g' |
+        grep -vE '^Robust::.*::~[A-Za-z]+\(\)$' |
         sort -u
 }
 

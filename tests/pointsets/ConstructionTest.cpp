@@ -27,12 +27,23 @@ struct SetConstruction : ::testing::Test
 };
 TYPED_TEST_SUITE(SetConstruction, PointFamily, TypeNames);
 
+/// The set of the other scalar, and the positions along a set. Taken apart, as the template of a family is not, to every
+/// compiler, that of its sets.
+template <class Set>
+struct Related;
+template <class T, template <class> class V>
+struct Related<Maths::TPointSet<T, V>>
+{
+    using Other = Maths::TPointSet<std::conditional_t<std::is_same_v<T, float>, double, float>, V>;
+    using Positions = Maths::TParameterization<T, V>;
+};
+
 TYPED_TEST(SetConstruction, TakesBracesIteratorsSpansListsAndTheOtherScalar)
 {
     using F = TypeParam;
     using T = typename F::T;
     using Set = typename F::PointSet;
-    using Other = Maths::TPointSet<std::conditional_t<std::is_same_v<T, float>, double, float>, F::template V>;
+    using Other = typename Related<Set>::Other;
     const std::list<typename F::Vector> chain(this->points.begin(), this->points.end());
     TList<typename F::Vector> list;
     list.AddRange(this->points.data(), 2);
@@ -54,7 +65,7 @@ TYPED_TEST(SetConstruction, MovesBlocksAndLeavesEmptyObjectsThatServe)
     using F = TypeParam;
     using T = typename F::T;
     using Set = typename F::PointSet;
-    using Positions = Maths::TParameterization<T, F::template V>;
+    using Positions = typename Related<Set>::Positions;
     static_assert(std::is_nothrow_move_constructible_v<Set> && std::is_nothrow_move_assignable_v<Set> &&
                   std::is_nothrow_move_constructible_v<Positions> && std::is_nothrow_move_assignable_v<Positions> &&
                   std::is_nothrow_move_constructible_v<OpenSpline<F>>);

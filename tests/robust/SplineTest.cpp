@@ -3,14 +3,25 @@
 using namespace CorvexTest;
 using namespace Maths::Robust;
 
+/// The classes over the vectors of a set. Taken apart, as the template of a family is not, to every compiler, that of its
+/// sets.
+template <class Set>
+struct Related;
+template <class T, template <class> class V>
+struct Related<Maths::TPointSet<T, V>>
+{
+    using Spline = Maths::TBSpline<T, V>;
+    using Fit = SplineFit<T, V>;
+};
+
 template <class F>
 struct Splines : ::testing::Test
 {
     using T = typename F::T;
     using V = typename F::Vector;
     using Points = typename F::PointSet;
-    using Spline = Maths::TBSpline<T, F::template V>;
-    using Fit = SplineFit<T, F::template V>;
+    using Spline = typename Related<typename F::PointSet>::Spline;
+    using Fit = typename Related<typename F::PointSet>::Fit;
 
     static constexpr T epsilon = std::numeric_limits<T>::epsilon();
 
@@ -134,7 +145,7 @@ TYPED_TEST(Splines, TellWhyThereIsNoFit)
     wide[4].x = -wide[3].x;
     EXPECT_EQ(F(none, 6).status, Status::TooFewPoints);
     EXPECT_EQ(F(points, 51).status, Status::TooFewPoints);
-    for (const int order : {0, 1, 6}) EXPECT_EQ(F(points, 5, order).status, Status::Degenerate) << order;
+    for (const unsigned int order : {0u, 1u, 6u}) EXPECT_EQ(F(points, 5, order).status, Status::Degenerate) << order;
     for (const F& fit : {F(equal, 5), F(points, 3), F(points, -3), F(points, 0.0)})
         EXPECT_EQ(fit.status, Status::Degenerate);
     // It overflows, or is so far from the others that their knots coincide.
