@@ -118,7 +118,8 @@ struct Walk
         const std::vector<unsigned long long> present(set, set + k);
         for (std::size_t i = 0; i < present.size(); ++i) {
             Require(present[i] < n && (!isCombination || i == 0 || present[i] > present[i - 1]));
-            Require(isCombination || std::find(present.begin() + i + 1, present.end(), present[i]) == present.end());
+            Require(isCombination || std::find(present.begin() + static_cast<std::ptrdiff_t>(i) + 1, present.end(),
+                                               present[i]) == present.end());
         }
         Require(previous.empty() || previous <= present);
         previous = present;
@@ -206,7 +207,7 @@ struct GeneratorState : State
             generators[target] = Generator();
         else
             generators[target] = generators[source];
-        for (unsigned int i : {0, 1}) handlers[target][i] = source == 2 ? 0 : handlers[source][i];
+        for (unsigned int i : {0u, 1u}) handlers[target][i] = source == 2 ? 0 : handlers[source][i];
         Generator copy(generators[target]);
         // A share of its own, which goes again.
         if (in.Flag()) copy.AddCombinationFunction(&TakeFunction);

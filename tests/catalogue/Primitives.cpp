@@ -376,8 +376,8 @@ struct PrimitiveState : State
     {
         const auto& c = tri.corners;
         const auto ask = [this](const auto& byTriangle, const auto& byLine, const auto& byCorners) {
-            AskBoth(byLine, byCorners);
-            return AskBoth(byTriangle, byCorners).result;
+            this->AskBoth(byLine, byCorners);
+            return this->AskBoth(byTriangle, byCorners).result;
         };
         const int any =
             ask([&](Hits& h) { return tri.IntersectWith(line, &h.p1, &h.distance, tolerance); },
