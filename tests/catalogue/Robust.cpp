@@ -79,13 +79,14 @@ struct RobustState : State
         const std::vector<Vector> drawn = in.Flag() ? DrawPoints<T, V>(in, most) : DrawFeature<T, V>(in, most);
         return Set(drawn.data(), static_cast<unsigned int>(drawn.size()));
     }
-    /// The answer to a question, which changes nothing that it is given.
+    /// The answer to a question, which changes nothing that it is given. It is not constant, so that a compiler which does
+    /// not build it in place moves it: a copy would have other capacities.
     template <class Question>
     auto Ask(Question ask)
     {
         Sink before, after;
         before << points << other << spline;
-        const auto answer = ask();
+        auto answer = ask();
         after << points << other << spline;
         Require(before.Get() == after.Get());
         out << answer.status;
