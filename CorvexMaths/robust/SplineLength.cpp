@@ -108,10 +108,10 @@ int FindExponent(const Curve<T, V>& curve)
         double least = curve.Value(0, k);
         double greatest = least;
         for (unsigned int i = 1; i < curve.EndSpan(); ++i) {
-            least = std::fmin(least, curve.Value(i, k));
-            greatest = std::fmax(greatest, curve.Value(i, k));
+            least = std::min(least, curve.Value(i, k));
+            greatest = std::max(greatest, curve.Value(i, k));
         }
-        size = std::fmax(size, greatest - least);
+        size = std::max(size, greatest - least);
     }
     int exponent = 0;
     std::frexp(size, &exponent);
