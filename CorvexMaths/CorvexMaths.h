@@ -50,6 +50,8 @@
 
 #include <CorvexMaths/splines/TBSpline.h>
 
+#include <CorvexMaths/regions/TRegion.h>
+
 #include <CorvexMaths/exact/Int128.h>
 #include <CorvexMaths/exact/TSetGenerator.h>
 

@@ -107,6 +107,10 @@ class CORVEX_API TParameterization;
 template <class T, template <class> class V>
 class CORVEX_API TBSpline;
 
+// Regions of the plane.
+template <class T>
+class CORVEX_API TRegion;
+
 // Exact integers and sets.
 struct CORVEX_API Int128;
 template <class T>
