@@ -2,11 +2,13 @@
 
 /// Includes every public header of the library but Stream.h, which prints, and Aliases.h, which has short names.
 
+#include <CorvexMaths/Deleted.h>
 #include <CorvexMaths/Export.h>
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/RealPointer.h>
 
 #include <CorvexMaths/containers/Instantiations.h>

@@ -2,6 +2,7 @@
 
 /// Forward declarations of every class template of the library, each with its visibility.
 
+#include <CorvexMaths/Deleted.h>
 #include <CorvexMaths/Export.h>
 
 #include <type_traits>

@@ -12,6 +12,8 @@
 /// | lists, point sets, polygons, spirals; corners of edges and flat triangles | `[(0, 0), (1, 0)]` |
 /// | dense matrices, by rows | `[[1, 0], [0, 1]]` |
 /// | what has named parts: boxes, lines, circles, splines ... | `{centre: (0, 0), radius: 1}` |
+/// | answers of the robust family, if there is one | `{status: done, plane: {point: ..., normal: ...}, rms: 0.1 ...}` |
+/// | and if there is none | `{status: too few points}` |
 /// | sparse matrices, each element as row, column and value | `{rows: 2, columns: 2, elements: [(0, 1, 5)]}` |
 /// | Int128 | its decimal digits |
 ///
@@ -309,6 +311,106 @@ void Write(Sink& sink, const TCylinder<T>& cylinder)
            cylinder.height);
 }
 
+// Answers of the robust family: the status in words and, where there is an answer, its fields.
+template <class Sink, class... Values>
+void WriteAnswer(Sink& sink, const Robust::Answer& answer, const Values&... namesAndValues)
+{
+    sink.Text("{status: ");
+    sink.Text(Robust::Answer::Describe(answer.status));
+    if (answer) {
+        sink.Text(", ");
+        Parts(sink, namesAndValues...);
+    }
+    sink.Text("}");
+}
+template <class Sink, class T, class Primitive>
+void WriteFit(Sink& sink, const Robust::FitAnswer<T>& fit, const char* name, const Primitive& primitive)
+{
+    WriteAnswer(sink, fit, name, primitive, "rms", fit.rms, "peakToValley", fit.peakToValley);
+}
+template <class Sink, class T, template <class> class V>
+void Write(Sink& sink, const Robust::LineFit<T, V>& fit)
+{
+    WriteFit(sink, fit, "line", fit.line);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::PlaneFit<T>& fit)
+{
+    WriteFit(sink, fit, "plane", fit.plane);
+}
+template <class Sink, class T, template <class> class V>
+void Write(Sink& sink, const Robust::CircleFit<T, V>& fit)
+{
+    WriteFit(sink, fit, "circle", fit.circle);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::SphereFit<T>& fit)
+{
+    WriteFit(sink, fit, "sphere", fit.sphere);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::CylinderFit<T>& fit)
+{
+    WriteFit(sink, fit, "cylinder", fit.cylinder);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::ConeFit<T>& fit)
+{
+    WriteFit(sink, fit, "cone", fit.cone);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::LineZone<T>& zone)
+{
+    WriteAnswer(sink, zone, "line", zone.line, "width", zone.width);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::PlaneZone<T>& zone)
+{
+    WriteAnswer(sink, zone, "plane", zone.plane, "width", zone.width);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::CircleZone<T>& zone)
+{
+    WriteAnswer(sink, zone, "circle", zone.circle, "width", zone.width);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::Alignment<T>& motion)
+{
+    WriteAnswer(sink, motion, "rotation", motion.rotation, "translation", motion.translation, "rms", motion.rms,
+                "largest", motion.largest);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::NearestAlignment<T>& motion)
+{
+    WriteAnswer(sink, motion, "rotation", motion.rotation, "translation", motion.translation, "rms", motion.rms,
+                "largest", motion.largest);
+}
+template <class Sink, class T, template <class> class V>
+void Write(Sink& sink, const Robust::ConvexHull<T, V>& hull)
+{
+    WriteAnswer(sink, hull, "polygon", hull.polygon);
+}
+template <class Sink, class T>
+void Write(Sink& sink, const Robust::MinimumCircle<T>& smallest)
+{
+    WriteAnswer(sink, smallest, "circle", smallest.circle);
+}
+template <class Sink, class T, template <class> class V>
+void Write(Sink& sink, const Robust::SplineFit<T, V>& fit)
+{
+    WriteAnswer(sink, fit, "spline", fit.spline, "rms", fit.rms, "largest", fit.largest);
+}
+template <class Sink, class T, template <class> class V>
+void Write(Sink& sink, const Robust::SplineLength<T, V>& length)
+{
+    WriteAnswer(sink, length, "total", length.total);
+}
+template <class Sink, class T, template <class> class V>
+void Write(Sink& sink, const Robust::ClosestPoint<T, V>& closest)
+{
+    WriteAnswer(sink, closest, "point", closest.point, "parameter", closest.parameter, "distance", closest.distance);
+}
+
 // Int128, but nothing that converts to it.
 template <class Sink, class I, std::enable_if_t<std::is_same_v<I, Int128>, int> = 0>
 void Write(Sink& sink, const I& integer)
@@ -379,6 +481,13 @@ std::basic_ostream<Char, Traits>& operator<<(std::basic_ostream<Char, Traits>& s
 }
 
 } // namespace Halmont::Orrin::CorvexMaths
+
+namespace Halmont::Orrin::CorvexMaths::Robust
+{
+
+using CorvexMaths::operator<<;
+
+} // namespace Halmont::Orrin::CorvexMaths::Robust
 
 namespace Halmont::Orrin::CorvexUtilities
 {

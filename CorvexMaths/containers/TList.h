@@ -5,6 +5,7 @@
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
+#include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/StableSort.h>
 
@@ -56,17 +57,8 @@ class CORVEX_API TList
     using IfUnlikeSizes =
         std::enable_if_t<!std::is_convertible_v<int, Element> && !std::is_convertible_v<unsigned int, Element> &&
                          !std::is_convertible_v<std::nullptr_t, Element>>;
-    template <class Iterator>
-    using IfIterator = std::enable_if_t<
-        std::is_base_of_v<std::input_iterator_tag, typename std::iterator_traits<Iterator>::iterator_category> &&
-        std::is_convertible_v<typename std::iterator_traits<Iterator>::reference, T>>;
-    /// For a class that is no list and has elements of exactly type T at `data()`.
-    template <class Span>
-    using IfSpan = std::enable_if_t<
-        !std::is_base_of_v<TList<T>, Span> &&
-        std::is_convertible_v<std::remove_pointer_t<decltype(std::declval<const Span&>().data())> (*)[],
-                              const T (*)[]> &&
-        std::is_convertible_v<decltype(std::declval<const Span&>().size()), std::size_t>>;
+    template <class Range>
+    using IfRange = CorvexMaths::IfRange<Range, T, TList<T>>;
 
 public:
     using value_type = T;                   ///< The type of the elements.
@@ -112,7 +104,7 @@ public:
     {}
 
     /// A copy of the elements from one iterator up to another, with the grow size 1000. Numbers are no iterators.
-    template <class Iterator, class = IfIterator<Iterator>>
+    template <class Iterator, class = CorvexMaths::IfIterator<Iterator, T>>
     TList(Iterator first, Iterator last) : TList(0u)
     {
         useExponentialGrowth = true;
@@ -123,10 +115,10 @@ public:
         useExponentialGrowth = false;
     }
 
-    /// A copy of the elements of a `std::span`, a `std::vector` or another class with `data()` and `size()`, of exactly
-    /// type T, with the grow size 1000.
-    template <class Span, class = IfSpan<Span>>
-    explicit TList(const Span& span) : TList(span.data(), static_cast<unsigned int>(span.size()), 1000u)
+    /// A copy of the elements of a `std::vector`, a `std::span`, an array or another class with `data()` and `size()`,
+    /// of exactly type T, with the grow size 1000.
+    template <class Range, class = IfRange<Range>>
+    explicit TList(const Range& range) : TList(std::data(range), CorvexMaths::CountOf(range), 1000u)
     {}
 
     /// Takes over the block of another list, which keeps its grow size and is left empty and without a block. The grow
@@ -237,6 +229,14 @@ public:
     {
         AddRangeInternal(elements.begin(), static_cast<unsigned int>(elements.size()));
     }
+    /// Appends the elements of a `std::vector`, a `std::span`, an array or another class with `data()` and `size()`, of
+    /// exactly type T, and fires ElementsAdded with the first new slot and their number, for 0 too. They may lie in this
+    /// list.
+    template <class Range, class = IfRange<Range>>
+    void AddRange(const Range& range)
+    {
+        AddRangeInternal(std::data(range), CorvexMaths::CountOf(range));
+    }
     /// Puts an element before the one at a position, or at the end for a position of the count; none may lie above
     /// that. The value may be an element of this list. Fires ElementAdded with its slot. Moves the elements behind.
     void Insert(const T& value, unsigned int position);
@@ -260,6 +260,22 @@ public:
     void InsertRange(const TList<T>& other, unsigned int position)
     {
         InsertRange(other.storage, other.count, position);
+    }
+    /// Puts the elements in braces before the element at a position, or at the end for a position of the count; none
+    /// may lie above that. Fires ElementsAdded with what is in the braces, not with the new slots, and its number, for
+    /// 0 too. Moves the elements behind.
+    void InsertRange(std::initializer_list<T> elements, unsigned int position)
+    {
+        InsertRange(elements.begin(), static_cast<unsigned int>(elements.size()), position);
+    }
+    /// Puts the elements of a `std::vector`, a `std::span`, an array or another class with `data()` and `size()`, of
+    /// exactly type T, before the element at a position, or at the end for a position of the count; none may lie above
+    /// that. Fires ElementsAdded with the elements given, not with the new slots, and their number, for 0 too. They may
+    /// not lie in this list. Moves the elements behind.
+    template <class Range, class = IfRange<Range>>
+    void InsertRange(const Range& range, unsigned int position)
+    {
+        InsertRange(std::data(range), CorvexMaths::CountOf(range), position);
     }
 
     /// Removes the first element equal by `==`, without a tolerance; if there is none, nothing happens. With order
@@ -405,6 +421,8 @@ private:
     unsigned int FindAddress(const T* element) const;
     void RemoveAddress(const T* element, bool keepOrder);
     bool FindBracket(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TList);
 };
 
 template <class T>

@@ -28,6 +28,8 @@ struct CORVEX_API TPair
     bool operator<(const TPair<A, B>& other) const { return first < other.first; }
     /// Whether the first member is greater than the other's, by its own `>`; the second plays no part.
     bool operator>(const TPair<A, B>& other) const { return first > other.first; }
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TPair);
 };
 
 } // namespace Halmont::Orrin::CorvexUtilities

@@ -83,6 +83,8 @@ struct CORVEX_API Int128
     /// out one closer to zero than it is, as far as a `double` shows it: -1 gives -0.0 and -2 gives -1.0. One whose low
     /// half is 0 does not: -2^64 is exact.
     double AsDouble() const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(Int128);
 };
 
 } // namespace Halmont::Orrin::CorvexMaths

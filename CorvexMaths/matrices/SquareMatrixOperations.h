@@ -204,7 +204,8 @@ struct CORVEX_API SquareMatrixOperations
         return static_cast<TMatrix4x4<T>>(Self()).TimesColumn(vector);
     }
 
-    // Comparison.
+    // Comparison. C++20 tries `==` with the operands swapped too, which is ambiguous unless M takes it over by a
+    // using-declaration.
 
     /// Exact equality of all elements, without a tolerance: a NaN anywhere gives false, even against the matrix itself,
     /// and 0 equals -0. It stops at the first pair that differs.
@@ -317,6 +318,8 @@ private:
 
     M& Self() { return static_cast<M&>(*this); }
     const M& Self() const { return static_cast<const M&>(*this); }
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(SquareMatrixOperations);
 };
 
 } // namespace Halmont::Orrin::CorvexMaths

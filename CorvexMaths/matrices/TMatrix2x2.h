@@ -46,6 +46,9 @@ struct CORVEX_API TMatrix2x2 : SquareMatrixOperations<TMatrix2x2<T>, T, 2>
     /// The matrix of order 4 with this block in the upper left, 1 at (2, 2) and (3, 3) and 0 elsewhere.
     operator TMatrix4x4<T>() const { return static_cast<TMatrix3x3<T>>(*this); }
 
+    using SquareMatrixOperations<TMatrix2x2, T, 2>::operator==;
+    using SquareMatrixOperations<TMatrix2x2, T, 2>::operator!=;
+
     /// Divides every element by a scalar, which may be one of the elements: its value at the start counts. These are
     /// true divisions; a scalar of 0 gives infinities, and NaN for elements of 0 or NaN. Unlike the other matrices, it
     /// returns a copy of the changed matrix, not a reference.

@@ -57,6 +57,9 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
                              T(1));
     }
 
+    using SquareMatrixOperations<TMatrix3x3, T, 3>::operator==;
+    using SquareMatrixOperations<TMatrix3x3, T, 3>::operator!=;
+
     /// The determinant in closed form, expanded along the first row; the term of its middle element comes first, then
     /// those of the first and the last. Every step is rounded to T.
     T Determinant() const

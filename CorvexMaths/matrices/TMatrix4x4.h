@@ -58,6 +58,9 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
         return TMatrix3x3<T>(e[0], e[1], e[2], e[4], e[5], e[6], e[8], e[9], e[10]);
     }
 
+    using SquareMatrixOperations<TMatrix4x4, T, 4>::operator==;
+    using SquareMatrixOperations<TMatrix4x4, T, 4>::operator!=;
+
     /// Always true, whatever the operands: it makes lists of matrices compile and carries no ordering.
     bool operator<(const TMatrix4x4&) const { return true; }
     /// Always false, whatever the operands: it makes lists of matrices compile and carries no ordering.

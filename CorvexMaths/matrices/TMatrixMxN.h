@@ -373,6 +373,8 @@ private:
     /// The product with a fixed matrix; the inner length is that matrix's order.
     template <class M, unsigned int N>
     TMatrixMxN TimesFixed(const SquareMatrixOperations<M, T, N>& other) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TMatrixMxN);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TMatrixMxN);

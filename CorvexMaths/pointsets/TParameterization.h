@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
+#include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
@@ -40,6 +41,25 @@ public:
     template <class Pointer, class = IfRealPointer<Pointer, const V<T>*>>
     TParameterization(Pointer points, unsigned int pointCount)
         : TPointSet<T, V>(points, pointCount), parameters(pointCount, 1000u), length(T(0))
+    {}
+
+    /// Copies the points in braces, or from one iterator up to another, or those of a `std::vector`, a `std::span`, a
+    /// list, an array or another class with `data()` and `size()`; otherwise as the copy of an array. Ranges hold points
+    /// of exactly this type. There are no parameters yet, and the length is 0.
+    /// @{
+    TParameterization(std::initializer_list<V<T>> points) : TParameterization(TPointSet<T, V>(points)) {}
+    template <class Iterator, class = IfIterator<Iterator, V<T>>>
+    TParameterization(Iterator first, Iterator last) : TParameterization(TPointSet<T, V>(first, last))
+    {}
+    template <class Range, class = IfRange<Range, V<T>, TPointSet<T, V>>>
+    explicit TParameterization(const Range& range) : TParameterization(TPointSet<T, V>(range))
+    {}
+    /// @}
+
+    /// Converts a set of the other scalar, component by component, each rounded to T; the box is calculated anew, the
+    /// grow size and the keep box flag are the other's. There are no parameters yet, and the length is 0.
+    template <class U, class = std::enable_if_t<!std::is_same_v<U, T>>>
+    explicit TParameterization(const TPointSet<U, V>& other) : TParameterization(TPointSet<T, V>(other))
     {}
 
     /// Copies a set of points of any dimension, each converted to V; the box is calculated anew, the grow size and the

@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
+#include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/Instantiations.h>
 #include <CorvexMaths/containers/TList.h>
@@ -44,18 +45,6 @@ class TPointSet : public TList<V<T>>
     template <class, template <class> class>
     friend class TPointSet;
 
-    template <class Iterator>
-    using IfIterator = std::enable_if_t<
-        std::is_base_of_v<std::input_iterator_tag, typename std::iterator_traits<Iterator>::iterator_category> &&
-        std::is_convertible_v<typename std::iterator_traits<Iterator>::reference, V<T>>>;
-    /// For a class that is no point set and has points of exactly this type at `data()`.
-    template <class Span>
-    using IfSpan = std::enable_if_t<
-        !std::is_base_of_v<TPointSet, Span> &&
-        std::is_convertible_v<std::remove_pointer_t<decltype(std::declval<const Span&>().data())> (*)[],
-                              const V<T> (*)[]> &&
-        std::is_convertible_v<decltype(std::declval<const Span&>().size()), std::size_t>>;
-
 protected:
     /// The box of the points, with the default limit unless one was assigned; exact only as the class comment tells.
     TBox<T> boundingBox;
@@ -86,15 +75,15 @@ public:
     {}
 
     /// Copies the points from one iterator up to another, as the copy of an array does. Numbers are no iterators.
-    template <class Iterator, class = IfIterator<Iterator>>
+    template <class Iterator, class = IfIterator<Iterator, V<T>>>
     TPointSet(Iterator first, Iterator last) : TPointSet(TList<V<T>>(first, last))
     {}
 
-    /// Copies the points of a `std::span`, a `std::vector`, a list or another class with `data()` and `size()`, of
-    /// exactly this type of point, as the copy of an array does.
-    template <class Span, class = IfSpan<Span>>
-    explicit TPointSet(const Span& span)
-        : TPointSet(static_cast<const V<T>*>(span.data()), static_cast<unsigned int>(span.size()), 1000u)
+    /// Copies the points of a `std::vector`, a `std::span`, a list, an array or another class with `data()` and
+    /// `size()`, of exactly this type of point, as the copy from a pointer does.
+    template <class Range, class = IfRange<Range, V<T>, TPointSet>>
+    explicit TPointSet(const Range& range)
+        : TPointSet(static_cast<const V<T>*>(std::data(range)), CountOf(range), 1000u)
     {}
 
     /// Takes over the block and the grow size of a list, which is left empty; the keep box flag is set, and the box

@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
+#include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/containers/TMap.h>
@@ -63,12 +64,25 @@ public:
 
     /// The polygon of the vertices from one iterator up to another; the grow size is 1000, the box calculated and the
     /// sorted list empty.
-    template <class Iterator,
-              std::enable_if_t<std::is_base_of_v<std::input_iterator_tag,
-                                                 typename std::iterator_traits<Iterator>::iterator_category> &&
-                                   std::is_convertible_v<typename std::iterator_traits<Iterator>::reference, V<T>>,
-                               int> = 0>
+    template <class Iterator, class = IfIterator<Iterator, V<T>>>
     TPolygon(Iterator first, Iterator last) : TPointSet<T, V>(first, last), sortedList(0u, 1000u)
+    {}
+
+    /// The polygon of the vertices of a `std::vector`, a `std::span`, a list, an array or another class with `data()`
+    /// and `size()`, of exactly this type of vertex; the grow size is 1000, the box calculated and the sorted list
+    /// empty.
+    template <class Range, class = IfRange<Range, V<T>, TPointSet<T, V>>>
+    explicit TPolygon(const Range& range) : TPointSet<T, V>(range), sortedList(0u, 1000u)
+    {}
+
+    /// Takes over the block and the grow size of a list, which is left empty; the box is calculated, the sorted list
+    /// empty. No hook fires.
+    explicit TPolygon(TList<V<T>>&& points) : TPointSet<T, V>(std::move(points)), sortedList(0u, 1000u) {}
+
+    /// Converts a polygon or point set of the other scalar, component by component, each rounded to T; the box is
+    /// calculated anew, the grow size and the keep box flag are the other's, the sorted list is empty.
+    template <class U, class = std::enable_if_t<!std::is_same_v<U, T>>>
+    explicit TPolygon(const TPointSet<U, V>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
     {}
 
     /// Takes over the vertices and the sorted list of another polygon, which is left empty; as for a point set. No hook

@@ -172,6 +172,8 @@ private:
         if (value > *highest) *highest = value;
         if (*lowest > value) *lowest = value;
     }
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TBox);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TBox);

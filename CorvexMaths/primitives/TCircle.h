@@ -76,6 +76,8 @@ private:
     /// The third level: makes this the smallest circle through p and q about the first `count` points.
     void MinimumBoundingCircle(const TList<TVector2<T>>& points, unsigned int count, const TVector2<T>& p,
                                const TVector2<T>& q);
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TCircle2);
 };
 
 /// A circle in space, for T of `float` and `double`: a plain value of seven scalars. Lengths and tolerances are
@@ -134,6 +136,8 @@ struct TCircle3
     /// and without tolerance: after false it holds the point outside. NaN is outside. `point` must be neither null nor
     /// this circle's centre.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* point) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TCircle3);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TCircle2);

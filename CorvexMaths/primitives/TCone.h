@@ -55,6 +55,8 @@ struct TCone
     /// That the direction is of unit length is not checked, and a height of 0 not guarded against. Neither pointer may
     /// be null; what they point to may be part of this cone or of the line.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TCone);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TCone);

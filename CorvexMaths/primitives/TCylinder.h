@@ -62,6 +62,8 @@ public:
     /// `infinite`. That the direction is of unit length is not checked.
     /// Neither pointer may be null; what they point to may be part of this cylinder or of the line.
     [[nodiscard]] bool IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TCylinder);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TCylinder);

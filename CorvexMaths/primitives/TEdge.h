@@ -118,6 +118,8 @@ struct TEdge2
     /// length gives true and NaN, as NaN does. `first` and `second` must be neither null nor an end of the segment.
     [[nodiscard]] bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVector2<T>* second,
                                      bool* firstWithin, bool* secondWithin) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TEdge2);
 };
 
 /// A segment in space, for T of `float` and `double`: a plain value of two points, directed from start to end; a length
@@ -209,6 +211,8 @@ struct TEdge3
     /// untouched, for a segment on one side and for one in the plane. `point` must not be null; it may be an end of the
     /// segment. The same as `TPlane::IntersectWith`.
     [[nodiscard]] bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TEdge3);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TEdge2);

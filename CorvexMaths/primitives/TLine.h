@@ -76,6 +76,8 @@ struct TLine2
     /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN, as NaN does.
     /// Neither pointer may be null, nor `p1` part of the line. The same as `TCircle2::IntersectWith`.
     [[nodiscard]] bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* p1, TVector2<T>* p2) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TLine2);
 };
 
 /// A line in space, for T of `float` and `double`: a plain value of six scalars. It has no ends: hits behind the origin
@@ -210,6 +212,8 @@ struct TLine3
     /// point that is not finite. `point` must not be null; it may be part of the line. The same as
     /// `TPlane::IntersectWith`.
     [[nodiscard]] bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TLine3);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TLine2);

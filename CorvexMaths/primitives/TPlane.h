@@ -115,6 +115,8 @@ struct TPlane
     /// Whether the triangle of three corners has corners strictly on both sides; no tolerance. One that lies in the
     /// plane or only touches it does not intersect it. A corner of NaN gives true.
     bool Intersects(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TPlane);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TPlane);

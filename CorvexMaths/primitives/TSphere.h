@@ -59,6 +59,8 @@ public:
     /// `spread`, which may be null, receives the width of the shell about the centre that holds all points: the
     /// greatest less the least signed distance to the surface, never negative. It is untouched after a false result.
     [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, unsigned int iterations);
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TSphere);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TSphere);

@@ -32,6 +32,8 @@ struct TSpiral3
     TSpiral3(const TSpiral3& other) = default;
     /// Assigns the points and the grow size as `TList` does: a spiral assigned to itself ends empty.
     TSpiral3& operator=(const TSpiral3& other) = default;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TSpiral3);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TSpiral3);

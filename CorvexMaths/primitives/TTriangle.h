@@ -43,6 +43,8 @@ struct TTriangle2
     /// nothing. Both rays are outside, and corner 1 too; rays that coincide enclose nothing. No tolerance. A p of NaN
     /// is outside at a convex corner and inside at a reflex one.
     bool WithinCone(const TVector2<T>& p) const { return WithinCone(corners[0], corners[1], corners[2], p); }
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TTriangle2);
 };
 
 /// A triangle in space, for T of `float` and `double`: a plain value of three corners and the normal they had when the
@@ -98,6 +100,8 @@ struct TTriangle3
     /// be null, receives the signed parameter along the line; hits behind its origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
     [[nodiscard]] bool IntersectWithFFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TTriangle3);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TTriangle2);

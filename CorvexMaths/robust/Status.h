@@ -2,6 +2,8 @@
 
 /// What every answer of the Robust family tells besides the answer: whether there is one, and if not, why.
 
+#include <CorvexMaths/Deleted.h>
+
 namespace Halmont::Orrin::CorvexMaths::Robust
 {
 
@@ -45,6 +47,8 @@ struct Answer
         }
         return "unknown status";
     }
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(Answer);
 };
 
 } // namespace Halmont::Orrin::CorvexMaths::Robust

@@ -91,6 +91,8 @@ private:
 
     void Release();
     void CopyFields(const TCCSMatrixMxN& other);
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TCCSMatrixMxN);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TCCSMatrixMxN);

@@ -181,6 +181,8 @@ private:
         if (rowStarts[row] == emptyRow) rowStarts[row] = elementCount;
         ++elementCount;
     }
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TCRSMatrixMxN);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, class, TCRSMatrixMxN);

@@ -39,6 +39,8 @@ struct TMatrixFragment
     /// Makes room in each list for n elements more than it has and then sets its grow size to n / 2, rounded down, but
     /// at least 1. While it makes room the old grow size counts. The elements stay.
     void SetDimensions(unsigned int n);
+
+    CORVEX_INCLUDE_STREAM_TO_PRINT(TMatrixFragment);
 };
 
 CORVEX_INSTANTIATE_SCALARS(extern, struct, TMatrixFragment);

@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
+#include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/containers/TList.h>
 #include <CorvexMaths/pointsets/TPointSet.h>
 
@@ -83,6 +84,14 @@ public:
     /// A spline of an order of at least 1 with copies of the points of a set for control points; its knots are built.
     /// Knots and coefficients get the grow size of the set. An empty set gives a spline without control points.
     TBSpline(const TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
+
+    /// A spline of an order of at least 1 with copies of the points of a `std::vector`, a `std::span`, a list, an array
+    /// or another class with `data()` and `size()`, of exactly this type of point, for control points; its knots are
+    /// built.
+    template <class Range, class = IfRange<Range, V<T>, TPointSet<T, V>>>
+    TBSpline(const Range& points, unsigned int splineOrder, KnotType knotType)
+        : TBSpline(TPointSet<T, V>(points), splineOrder, knotType)
+    {}
 
     /// Takes over control points, box, knots and coefficients of another, which is left without any of them and can be
     /// edited like a new one of its order and type. No hook fires.

@@ -5,13 +5,7 @@
 #include <CorvexMaths/Forward.h>
 
 #include <iosfwd>
-
-/// Deletes a function with advice: C++26 prints it, an earlier compiler the line on which it stands.
-#if defined(__cpp_deleted_function) && __cplusplus > 202302L
-#define CORVEX_DELETED(advice) = delete (advice)
-#else
-#define CORVEX_DELETED(advice) = delete
-#endif
+#include <type_traits>
 
 /// Deletes an operator between a class V and numbers, on either side.
 #define CORVEX_NOT_WITH_NUMBERS(op, advice)                                                                            \
@@ -28,15 +22,18 @@ template <class N>
 using IfNumber = std::enable_if_t<std::is_arithmetic_v<N> || std::is_enum_v<N> || std::is_null_pointer_v<N>>;
 
 /// The empty base of the classes V that convert to a pointer: vectors, complex numbers and quaternions. The conversion
-/// lets them be passed as arrays. Without this base it would also let them stand as conditions, be compared with
-/// numbers or by address, have numbers added to their address, and be printed as addresses. None of that compiles; the
-/// compiler shows a line that says what to write instead.
+/// lets them be passed as arrays. Without this base it would also let them stand as conditions and be passed as `bool`,
+/// be compared with numbers or by address, have numbers added to their address, and be printed as addresses. None of
+/// that compiles; the compiler shows a line that says what to write instead. Where a function of yours is overloaded for
+/// `bool` and for a pointer, say `&v.x`.
 template <class V>
 struct CORVEX_API NotAPointer
 {
     /// @cond
-    explicit operator bool() CORVEX_DELETED("not a condition: compare it with a value, or test its length");
-    explicit operator bool() const CORVEX_DELETED("not a condition: compare it with a value, or test its length");
+    template <class B, class = std::enable_if_t<std::is_same_v<B, bool>>>
+    operator B() CORVEX_DELETED("not a condition: compare it with a value, or test its length");
+    template <class B, class = std::enable_if_t<std::is_same_v<B, bool>>>
+    operator B() const CORVEX_DELETED("not a condition: compare it with a value, or test its length");
 
     friend void operator<=(const V&, const V&) CORVEX_DELETED("there is no such order: compare components or lengths");
     friend void operator>=(const V&, const V&) CORVEX_DELETED("there is no such order: compare components or lengths");

@@ -48,6 +48,8 @@ struct TVector2 : VectorOperations<TVector2<T>, T>
     /// The homogeneous point (x, y, 0, 1).
     operator TVector4<T>() const { return TVector4<T>(x, y, T(0), T(1)); }
 
+    using VectorOperations<TVector2, T>::operator==;
+    using VectorOperations<TVector2, T>::operator!=;
     using VectorOperations<TVector2, T>::operator*;
     using VectorOperations<TVector2, T>::operator*=;
 

@@ -63,6 +63,8 @@ struct TVector3 : VectorOperations<TVector3<T>, T>
     /// Replaces the vector by its cross product with another, this on the left. The other may be this vector.
     TVector3& operator*=(const TVector3& other) { return *this = *this * other; }
 
+    using VectorOperations<TVector3, T>::operator==;
+    using VectorOperations<TVector3, T>::operator!=;
     using VectorOperations<TVector3, T>::operator*;
     using VectorOperations<TVector3, T>::operator*=;
 

@@ -53,6 +53,8 @@ struct TVector4 : VectorOperations<TVector4<T>, T>
     /// The vector (x, y, z); w is dropped without a division.
     operator TVector3<T>() const { return TVector3<T>(x, y, z); }
 
+    using VectorOperations<TVector4, T>::operator==;
+    using VectorOperations<TVector4, T>::operator!=;
     using VectorOperations<TVector4, T>::operator*;
     using VectorOperations<TVector4, T>::operator*=;
 

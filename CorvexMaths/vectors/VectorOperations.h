@@ -88,6 +88,8 @@ struct CORVEX_API VectorOperations : NotAPointer<V>
     /// infinities or NaN. The scalar may be a component of this vector.
     V& operator/=(T scalar) { return Self() = Self() / scalar; }
 
+    // C++20 tries `==` with the operands swapped too, which is ambiguous unless V takes it over by a using-declaration.
+
     /// Whether all components are exactly equal. There is no tolerance, and a NaN makes it false.
     bool operator==(const V& other) const
     {

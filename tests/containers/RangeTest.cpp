@@ -46,10 +46,13 @@ TEST(ListRange, ConstructionKeepsTheMeaningOfSizes)
     std::istringstream text("4 5 6");
     const std::array<int, 2> array{7, 8};
     TList<int> list((std::istream_iterator<int>(text)), std::istream_iterator<int>());
-    list.AddRange({1, 2});
-    list.AddRange(TList<int>(array));
+    const int plain[] = {1, 2};
+    list.AddRange(plain);
+    list.AddRange(array);
     list.InsertRange(TList<int>(array.begin(), array.end()), 1);
-    EXPECT_EQ(Contents(list.begin(), list.end()), (Contents{4, 7, 8, 5, 6, 1, 2, 7, 8}));
+    list.InsertRange(array, 9);
+    list.InsertRange({0, 16}, 0);
+    EXPECT_EQ(Contents(list.begin(), list.end()), (Contents{0, 16, 4, 7, 8, 5, 6, 1, 2, 7, 8, 7, 8}));
 }
 
 TEST(ListMove, HandsTheBlockOnWithoutAHook)

@@ -1,5 +1,5 @@
-// What compiled in silence when a vector, a complex number or a quaternion stood for its address. Each line with a
-// comment must be an error with the words of the comment; see silent_errors.sh.
+// What compiled in silence when a vector, a complex number or a quaternion stood for its address, and printing without
+// the header for it. Each line with a comment must be an error with the words of the comment; see silent_errors.sh.
 
 #include <CorvexMaths/CorvexMaths.h>
 
@@ -8,12 +8,21 @@
 
 using namespace Halmont::Orrin::CorvexMaths;
 
-void Try(TVector2<float> v, const TVector3<double> w, TVector4<float> h, TComplex<double> c, const TQuaternion<float> q)
+const TMatrix3x3<double> Matrix;
+const Robust::PlaneFit<double> Fit{TPointSet<double, TVector3>()};
+
+void Try(TVector2<float> v, const TVector3<double> w, TVector4<float> h, TComplex<double> c, const TQuaternion<float> q,
+         TList<double> lengths)
 {
     std::cout << v;            // include <CorvexMaths/Stream.h>
     std::ostringstream() << w; // include <CorvexMaths/Stream.h>
     std::wcout << c;           // include <CorvexMaths/Stream.h>
+    std::cout << lengths;      // include <CorvexMaths/Stream.h>
+    std::cout << Matrix;       // include <CorvexMaths/Stream.h>
+    std::cout << Fit;          // include <CorvexMaths/Stream.h>
     if (v) return;             // not a condition
+    const bool isSet = w;      // not a condition
+    lengths.RemoveAt(0, v);    // not a condition
     while (w && q) return;     // not a condition
     (void)!h;                  // not a condition
     (void)(v <= v);            // compare components or lengths

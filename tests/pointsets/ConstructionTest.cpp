@@ -3,6 +3,7 @@
 #include <tests/splines/OpenSpline.h>
 
 #include <CorvexMaths/pointsets/TParameterization.h>
+#include <CorvexMaths/polygons/TPolygon.h>
 
 #include <algorithm>
 #include <list>
@@ -27,7 +28,7 @@ struct SetConstruction : ::testing::Test
 };
 TYPED_TEST_SUITE(SetConstruction, PointFamily, TypeNames);
 
-/// The set of the other scalar, and the positions along a set. Taken apart, as the template of a family is not, to every
+/// The set of the other scalar, the outline of a set and the positions along it. Taken apart, as the template of a family is not, to every
 /// compiler, that of its sets.
 template <class Set>
 struct Related;
@@ -35,6 +36,7 @@ template <class T, template <class> class V>
 struct Related<Maths::TPointSet<T, V>>
 {
     using Other = Maths::TPointSet<std::conditional_t<std::is_same_v<T, float>, double, float>, V>;
+    using Outline = Maths::TPolygon<T, V>;
     using Positions = Maths::TParameterization<T, V>;
 };
 
@@ -44,6 +46,8 @@ TYPED_TEST(SetConstruction, TakesBracesIteratorsSpansListsAndTheOtherScalar)
     using T = typename F::T;
     using Set = typename F::PointSet;
     using Other = typename Related<Set>::Other;
+    using Outline = typename Related<Set>::Outline;
+    using Positions = typename Related<Set>::Positions;
     const std::list<typename F::Vector> chain(this->points.begin(), this->points.end());
     TList<typename F::Vector> list;
     list.AddRange(this->points.data(), 2);
@@ -55,7 +59,10 @@ TYPED_TEST(SetConstruction, TakesBracesIteratorsSpansListsAndTheOtherScalar)
     EXPECT_TRUE(sizes.GetGrowSize() == 5 && braced.GetGrowSize() == 5);
     for (const Set& set :
          {made, copied, Set(chain.begin(), chain.end()), Set(this->points.data(), &this->points[1] + 1),
-          Set(this->points), ofList, Set(std::move(list)), Set(Other(made))})
+          Set(this->points), ofList, Set(Other(made)), Set(Outline(chain.begin(), chain.end())),
+          Set(Outline(this->points)), Set(Outline(Other(made))), Set(Positions(this->points)),
+          Set(Positions(Other(made))), Set(Maths::TBSpline(Set(this->points), 2, Maths::Clamped)),
+          Set(Outline(TList(list))), Set(std::move(list))})
         this->ExpectPoints(set);
     static_assert(!std::is_convertible_v<const Other&, Set> && !std::is_convertible_v<const TList<T>&, Set>);
 }

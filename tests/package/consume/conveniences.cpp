@@ -89,6 +89,21 @@ void Move()
     std::cout << last << ' ' << sets[2] << ' ' << sets[1] << '\n';
 }
 
+void TakeRanges()
+{
+    const std::vector<Vector2d> measured = {{0, 0}, {4, 0}, {4, 2}};
+    const Vector2d corner[] = {{0, 2}};
+    Polygon2d plate(measured);
+    plate.AddRange(corner);
+    plate.InsertRange({{2, 0}}, 1);
+    const Polygon2f narrow(plate);
+    Parameterization2d line(measured);
+    line.Parameterize();
+    std::cout << narrow << ' ' << (Polygon2d(narrow)[1] == plate[1] && plate[0] != plate[1]) << ' ' << line << ' '
+              << BSpline2d(corner, 1, Clamped) << ' ' << (Matrix2d(plate[2], plate[3]) == Matrix2d(4, 4, 0, 2))
+              << '\n';
+}
+
 void FitConstants()
 {
     const Vector3d corners[] = {{0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}};
@@ -124,6 +139,7 @@ int main()
     ComputeWithTemporaries();
     Convert();
     Move();
+    TakeRanges();
     FitConstants();
     Print();
 }
