@@ -11,8 +11,8 @@
 #define CORVEX_DELETED(advice) = delete
 #endif
 
-/// Within a class, says in one message what a program lacks that prints its objects. Any other `operator<<` fits better,
-/// be it of Stream.h or of the program, and the compiler finds this one only for objects of the class.
+/// Within a class, says in one message what a program lacks that prints its objects. Any other `operator<<` fits
+/// better, be it of Stream.h or of the program, and the compiler finds this one only for objects of the class.
 #define CORVEX_INCLUDE_STREAM_TO_PRINT(Class)                                                                          \
     template <class C, class R>                                                                                        \
     friend void operator<<(std::basic_ios<C, R>&, const Class&) CORVEX_DELETED("include <CorvexMaths/Stream.h>")

@@ -1,6 +1,6 @@
 // What gdb needs to know of the classes that the library holds ready. Compilers leave their description to the library,
-// and an installed one has been stripped of it; so it comes as a file of its own, compiled of this source and never linked,
-// that corvexmaths_gdb.py hands to gdb.
+// and an installed one has been stripped of it; so it comes as a file of its own, compiled of this source and never
+// linked, that corvexmaths_gdb.py hands to gdb.
 
 #include <CorvexMaths/CorvexMaths.h>
 

@@ -230,8 +230,8 @@ public:
         AddRangeInternal(elements.begin(), static_cast<unsigned int>(elements.size()));
     }
     /// Appends the elements of a `std::vector`, a `std::span`, an array or another class with `data()` and `size()`, of
-    /// exactly type T, and fires ElementsAdded with the first new slot and their number, for 0 too. They may lie in this
-    /// list.
+    /// exactly type T, and fires ElementsAdded with the first new slot and their number, for 0 too. They may lie in
+    /// this list.
     template <class Range, class = IfRange<Range>>
     void AddRange(const Range& range)
     {
@@ -349,6 +349,12 @@ public:
     /// behind its last element; the pointers are then null and the indices as they were. If duplicates are spanned, the
     /// results of a hit become the first and the last of the elements that are the same, but only in lists of 3 or
     /// more. None of the four pointers is null.
+    /// @param key What is sought.
+    /// @param[out] lower The element found, or the one before the key.
+    /// @param[out] upper The element found, or the one behind the key.
+    /// @param[out] lowerIndex The index of `lower`.
+    /// @param[out] upperIndex The index of `upper`.
+    /// @param spanDuplicates Whether a hit is widened to all elements that are the same.
     [[nodiscard]] bool BinarySearch(const T& key, T** lower, T** upper, unsigned int* lowerIndex,
                                     unsigned int* upperIndex, bool spanDuplicates = false) const;
     /// Finds a key in a list sorted ascending, or the two neighbours it lies between, by indices alone; elements are
@@ -358,6 +364,10 @@ public:
     /// False: the list is empty or the key lies before its first or behind its last element; the indices are then as
     /// they were. If duplicates are spanned, the indices of a hit become those of the first and the last of the
     /// elements that are the same, but only in lists of 3 or more. Neither pointer is null.
+    /// @param key What is sought.
+    /// @param[out] lowerIndex The index of the element found, or of the one before the key.
+    /// @param[out] upperIndex The index of the element found, or of the one behind the key.
+    /// @param spanDuplicates Whether a hit is widened to all elements that are the same.
     [[nodiscard]] bool BinarySearch(const T& key, unsigned int* lowerIndex, unsigned int* upperIndex,
                                     bool spanDuplicates = false) const;
     /// Finds a key itself in a list sorted ascending: true only if an element is the same, neither greater nor less; of
@@ -366,6 +376,9 @@ public:
     /// False with the element before the key in the results: the key lies between two elements. False with a null
     /// element and the index as it was: the list is empty or the key lies before its first or behind its last element.
     /// Neither pointer is null.
+    /// @param key What is sought.
+    /// @param[out] found The element.
+    /// @param[out] index Its index.
     [[nodiscard]] bool BinarySearch(const T& key, T** found, unsigned int* index) const;
     /// Finds a key itself in a list sorted ascending, by index alone: true only if an element is the same, neither
     /// greater nor less; of several it may be any. Unsorted lists of 3 or more elements give anything, or no end.

@@ -23,9 +23,10 @@
 ///     }
 ///
 /// What the kernel calls is CORVEX_ALWAYS_INLINE too, or a compiler may leave it in its baseline form. A lambda that
-/// hands on to an operation of its own caller is __attribute__((flatten)) for the same reason. Lanes go through reference
-/// arguments: passed or returned by value, they would depend on the target. A lambda captures values: an object captured
-/// by reference has its address taken, and is read again after every write through a pointer of its type.
+/// hands on to an operation of its own caller is __attribute__((flatten)) for the same reason. Lanes go through
+/// reference arguments: passed or returned by value, they would depend on the target. A lambda captures values: an
+/// object captured by reference has its address taken, and is read again after every write through a pointer of its
+/// type.
 
 #include <cstdint>
 #include <cstring>
@@ -63,8 +64,8 @@ inline constexpr unsigned int baselineBytes = 16;
 /// The width of AVX2.
 inline constexpr unsigned int wideBytes = 32;
 /// The width of AVX-512. Fused multiply-adds are among the instructions that come with it. Compilers leave them alone
-/// as contraction is off, but for one pattern of g++: a sum and a difference of products in neighbouring lanes. A kernel
-/// with such pairs is not compiled for this width.
+/// as contraction is off, but for one pattern of g++: a sum and a difference of products in neighbouring lanes. A
+/// kernel with such pairs is not compiled for this width.
 inline constexpr unsigned int widestBytes = 64;
 
 /// The register of the baseline.

@@ -231,6 +231,9 @@ struct CORVEX_API SquareMatrixOperations
     /// column before is taken again. A pivot of exactly 0 is replaced by Numbers::pivotGuard, so a singular matrix
     /// passes. False only where a row holds nothing but zeros and NaNs; then `lu` holds the copy, `pivots` zeros and
     /// `parity` 1.
+    /// @param[out] lu The factors, one above the other.
+    /// @param[out] pivots An array of N, for the rows that were swapped.
+    /// @param[out] parity The sign of the permutation, 1 or -1.
     [[nodiscard]] bool LUD(M* lu, int* const pivots, T* parity) const;
 
     /// Solves for one right-hand side with the factors and pivots of LUD, in two sweeps of ascending sums (forward,
@@ -238,6 +241,10 @@ struct CORVEX_API SquareMatrixOperations
     /// overlap otherwise. No pointer may be null and every pivot is below N. Leading zeros of the permuted right-hand
     /// side are skipped, so that a factor which is not finite does not meet them. There is no test for a small pivot:
     /// where the guard stood in for a 0, the values are huge.
+    /// @param lu The factors of LUD.
+    /// @param pivots Those of LUD.
+    /// @param b The right-hand side, an array of N.
+    /// @param[out] x The solution, an array of as many; may be b.
     static void BackSub(const M& lu, const int* const pivots, const T* const b, T* x);
 
     /// Inverts in place, by LUD and one BackSub for each column. False, and this matrix unchanged, where the
@@ -263,6 +270,10 @@ struct CORVEX_API SquareMatrixOperations
     /// NaN outputs or a false result. Of a matrix of zeros, u and v have ones on their diagonals and zeros elsewhere.
     /// The outputs must not be null and must be distinct; any of them may be this matrix. What they held does not
     /// matter. Takes about 50 KiB of stack.
+    /// @param[out] u The left singular vectors, as columns.
+    /// @param[out] w The singular values, on the diagonal.
+    /// @param[out] v The right singular vectors, as columns.
+    /// @param iterationLimit How many steps a value may take; give 30.
     [[nodiscard]] bool SVD(M* u, M* w, M* v, unsigned int iterationLimit) const;
 
 private:

@@ -85,16 +85,26 @@ struct CORVEX_API TMatrix3x3 : SquareMatrixOperations<TMatrix3x3<T>, T, 3>
     /// Multiplies this matrix by m: this times m where `onRight`, else m times this. m is given in the layout for row
     /// vectors and is transposed in place where `asRows` is false; it is left that way. m must not be null; given this
     /// very matrix, it is squared, after it was transposed where `asRows` is false.
+    /// @param[in,out] m The factor; transposed in place unless `asRows`.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Whether it is laid out for row vectors, v * m.
     void Multiply(TMatrix3x3* m, bool onRight, bool asRows);
 
     /// Multiplies by the rotation by an angle in radians about an axis through the origin, counter-clockwise as seen
     /// from the tip of the axis. `onRight` and `asRows` are those of the class. The axis need not be of unit length;
     /// one of length exactly 0 leaves the quaternion of the rotation without a vector part, which makes the identity,
     /// whatever the angle. The angle may be an element of this matrix.
+    /// @param angle In radians.
+    /// @param axis Of any length.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Whether it is laid out for row vectors, v * m.
     void Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows);
 
     /// Multiplies by the scaling by sx, sy and sz along the axes, on the side that `onRight` says. It is the same in
     /// both layouts, so that `asRows` changes nothing. Factors of 0 or below are taken as they are.
+    /// @param sx, sy, sz The factors along the axes.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Has no effect.
     void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
 
     /// Makes the rows a right-handed orthonormal frame: the first row is normalised, the third becomes its cross

@@ -86,25 +86,44 @@ struct CORVEX_API TMatrix4x4 : SquareMatrixOperations<TMatrix4x4<T>, T, 4>
     /// Multiplies by the rotation by an angle in radians about an axis through the origin, counter-clockwise as seen
     /// from the tip of the axis. `onRight` and `asRows` are those of the class. The axis need not be of unit length;
     /// one of length exactly 0 makes the identity, whatever the angle. The angle may be an element of this matrix.
+    /// @param angle In radians.
+    /// @param axis Of any length.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Whether it is laid out for row vectors, v * m.
     void Rotate(const T& angle, const TVector3<T>& axis, bool onRight, bool asRows);
 
     /// Multiplies by the translation by minus the point, by the rotation, and by the translation by the point, one
     /// after the other and each with both flags. The rotation is by an angle in radians about the axis, which need not
     /// be of unit length; one of length exactly 0 makes it the identity. Where the flags are equal the result is the
     /// rotation about the line through the point; where they are not, the outer two stand on the wrong sides for that.
+    /// @param angle In radians.
+    /// @param axis Of any length.
+    /// @param point A point that stays where it is.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Whether it is laid out for row vectors, v * m.
     void Rotate(const T& angle, const TVector3<T>& axis, const TVector3<T>& point, bool onRight, bool asRows);
 
     /// Multiplies by the scaling by sx, sy and sz along the axes, on the side that `onRight` says; w is not scaled. It
     /// is the same in both layouts, so that `asRows` changes nothing. Factors of 0 or below are taken as they are.
+    /// @param sx, sy, sz The factors along the axes.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Has no effect.
     void Scale(T sx, T sy, T sz, bool onRight, bool asRows);
 
     /// Multiplies by the translation by minus the point, by the scaling by sx, sy and sz along the axes, and by the
     /// translation by the point, one after the other and each with both flags. Where the flags are equal the point
     /// stays where it is; where they are not, the outer two stand on the wrong sides for that.
+    /// @param point The point that stays where it is.
+    /// @param sx, sy, sz The factors along the axes.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Whether it is laid out for row vectors, v * m.
     void Scale(const TVector3<T>& point, T sx, T sy, T sz, bool onRight, bool asRows);
 
     /// Multiplies by the translation by an offset, with `onRight` and `asRows` as the class has them: of the identity
     /// it makes a matrix with the offset in the last row where `asRows`, else in the last column.
+    /// @param offset By which points move.
+    /// @param onRight Whether it stands on the right of this matrix.
+    /// @param asRows Whether it is laid out for row vectors, v * m.
     void Translate(const TVector3<T>& offset, bool onRight, bool asRows);
 
 private:

@@ -246,10 +246,16 @@ public:
     /// if (!a.LUD(&lu, pivots.data(), &parity)) return;
     /// TMatrixMxN<double>::BackSub(lu, pivots.data(), b, x); // a x = b, for arrays b and x
     /// @endcode
+    /// @param[out] lu The factors, one above the other.
+    /// @param[out] pivots An array of m, for the rows that were swapped.
+    /// @param[out] parity The sign of the permutation, 1 or -1.
     [[nodiscard]] bool LUD(TMatrixMxN* lu, int* pivots, T* parity) const;
 
     /// Decomposes as the form with a caller's array does, and allocates the m pivots. After true the caller releases
     /// `*pivots` with delete[]; after false it is null, also where the matrix is not square. No pointer may be null.
+    /// @param[out] lu The factors, one above the other.
+    /// @param[out] pivots A new array, for the caller to delete[].
+    /// @param[out] parity The sign of the permutation, 1 or -1.
     [[nodiscard]] bool LUD(TMatrixMxN* lu, int** pivots, T* parity) const;
 
     /// Solves for one right-hand side with the factors and pivots of LUD, in two sweeps of ascending sums (forward,
@@ -258,10 +264,18 @@ public:
     /// zeros of the permuted right-hand side are skipped, so that a factor which is not finite does not meet them.
     /// There is no test for a small pivot: where the guard stood in for a 0, the values are huge. Cost in proportion to
     /// n^2.
+    /// @param lu The factors of LUD.
+    /// @param pivots Those of LUD.
+    /// @param b The right-hand side, an array of n.
+    /// @param[out] x The solution, an array of as many; may be b.
     static void BackSub(const TMatrixMxN& lu, const int* pivots, const T* b, T* x);
 
     /// Solves as the form with a caller's array does, and allocates the n values of the solution at `*x`, which the
     /// caller releases with delete[]. `x` must not be null.
+    /// @param lu The factors of LUD.
+    /// @param pivots Those of LUD.
+    /// @param b The right-hand side, an array of n.
+    /// @param[out] x A new array with the solution, for the caller to delete[].
     static void BackSub(const TMatrixMxN& lu, const int* pivots, const T* b, T** x);
 
     /// Inverts in place, by LUD and a solve for every column. False, with nothing changed, where the matrix is not
@@ -293,6 +307,10 @@ public:
     ///
     /// The outputs must not be null and must be distinct; any of them may be this matrix, which is otherwise left
     /// alone. Cost in proportion to m n^2 + n^3, and up to 140 KiB of stack, the most for tall matrices.
+    /// @param[out] u The left singular vectors, as columns.
+    /// @param[out] w The singular values, on the diagonal.
+    /// @param[out] v The right singular vectors, as columns.
+    /// @param iterationLimit How many steps a value may take; give 30.
     [[nodiscard]] bool SVD(TMatrixMxN* u, TMatrixMxN* w, TMatrixMxN* v, unsigned int iterationLimit) const;
 
     /// Writes the m eigenvalues of this matrix and, as the m rows of `vectors`, m values each, its unit eigenvectors,

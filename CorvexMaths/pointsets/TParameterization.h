@@ -44,8 +44,8 @@ public:
     {}
 
     /// Copies the points in braces, or from one iterator up to another, or those of a `std::vector`, a `std::span`, a
-    /// list, an array or another class with `data()` and `size()`; otherwise as the copy of an array. Ranges hold points
-    /// of exactly this type. There are no parameters yet, and the length is 0.
+    /// list, an array or another class with `data()` and `size()`; otherwise as the copy of an array. Ranges hold
+    /// points of exactly this type. There are no parameters yet, and the length is 0.
     /// @{
     TParameterization(std::initializer_list<V<T>> points) : TParameterization(TPointSet<T, V>(points)) {}
     template <class Iterator, class = IfIterator<Iterator, V<T>>>

@@ -149,6 +149,9 @@ public:
     /// the corner, x and y alone, are from 0 to `uLength` and from 0 to `vLength`, inclusive at both ends. The axes are
     /// used as given, so that the lengths are in units of projection on them. NaN lies nowhere; an empty set has no
     /// such point. Stops at the first one. The box is not consulted.
+    /// @param corner Where the rectangle begins.
+    /// @param uAxis, vAxis The directions of its sides.
+    /// @param uLength, vLength Their lengths, in units of the axes.
     bool WithinRectangle(const TVector2<T>& corner, const TVector2<T>& uAxis, const V<T>& vAxis, const T& uLength,
                          const T& vLength) const;
 
@@ -231,6 +234,10 @@ public:
     /// TVector3<double> translation;
     /// if (!nominal.Register(&measured, &rotation, &translation, true)) return; // measured now lies on nominal
     /// @endcode
+    /// @param[in,out] other The set that is carried onto this one.
+    /// @param[out] rotation For column vectors, of the order of the points.
+    /// @param[out] translation What is added after the rotation.
+    /// @param applyToOther Whether `other` is moved, or only the motion told.
     [[nodiscard]] bool Register(TPointSet* other, TMatrixMxN<T>* rotation, V<T>* translation, bool applyToOther);
 
     /// Smooths the points as a polyline: in each pass every point becomes the mean of itself and its two neighbours as

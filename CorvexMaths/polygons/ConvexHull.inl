@@ -131,8 +131,8 @@ private:
         return isSound;
     }
 
-    /// Computes the angles of the pairs of a bucket and orders them, by a counting sort into as many buckets as there are pairs.
-    /// Returns whether they ascend strictly from the previous angle on, which becomes the last one.
+    /// Computes the angles of the pairs of a bucket and orders them, by a counting sort into as many buckets as there
+    /// are pairs. Returns whether they ascend strictly from the previous angle on, which becomes the last one.
     bool OrderBucket(Pair* pairs, unsigned int pairCount, const Scratch& scratch, T* previous) const
     {
         Pair* const sorted = scratch.pairs.get();

@@ -186,9 +186,9 @@ public:
     /// - Where an offset falls apart, or closes a bay, one piece is kept, as far as its trimming leads. Dense or noisy
     ///   outlines can shrink to a few vertices: of a star of 256,000, by 0.05, nine are left. Check the area of the
     ///   result against what is expected, or the number of its pieces against 1.
-    /// - Shifted sides whose ends lie 1e-4 apart or less are not joined: a fine outline loses every corner that turns by
-    ///   less than 1e-4 over the distance. One of 256,000 vertices on a circle of radius 100, by 0.5, gives false and
-    ///   no vertices. Thin such outlines first.
+    /// - Shifted sides whose ends lie 1e-4 apart or less are not joined: a fine outline loses every corner that turns
+    ///   by less than 1e-4 over the distance. One of 256,000 vertices on a circle of radius 100, by 0.5, gives false
+    ///   and no vertices. Thin such outlines first.
     /// - The chord across an open corner is nearer than `distance`: at a right angle by 7.6 percent counter-clockwise,
     ///   with its additional vertex, and by 29 percent clockwise. Make the polygon counter-clockwise first (MakeCCW).
     /// - The number of vertices nearly doubles with each repeated offset of spacing 0: give a spacing.
@@ -206,8 +206,8 @@ public:
     /// polygon without vertices gives false too, unless the distance is 0.
     ///
     /// That 1e-6 is a true `double` in both forms, and absolute: in `float`, rounding alone can exceed it at every
-    /// vertex once coordinates reach a hundred or so. A clockwise outline taken inward too far can come back turned into
-    /// the other sense.
+    /// vertex once coordinates reach a hundred or so. A clockwise outline taken inward too far can come back turned
+    /// into the other sense.
     ///
     /// Costs the logarithm of the number of vertices for each that has few sides near it; at worst, with all sides near
     /// each other, it is quadratic. If memory runs out the polygon holds its vertices, less duplicates, or the raw

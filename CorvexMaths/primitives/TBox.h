@@ -157,6 +157,10 @@ struct TBox
     /// True when at least one point counted; how many, the result does not tell. The slots are written during the
     /// search: after false the first, and after a single hit the second, may hold a rejected point or be unwritten.
     /// Neither pointer may be null; they must differ, and point into neither the box nor the line.
+    /// @param line The line.
+    /// @param[out] first The first hit, by the order of the faces.
+    /// @param[out] second The second hit.
+    /// @param tolerance By which the box is widened, and up to which a direction runs along a face.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* first, TVector3<T>* second, T tolerance) const;
     /// Where a line in the plane z = 0 meets the faces. False where the minimum z is above 0 or the maximum z below it.
     /// Else the line is taken into space, its direction normalised once more, and the hits are those of the form for
@@ -164,6 +168,10 @@ struct TBox
     ///
     /// True when at least one point counted. A false result leaves the outputs untouched; after a single hit the second
     /// output holds a rejected point or zeros. Neither pointer may be null; what they point to may be part of the line.
+    /// @param line The line.
+    /// @param[out] first The first hit, by the order of the faces.
+    /// @param[out] second The second hit.
+    /// @param tolerance By which the box is widened, and up to which a direction runs along a face.
     [[nodiscard]] bool IntersectWith(const TLine2<T>& line, TVector2<T>* first, TVector2<T>* second, T tolerance) const;
 
 private:

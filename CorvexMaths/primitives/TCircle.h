@@ -39,12 +39,18 @@ struct TCircle2
     /// Whether each of the first `count` points is no further from the centre than the radius plus the tolerance; true
     /// for a `count` of 0. Squares are compared, inclusively, so that a sum below 0 counts like its absolute value; NaN
     /// is outside. Stops at the first outsider. `count` must not be above the number of points.
+    /// @param points The points.
+    /// @param count How many of them, from the first.
+    /// @param tolerance By which the radius is widened.
     bool Contains(const TList<TVector2<T>>& points, unsigned int count, T tolerance) const;
 
     /// Where a line meets the circle: `p1` lies further along the line's direction than `p2`, and a tangent gives two
     /// equal points. False, and nothing written, when the roots of the quadratic are complex and the imaginary part
     /// does not vanish in rounding; there is no tolerance. A line without a direction gives true and NaN, as NaN does.
     /// The direction need not be of unit length. Neither pointer may be null, nor `p1` part of the line.
+    /// @param line The line.
+    /// @param[out] p1 The hit that is further along the line.
+    /// @param[out] p2 The other one.
     [[nodiscard]] bool IntersectWith(const TLine2<T>& line, TVector2<T>* p1, TVector2<T>* p2) const;
     /// Where the line that carries an edge meets the circle: `p1` lies further along the edge than `p2`, and a tangent
     /// gives two equal points. The result says nothing of the edge itself: `within1` and `within2`, each of which may
@@ -52,6 +58,11 @@ struct TCircle2
     /// when the roots of the quadratic are complex and the imaginary part does not vanish in rounding; there is no
     /// tolerance. An edge without length gives true and NaN, as NaN does. `p1` and `p2` must be neither null nor an end
     /// of the edge.
+    /// @param edge The edge, whose line counts.
+    /// @param[out] p1 The hit that is further along the edge.
+    /// @param[out] p2 The other one.
+    /// @param[out] within1 Whether `p1` is within the edge; may be null.
+    /// @param[out] within2 Whether `p2` is; may be null.
     [[nodiscard]] bool IntersectWith(const TEdge2<T>& edge, TVector2<T>* p1, TVector2<T>* p2, bool* within1,
                                      bool* within2) const;
 
@@ -104,13 +115,15 @@ struct TCircle3
     /// twice the area of the triangle is zero within the tolerance, inclusively, or NaN; the normal has then been
     /// replaced all the same, in the first case by the product as it is, while centre and radius stay. The points may
     /// be parts of this circle.
+    /// @param a, b, c The points.
+    /// @param tolerance Twice the area up to which they are on a line.
     [[nodiscard]] bool Fit(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, T tolerance);
 
     /// Fits a circle to points.
     ///
-    /// `tolerance` counts against the square of the radius and not against a length: the steps end when the radius times
-    /// its change falls below it, so that with a radius of 0.001 a tolerance of 1e-6 ends them at the first. For a
-    /// relative accuracy e give e times the square of the radius. `Robust::CircleFit` needs no tolerance.
+    /// `tolerance` counts against the square of the radius and not against a length: the steps end when the radius
+    /// times its change falls below it, so that with a radius of 0.001 a tolerance of 1e-6 ends them at the first. For
+    /// a relative accuracy e give e times the square of the radius. `Robust::CircleFit` needs no tolerance.
     ///
     /// The method is a plane by orthogonal fit, in it an algebraic fit, from which Gauss-Newton steps on the
     /// distances to the rim follow, at most `iterations` of them.
@@ -127,6 +140,11 @@ struct TCircle3
     /// one, both from before the last step; either may be null. Where no step began, `squares` is 0 and `spread`
     /// meaningless (-2e30), and after 0 iterations the radius is the third unknown of the algebraic fit, which is not
     /// yet a radius. Each step decomposes a matrix of as many rows as points and 3 columns.
+    /// @param points Three or more.
+    /// @param[out] spread The greatest less the least signed distance from the rim; may be null.
+    /// @param[out] squares The sum of squared distances from the rim; may be null.
+    /// @param tolerance Ends the steps; measured against the square of the radius.
+    /// @param iterations How many steps at most.
     [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares, T tolerance,
                            unsigned int iterations);
 

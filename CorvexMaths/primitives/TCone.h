@@ -54,6 +54,9 @@ struct TCone
     /// three distinct ones.
     /// That the direction is of unit length is not checked, and a height of 0 not guarded against. Neither pointer may
     /// be null; what they point to may be part of this cone or of the line.
+    /// @param line The line, of unit direction.
+    /// @param[out] p1 The first hit: that of the base if there is one.
+    /// @param[out] p2 The second hit.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2) const;
 
     CORVEX_INCLUDE_STREAM_TO_PRINT(TCone);

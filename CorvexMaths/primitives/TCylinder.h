@@ -61,6 +61,10 @@ public:
     /// False, and nothing written, with fewer than two hits. NaN in the line gives false, but true and NaN where
     /// `infinite`. That the direction is of unit length is not checked.
     /// Neither pointer may be null; what they point to may be part of this cylinder or of the line.
+    /// @param line The line, of unit direction.
+    /// @param[out] p1 The first hit: that of a cap if there is one.
+    /// @param[out] p2 The second hit.
+    /// @param infinite Whether the side has no ends, and no caps.
     [[nodiscard]] bool IntersectWith(TLine3<T> line, TVector3<T>* p1, TVector3<T>* p2, bool infinite) const;
 
     CORVEX_INCLUDE_STREAM_TO_PRINT(TCylinder);

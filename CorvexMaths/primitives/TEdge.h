@@ -91,6 +91,9 @@ struct TEdge2
     /// One strictly past the end has that from the end: both become false. Else the distance is that from the line,
     /// `within` becomes `IsWithin(point)` (true but for NaN) and `beforeStart` keeps what it held: set it beforehand.
     /// Either pointer may be null. A segment of zero length is at distance 0 from every finite point; NaN gives NaN.
+    /// @param point The point.
+    /// @param[out] within Whether its foot is within the segment; may be null.
+    /// @param[in,out] beforeStart Whether it lies before the start; kept where the foot is within. May be null.
     T DistanceToPoint(const TVector2<T>& point, bool* within, bool* beforeStart) const;
     /// Whether two segments cross or touch. An end counts as on the other's line when its cross product (the other's
     /// direction, of its own length, with the vector from the other's start) is zero within `crossTolerance`,
@@ -100,6 +103,9 @@ struct TEdge2
     /// the other by the signs of the cross products, where 0 and NaN count with the negative ones. So segments that
     /// touch at an end or overlap in part intersect, and proper crossings do; identical segments do not, nor does one
     /// that lies within a collinear other and shares no end with it. `ignoredTolerance` has no effect.
+    /// @param other The other segment.
+    /// @param ignoredTolerance Has no effect.
+    /// @param crossTolerance The cross product, an area, up to which an end is on the line of the other segment.
     bool Intersects(const TEdge2<T>& other, T ignoredTolerance, T crossTolerance) const;
     /// Where the lines that carry the two segments cross; true says nothing of the segments themselves. `within`, which
     /// may be null, receives whether the point is within both, by `IsWithin`. A false result leaves both outputs
@@ -109,6 +115,10 @@ struct TEdge2
     /// within the tolerance, inclusively, as that of a segment without length is. Two vertical lines do not cross, nor
     /// do lines whose slopes differ by no more than the common tolerance, whatever tolerance is passed. `point` must be
     /// neither null nor an end of either segment.
+    /// @param other The other segment.
+    /// @param[out] point The crossing of the two lines.
+    /// @param[out] within Whether it is within both segments; may be null.
+    /// @param tolerance The x of a unit direction up to which a segment is vertical.
     [[nodiscard]] bool IntersectWith(const TEdge2<T>& other, TVector2<T>* point, bool* within, T tolerance) const;
 
     /// Where the line that carries the segment meets a circle: `first` lies further along the segment than `second`,
@@ -116,6 +126,11 @@ struct TEdge2
     /// whether the points are within the segment, by `IsWithin`; the result says nothing of that. False, and nothing
     /// written, when the line misses the circle by `TCircle2::IntersectWith`, without tolerance. A segment without
     /// length gives true and NaN, as NaN does. `first` and `second` must be neither null nor an end of the segment.
+    /// @param circle The circle.
+    /// @param[out] first The hit that is further along the segment.
+    /// @param[out] second The other one.
+    /// @param[out] firstWithin Whether `first` is within the segment; may be null.
+    /// @param[out] secondWithin Whether `second` is; may be null.
     [[nodiscard]] bool IntersectWith(const TCircle2<T>& circle, TVector2<T>* first, TVector2<T>* second,
                                      bool* firstWithin, bool* secondWithin) const;
 
@@ -181,6 +196,9 @@ struct TEdge3
     /// which makes very small distances 0; `within` becomes true and `beforeStart` keeps what it held: set it
     /// beforehand. Either pointer may be null. A segment of zero length is at distance 0 from every finite point; NaN
     /// gives NaN, with `within` true.
+    /// @param point The point.
+    /// @param[out] within Whether its foot is within the segment; may be null.
+    /// @param[in,out] beforeStart Whether it lies before the start; kept where the foot is within. May be null.
     T DistanceToPoint(const TVector3<T>& point, bool* within, bool* beforeStart) const;
     /// The point of the segment nearest to a point: the end when the foot lies strictly past the length, the start when
     /// it lies strictly before 0, else start + direction times the foot's place. The start for a segment of zero
@@ -204,12 +222,18 @@ struct TEdge3
     /// `point` is written as soon as the line is known to cross the plane, before containment is tested, and may hold a
     /// rejected point after 1; it is untouched after 2. NaN passes the tests: unless the range on another axis gives 1,
     /// the result is 0 with NaN in `point`, which must be neither null nor a corner.
+    /// @param a, b, c The triangle.
+    /// @param[out] point The crossing of line and plane.
+    /// @param tolerance That on products and weights, no length.
     int IntersectWith(const TVector3<T>& a, const TVector3<T>& b, const TVector3<T>& c, TVector3<T>* point,
                       T tolerance) const;
     /// Where the segment meets a plane. An end counts as in the plane when its distance is strictly below the
     /// tolerance, and is then what `point` receives, up to the rounding of start + (end - start). False, with `point`
     /// untouched, for a segment on one side and for one in the plane. `point` must not be null; it may be an end of the
     /// segment. The same as `TPlane::IntersectWith`.
+    /// @param plane The plane.
+    /// @param[out] point The crossing.
+    /// @param tolerance The distance below which an end is in the plane.
     [[nodiscard]] bool IntersectWith(const TPlane<T>& plane, TVector3<T>* point, T tolerance) const;
 
     CORVEX_INCLUDE_STREAM_TO_PRINT(TEdge3);

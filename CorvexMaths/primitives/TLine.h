@@ -124,6 +124,9 @@ struct TLine3
     /// is above 0, as of points that all coincide; the origin is then the centroid and nothing else is written. With a
     /// NaN among them it does not converge; of 2 points it gives true and NaN. The points stay as they are. Time and
     /// memory in proportion to their number.
+    /// @param points Two or more.
+    /// @param[out] spread The diameter of the least cylinder about the line; may be null.
+    /// @param[in,out] squares The sum of squared distances is added to it; may be null.
     [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// The point origin + direction * t: t is a signed distance from the origin, as the direction is a unit vector. The
@@ -137,6 +140,10 @@ struct TLine3
     /// The points where two lines come nearest, each on its own line; both directions are taken to be unit. Lines whose
     /// squared sine is zero within the tolerance, inclusively, are parallel and give this origin and its foot on the
     /// other. Always true. Neither output may be null, nor `onThis` part of the other line.
+    /// @param other The other line.
+    /// @param[out] onThis The point of this line.
+    /// @param[out] onOther The point of the other line.
+    /// @param tolerance The squared sine up to which lines are parallel.
     bool ClosestPoints(const TLine3<T>& other, TVector3<T>* onThis, TVector3<T>* onOther, T tolerance) const;
 
     /// Where the line meets a triangle, from either side; the test is that of Möller and Trumbore (1997). False when
@@ -148,6 +155,10 @@ struct TLine3
     /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
     /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
     /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
+    /// @param corner0, corner1, corner2 The triangle.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                                      TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the back face culled: only a line that runs against the normal (corner1 -
@@ -159,6 +170,10 @@ struct TLine3
     /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
     /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
     /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
+    /// @param corner0, corner1, corner2 The triangle.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWithBFC(const TVector3<T>& corner0, const TVector3<T>& corner1,
                                         const TVector3<T>& corner2, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the front face culled: only a line that runs along the normal (corner1 -
@@ -170,6 +185,10 @@ struct TLine3
     /// The point is rebuilt from the barycentric coordinates, so it lies in the triangle's plane; `distance`, which may
     /// be null, receives the signed parameter along the line. Hits behind the origin count. NaN is not rejected and
     /// gives true with NaN. A false result leaves both outputs untouched. `point` must not be null; it may be a corner.
+    /// @param corner0, corner1, corner2 The triangle.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWithFFC(const TVector3<T>& corner0, const TVector3<T>& corner1,
                                         const TVector3<T>& corner2, TVector3<T>* point, T* distance, T tolerance) const;
 
@@ -181,6 +200,10 @@ struct TLine3
     /// The slots are written during the search: after false `p1`, and after a single hit `p2`, may hold a rejected
     /// point or be unwritten, and the result does not tell how many hits there are. Neither pointer may be null; they
     /// must differ, and point into neither the line nor the box. The same as `TBox::IntersectWith`.
+    /// @param box The box.
+    /// @param[out] p1 The first hit, by the order of the faces.
+    /// @param[out] p2 The second hit.
+    /// @param tolerance By which the box is widened, and up to which a direction runs along a face.
     [[nodiscard]] bool IntersectWith(const TBox<T>& box, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
 
     /// Where the line meets a sphere: `p1` lies earlier along the line than `p2`. The tolerance is the least
@@ -188,24 +211,40 @@ struct TLine3
     /// near a tangent, and below 0 it lets misses through with NaN in both points. False writes nothing. The direction
     /// must be of unit length, which is not checked. Neither pointer may be null, nor `p1` part of the line. The same
     /// as `TSphere::IntersectWith`.
+    /// @param sphere The sphere.
+    /// @param[out] p1 The hit that is earlier along the line.
+    /// @param[out] p2 The later one.
+    /// @param tolerance The least discriminant of a hit.
     [[nodiscard]] bool IntersectWith(const TSphere<T>& sphere, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
     /// Where the line meets a triangle, from either side, as the form with three corners finds it: false when the
     /// determinant lies strictly within the common tolerance of 0 or a barycentric coordinate outside by more than the
     /// tolerance. `distance`, which may be null, receives the signed parameter along the line; hits behind the origin
     /// count. A false result leaves both outputs untouched. The triangle's stored normal plays no part. `point` must
     /// not be null.
+    /// @param tri The triangle.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the back face culled, as the form with three corners finds it: only a line
     /// that runs against the normal of the corners, as they stand, hits. False when the determinant lies strictly below
     /// the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may be
     /// null, receives the signed parameter along the line; hits behind the origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
+    /// @param tri The triangle.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWithBFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a triangle with the front face culled, as the form with three corners finds it: only a line
     /// that runs along the normal of the corners, as they stand, hits. False when the determinant lies strictly above
     /// minus the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may
     /// be null, receives the signed parameter along the line; hits behind the origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
+    /// @param tri The triangle.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWithFFC(const TTriangle3<T>& tri, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where the line meets a plane. False, with `point` untouched, when the dot product of normal and direction lies
     /// strictly within the tolerance of 0. A tolerance of 0 rejects nothing: a parallel line then gives true and a

@@ -63,6 +63,9 @@ struct TPlane
     /// if (!plane.Fit(points, &slab, &squares)) return;
     /// std::printf("flat to %g\n", slab);
     /// @endcode
+    /// @param points Three or more.
+    /// @param[out] spread The width of the slab about the plane that holds the plane and all points; may be null.
+    /// @param[out] squares The sum of the squared distances; may be null.
     [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, T* squares);
 
     /// Whether point and normal are exactly equal; the same plane held by another point or the opposite normal is not.
@@ -78,12 +81,18 @@ struct TPlane
     /// Where a line meets the plane. False, with `where` untouched, when the dot product of normal and direction lies
     /// strictly within the tolerance of 0. A tolerance of 0 rejects nothing: a parallel line then gives true and a
     /// point that is not finite. NaN passes. `where` must not be null; it may be part of the line.
+    /// @param line The line.
+    /// @param[out] where The crossing.
+    /// @param tolerance That on the dot product of normal and direction, no length.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* where, T tolerance) const;
     /// Where an edge meets the plane. An end counts as in the plane when its distance is strictly below the tolerance,
     /// and is then what `where` receives, up to the rounding of start + (end - start). False, with `where` untouched,
     /// for an edge on one side and for one in the plane. The product of the two distances tells the sides, so that one
     /// which underflows to 0 is a crossing; NaN gives true and NaN. `where` must not be null; it may be an end of the
     /// edge.
+    /// @param edge The edge.
+    /// @param[out] where The crossing.
+    /// @param tolerance The distance below which an end is in the plane.
     [[nodiscard]] bool IntersectWith(const TEdge3<T>& edge, TVector3<T>* where, T tolerance) const;
     /// The line along this normal crossed with the other's. False, with the line untouched, when the dot product of the
     /// normals is within the tolerance of 1 or -1, inclusively: the tolerance is one on the cosine, not on the angle.
@@ -92,12 +101,21 @@ struct TPlane
     /// offsets and 0. Where the determinant of the matrix is zero within the common tolerance, inclusively, the result
     /// is true all the same and the origin stays as the caller left it. NaN gives true and NaN. `line` must not be
     /// null.
+    /// @param other The other plane.
+    /// @param[out] line The common line; its direction, and its origin as told above.
+    /// @param tolerance That on the cosine of the normals.
     [[nodiscard]] bool IntersectWith(const TPlane& other, TLine3<T>* line, T tolerance) const;
     /// Where the edges of a triangle meet the plane, as the form with three corners finds it: the first hit of the
     /// edges 0 (corner 0 to 1), 1 (corner 1 to 2) and 2 (corner 2 to 0) goes to `p1` and `edge1`, the second to `p2`
     /// and `edge2`. A corner counts as in the plane when its distance is strictly below the tolerance; an edge in the
     /// plane is no hit. False when there are fewer than two; the first may then have been written. The triangle's
     /// stored normal plays no part. No pointer may be null.
+    /// @param tri The triangle.
+    /// @param[out] p1 The first hit.
+    /// @param[out] p2 The second hit.
+    /// @param[out] edge1 The index of the edge of the first hit, 0 to 2.
+    /// @param[out] edge2 That of the second.
+    /// @param tolerance The distance below which a corner is in the plane.
     [[nodiscard]] bool IntersectWith(const TTriangle3<T>& tri, TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1,
                                      unsigned int* edge2, T tolerance) const;
     /// Where the edges 0 (corner0 to corner1), 1 (corner1 to corner2) and 2 (corner2 to corner0) of a triangle meet the
@@ -105,6 +123,12 @@ struct TPlane
     /// the tolerance, and an edge in the plane is no hit. The first hit goes to `p1` and `edge1`, the second to `p2`
     /// and `edge2` and ends the walk, so that a corner in the plane can be both. False when there are fewer than two;
     /// the first may then have been written. No pointer may be null; the points may be the corners.
+    /// @param corner0, corner1, corner2 The triangle.
+    /// @param[out] p1 The first hit.
+    /// @param[out] p2 The second hit.
+    /// @param[out] edge1 The index of the edge of the first hit, 0 to 2.
+    /// @param[out] edge2 That of the second.
+    /// @param tolerance The distance below which a corner is in the plane.
     [[nodiscard]] bool IntersectWith(const TVector3<T>& corner0, const TVector3<T>& corner1, const TVector3<T>& corner2,
                                      TVector3<T>* p1, TVector3<T>* p2, unsigned int* edge1, unsigned int* edge2,
                                      T tolerance) const;

@@ -38,15 +38,20 @@ public:
     /// counts as a hit, inclusively: above 0 it rejects lines near a tangent, and below 0 it lets misses through with
     /// NaN in both points; a NaN discriminant passes. False writes nothing. That the direction is of unit length is not
     /// checked. Neither pointer may be null, nor `p1` part of the line; they may be parts of this sphere.
+    /// @param line The line, of unit direction.
+    /// @param[out] p1 The hit that is earlier along the line.
+    /// @param[out] p2 The later one.
+    /// @param tolerance The least discriminant of a hit.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* p1, TVector3<T>* p2, T tolerance) const;
 
     /// Fits a sphere to points.
     ///
-    /// Four points are fitted by determinants of their coordinates, which lose all digits away from the origin: subtract
-    /// the centre of the points first, and add it to that of the sphere, or use `Robust::SphereFit`.
+    /// Four points are fitted by determinants of their coordinates, which lose all digits away from the origin:
+    /// subtract the centre of the points first, and add it to that of the sphere, or use `Robust::SphereFit`.
     ///
-    /// To four points the sphere is exact but for rounding, whatever `iterations` says. False, and the sphere as it was, when the
-    /// determinant of the points (six times the volume of their tetrahedron) is not above 1e-16 in absolute value.
+    /// To four points the sphere is exact but for rounding, whatever `iterations` says. False, and the sphere as it
+    /// was, when the determinant of the points (six times the volume of their tetrahedron) is not above 1e-16 in
+    /// absolute value.
     ///
     /// To any other number by an algebraic fit about the centroid, from which at most `iterations` Gauss-Newton steps
     /// on the distances to the surface follow. A component of the algebraic centre that is zero within the common
@@ -58,6 +63,9 @@ public:
     ///
     /// `spread`, which may be null, receives the width of the shell about the centre that holds all points: the
     /// greatest less the least signed distance to the surface, never negative. It is untouched after a false result.
+    /// @param points Four or more.
+    /// @param[out] spread The width of the shell that holds all points; may be null.
+    /// @param iterations How many steps at most.
     [[nodiscard]] bool Fit(const TPointSet<T, TVector3>& points, T* spread, unsigned int iterations);
 
     CORVEX_INCLUDE_STREAM_TO_PRINT(TSphere);

@@ -27,6 +27,12 @@ struct TSpiral3
     /// There are `count` points, and one if `count` is below 1. Each is turned and scaled afresh from the first, so
     /// that errors do not add up. A radius of 0 makes all points after the first NaN; an axis of zero puts all of them
     /// at the centre. Time in proportion to the number of points.
+    /// @param centre The middle of the spiral.
+    /// @param axis Across its plane; of any length.
+    /// @param radius The distance of the first point from the centre.
+    /// @param count How many points.
+    /// @param angleStep The angle from point to point, in radians.
+    /// @param growth The increase of the distance from point to point.
     TSpiral3(TVector3<T> centre, TVector3<T> axis, T radius, int count, T angleStep, T growth);
     /// A copy of the points and the grow size, as `TList` makes it.
     TSpiral3(const TSpiral3& other) = default;

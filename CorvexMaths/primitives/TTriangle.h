@@ -87,18 +87,30 @@ struct TTriangle3
     /// outside by more than the tolerance. `distance`, which may be null, receives the signed parameter along the line;
     /// hits behind its origin count. A false result leaves both outputs untouched. The stored normal plays no part.
     /// `point` must not be null.
+    /// @param line The line.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWith(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where a line meets the triangle with the back face culled: only a line that runs against the normal of the
     /// corners, as they stand, hits, by `TLine3::IntersectWithBFC`. False when the determinant lies strictly below the
     /// common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may be null,
     /// receives the signed parameter along the line; hits behind its origin count. A false result leaves both outputs
     /// untouched. `point` must not be null.
+    /// @param line The line.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWithBFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
     /// Where a line meets the triangle with the front face culled: only a line that runs along the normal of the
     /// corners, as they stand, hits, by `TLine3::IntersectWithFFC`. False when the determinant lies strictly above
     /// minus the common tolerance or a barycentric coordinate outside by more than the tolerance. `distance`, which may
     /// be null, receives the signed parameter along the line; hits behind its origin count. A false result leaves both
     /// outputs untouched. `point` must not be null.
+    /// @param line The line.
+    /// @param[out] point The crossing.
+    /// @param[out] distance Its signed distance along the line; may be null.
+    /// @param tolerance That on the barycentric coordinates, which are no lengths.
     [[nodiscard]] bool IntersectWithFFC(const TLine3<T>& line, TVector3<T>* point, T* distance, T tolerance) const;
 
     CORVEX_INCLUDE_STREAM_TO_PRINT(TTriangle3);

@@ -112,7 +112,8 @@ public:
     DoubleDouble nominal[3];  ///< That of the nominal ones.
 
 private:
-    /// Brings a symmetric matrix to diagonal form by cyclic rotations (C. G. J. Jacobi, 1846); eigenvectors are columns.
+    /// Brings a symmetric matrix to diagonal form by cyclic rotations (C. G. J. Jacobi, 1846); eigenvectors are
+    /// columns.
     static void Diagonalise(Real (&matrix)[4][4], Real (&vectors)[4][4])
     {
         for (unsigned int i = 0; i < 4; ++i) {
@@ -196,8 +197,8 @@ bool Spreads(const LocalPoints<3>& points)
 }
 
 /// Whether the eigenvalues tell one rotation from all others. A turn about the axis of s1 changes the sum by s2 + s3,
-/// half the gap between the first two. Rounding by u of points that reach c across that axis, c^2 being s2 for each unit
-/// of weight, moves that by at most 2 u c + u^2.
+/// half the gap between the first two. Rounding by u of points that reach c across that axis, c^2 being s2 for each
+/// unit of weight, moves that by at most 2 u c + u^2.
 template <class Real>
 bool IsDetermined(const Turn<Real>& turn, double rounding, double weight)
 {

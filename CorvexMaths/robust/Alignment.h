@@ -43,6 +43,9 @@ public:
     /// Carries `measured` onto `nominal`, all pairs of equal weight.
     Alignment(const TPointSet<T, TVector3>& measured, const TPointSet<T, TVector3>& nominal);
     /// Carries `measured` onto `nominal`, with a weight for each pair; one of 0 leaves its pair out.
+    /// @param measured The points that are carried.
+    /// @param nominal Where they belong, point i to point i.
+    /// @param weights One for each pair, none negative.
     Alignment(const TPointSet<T, TVector3>& measured, const TPointSet<T, TVector3>& nominal, const TList<T>& weights);
 };
 

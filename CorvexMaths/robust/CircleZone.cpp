@@ -83,8 +83,8 @@ private:
     }
 };
 
-/// The narrowest ring from many starts: the centre of the circle of least squares, centres all around, near and far, and
-/// centres of rings that hardly differ from the narrowest strip, whose width and direction are given.
+/// The narrowest ring from many starts: the centre of the circle of least squares, centres all around, near and far,
+/// and centres of rings that hardly differ from the narrowest strip, whose width and direction are given.
 Ring Narrowest(const LocalPoints<2>& points, double strip, const double (&along)[2])
 {
     Narrowing narrowing(points);

@@ -32,8 +32,8 @@ private:
     std::unique_ptr<double[]> values;
 };
 
-/// The search for the point of a curve that is closest to a target, in coordinates from the target and scaled by a power
-/// of two.
+/// The search for the point of a curve that is closest to a target, in coordinates from the target and scaled by a
+/// power of two.
 template <class T, template <class> class V>
 class Search
 {

@@ -156,9 +156,9 @@ unsigned int Sift(const TPointSet<T, V>& points, const Sieve& sieve, Candidate* 
     return kept;
 }
 
-/// Writes the candidates in order. They are dealt by height into slices, a few to each where they are evenly spread, and
-/// each slice is sorted by itself. The slice of a height never falls as the height rises, whatever rounding does; where
-/// all come to lie in one slice the time is that of one sort.
+/// Writes the candidates in order. They are dealt by height into slices, a few to each where they are evenly spread,
+/// and each slice is sorted by itself. The slice of a height never falls as the height rises, whatever rounding does;
+/// where all come to lie in one slice the time is that of one sort.
 void SortBySlices(const Candidate* candidates, unsigned int count, double bottom, double height, Candidate* sorted)
 {
     const unsigned int sliceCount = count / 4 + 1;
@@ -196,8 +196,8 @@ void Advance(const Candidate& next, unsigned int first, Candidate* chain, unsign
 }
 
 /// Walks up the points, of which there is one at least, along the right side of the hull and down along the left. They
-/// are sorted and no two coincide. Writes the vertices, for which there must be room for one more than there are points,
-/// and returns their number.
+/// are sorted and no two coincide. Writes the vertices, for which there must be room for one more than there are
+/// points, and returns their number.
 unsigned int Walk(const Candidate* sorted, unsigned int count, Candidate* chain)
 {
     unsigned int vertexCount = 0;
@@ -220,8 +220,8 @@ ConvexHull<T, V>::ConvexHull(const TPointSet<T, V>& points)
         status = Status::NotFinite;
         return;
     }
-    // One slot more than there are points: a candidate is written before it is known whether it stays, and the walk ends
-    // where it began.
+    // One slot more than there are points: a candidate is written before it is known whether it stays, and the walk
+    // ends where it began.
     const std::unique_ptr<Candidate[]> candidates(new Candidate[count + std::size_t(1)]);
     const unsigned int kept = Sift(points, Sieve(extremes), candidates.get());
     const std::unique_ptr<Candidate[]> sorted(new Candidate[kept]);

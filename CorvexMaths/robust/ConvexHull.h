@@ -14,12 +14,12 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 /// The convex hull of a set, right for grids, runs of points on a line, repeated points, and coordinates of any size.
 ///
 /// x and y alone decide; a vertex is a copy of an input point with all its components, of points that coincide in x and
-/// y the first one in the set. Vertices run counter-clockwise from the lowest, of equally low ones the leftmost, and the
-/// polygon is strictly convex: no vertex lies on the line of its neighbours.
+/// y the first one in the set. Vertices run counter-clockwise from the lowest, of equally low ones the leftmost, and
+/// the polygon is strictly convex: no vertex lies on the line of its neighbours.
 ///
-/// Points on a line have a hull of its two ends, coinciding points a hull of one vertex; those are answers too, with the
-/// status `Done`. There is none, and the polygon has no vertices, for an empty set (`TooFewPoints`) and where an x or a y
-/// is NaN or infinite (`NotFinite`).
+/// Points on a line have a hull of its two ends, coinciding points a hull of one vertex; those are answers too, with
+/// the status `Done`. There is none, and the polygon has no vertices, for an empty set (`TooFewPoints`) and where an x
+/// or a y is NaN or infinite (`NotFinite`).
 ///
 /// The method: points that lie strictly inside a polygon of eight extreme ones are left out (S. G. Akl and G. T.
 /// Toussaint, 1978), the others sorted and walked up and down (A. M. Andrew, 1979), all by the signs of `Predicates`.

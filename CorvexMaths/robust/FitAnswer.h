@@ -20,8 +20,8 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 /// inverse normal matrix.
 ///
 /// The status is `Status::Degenerate` where a parameter's standard deviation, or its bound by the rounding of the
-/// coordinates as they were given, exceeds the size of the feature or a radian, or where two lines or planes are equally
-/// good (of other features that tie, such as circles about the corners of a cube, one is taken);
+/// coordinates as they were given, exceeds the size of the feature or a radian, or where two lines or planes are
+/// equally good (of other features that tie, such as circles about the corners of a cube, one is taken);
 /// `Status::NotConverged` where 400 steps did not come to rest, which data near no such feature can cause.
 ///
 /// Time is linear in the number of points, and so is memory: one copy of them in `double`.

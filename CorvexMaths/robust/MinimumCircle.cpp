@@ -61,8 +61,8 @@ bool IsAcute(Place a, Place b, Place c)
     return DotSign(a, b, c) > 0 && DotSign(b, c, a) > 0 && DotSign(c, a, b) > 0;
 }
 
-/// The support of the smallest circle around a support and a point outside its circle, which is part of the new one. The
-/// count is 0 if there is none, which exact signs rule out.
+/// The support of the smallest circle around a support and a point outside its circle, which is part of the new one.
+/// The count is 0 if there is none, which exact signs rule out.
 Support Exchange(const Support& old, Place added)
 {
     const auto holdsOthers = [&](const Support& support) {

@@ -11,12 +11,13 @@
 namespace Halmont::Orrin::CorvexMaths::Robust
 {
 
-/// The smallest circle that holds all points, whatever the size of their coordinates and their distance from the origin.
+/// The smallest circle that holds all points, whatever the size of their coordinates and their distance from the
+/// origin.
 ///
 /// Which points the circle rests on is decided exactly, on the coordinates as they are given; a point that lies on the
 /// circle of others is neither in nor out by rounding. The circle is then computed from those points in exact
-/// expansions: each of its values is within two units in the last place, of the coordinate of greatest magnitude for the
-/// centre and of itself for the radius. A point on the rim can thus be outside the rounded circle by as much. The
+/// expansions: each of its values is within two units in the last place, of the coordinate of greatest magnitude for
+/// the centre and of itself for the radius. A point on the rim can thus be outside the rounded circle by as much. The
 /// values are the same in whatever order the points are given.
 ///
 /// One point, or several that coincide, have a circle of radius 0. There is none, and all is zero, for an empty set

@@ -9,8 +9,8 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 
 /// Carries measured points onto a cloud by turns of two steps, each of which lowers the sum of squared distances: every
 /// point is paired with the nearest of the cloud, and the pairs are aligned (P. J. Besl and N. D. McKay, "A method for
-/// registration of 3-D shapes", 1992). It begins where the points lie, and comes to the minimum next to that: bring them
-/// near beforehand. For T of `float` and `double`; the cloud should be dense beside the form error.
+/// registration of 3-D shapes", 1992). It begins where the points lie, and comes to the minimum next to that: bring
+/// them near beforehand. For T of `float` and `double`; the cloud should be dense beside the form error.
 ///
 /// It ends, with `Status::Done`, when every point keeps its partner, and with `Status::NotConverged` when the limit is
 /// reached before, the motion being the best so far. The other statuses are those of `Alignment` on the pairs.
@@ -33,6 +33,9 @@ public:
     unsigned int iterations = 0;
 
     /// Carries `measured` onto `cloud`, with at most `limit` pairings.
+    /// @param measured The points that are carried.
+    /// @param cloud What they are carried onto, in any number and order.
+    /// @param limit How many times at most they are paired.
     NearestAlignment(const TPointSet<T, TVector3>& measured, const TPointSet<T, TVector3>& cloud,
                      unsigned int limit = 200);
 };

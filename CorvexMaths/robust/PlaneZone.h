@@ -9,9 +9,9 @@
 namespace Halmont::Orrin::CorvexMaths::Robust
 {
 
-/// The minimum zone of points between two parallel planes, the flatness of ISO 1101, for T of `float` and `double`; made
-/// from at least 3 points. From the plane of least squares, and from directions all around, the best plane of the least
-/// greatest distance is found by exchange and turned to until it turns no more; the narrowest zone is told. Where
+/// The minimum zone of points between two parallel planes, the flatness of ISO 1101, for T of `float` and `double`;
+/// made from at least 3 points. From the plane of least squares, and from directions all around, the best plane of the
+/// least greatest distance is found by exchange and turned to until it turns no more; the narrowest zone is told. Where
 /// several tie, one of them is. Points on a line leave the plane open.
 ///
 /// Each exchange is a pass over the points, of which there are some ten from each start.

@@ -57,10 +57,10 @@ public:
     }
 
     /// Appends pieces of a span, halved until the halves of each sum up to it within a part of the size of the control
-    /// polygon, or within what rounding makes of it: that of a sum, and that of a place x among the knots, which a piece
-    /// feels the more the smaller it is. The sum is kept, and is far nearer than the difference tells. Where the curve
-    /// comes to a stop and turns back that takes ever smaller pieces, down to 2^-40 of the span; so it does next to an
-    /// end, where both sums would miss it alike.
+    /// polygon, or within what rounding makes of it: that of a sum, and that of a place x among the knots, which a
+    /// piece feels the more the smaller it is. The sum is kept, and is far nearer than the difference tells. Where the
+    /// curve comes to a stop and turns back that takes ever smaller pieces, down to 2^-40 of the span; so it does next
+    /// to an end, where both sums would miss it alike.
     void AppendPieces(double from, double to, double length, unsigned int span, unsigned int depth, TList<double>* ends,
                       TList<double>* lengths) const
     {

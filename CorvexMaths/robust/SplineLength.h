@@ -20,8 +20,8 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 /// the tolerances of `TBSpline::Evaluate`, from parameter 0 to 1. All components count, w too. Computed in `double`.
 ///
 /// The spline is copied, so that it may change or go afterwards. `TooFewPoints`: no control points. `NotFinite`: a knot
-/// or control point is NaN or infinite, or the length is beyond the greatest number. `Degenerate`: knots that are not up
-/// to date or not there, or no more control points than the curve has between its ends: fewer than the order for
+/// or control point is NaN or infinite, or the length is beyond the greatest number. `Degenerate`: knots that are not
+/// up to date or not there, or no more control points than the curve has between its ends: fewer than the order for
 /// `Clamped` knots, no more than that for `Uniform` ones. A curve that is one point has the length 0, which is an
 /// answer.
 template <class T, template <class> class V>
@@ -44,8 +44,8 @@ public:
     /// The point at a length from the start; beyond the ends the nearer one. All zeros where there is no answer.
     V<T> At(T length) const;
 
-    /// So many points at equal lengths along the curve, the first at its start and the last at its end; one point is the
-    /// start. None where there is no answer.
+    /// So many points at equal lengths along the curve, the first at its start and the last at its end; one point is
+    /// the start. None where there is no answer.
     TPointSet<T, V> Sample(unsigned int count) const;
 
 private:

@@ -107,8 +107,8 @@ void AppendUpperTriangle(const TCRSMatrixMxN<T>& left, const TCCSMatrixMxN<T>& b
 
 /// Forms a product by chunks of rows, by fill(first, last, fragment), and moves its elements from the fragment to a
 /// result of exactly their number. The threading runtime is asked for the number of chunks; as they are filled one
-/// after another into one fragment, the result and the memory it takes are the same for any number. The operands are not
-/// read after the result is redefined.
+/// after another into one fragment, the result and the memory it takes are the same for any number. The operands are
+/// not read after the result is redefined.
 template <class T, class Fill>
 void GatherChunks(int extent, int capacity, int rowCount, TCRSMatrixMxN<T>* result, const Fill& fill)
 {

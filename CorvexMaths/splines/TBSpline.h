@@ -79,10 +79,17 @@ public:
     /// An empty spline of an order of at least 1. The sizes are those of the list of control points; `stepSize` is the
     /// grow size of the knots and coefficients too, for which stepSize + order + 2 and stepSize + order + 1 slots are
     /// allocated. There are no knots until the first control point, and both counts are 0.
+    /// @param splineOrder The degree plus 1; 4 for a cubic.
+    /// @param knotType `Clamped` to reach the end points, `Uniform` to be closed by Wrap.
+    /// @param initialCapacity How many control points there is room for.
+    /// @param stepSize By how many the room grows at least.
     TBSpline(unsigned int splineOrder, KnotType knotType, unsigned int initialCapacity, unsigned int stepSize);
 
     /// A spline of an order of at least 1 with copies of the points of a set for control points; its knots are built.
     /// Knots and coefficients get the grow size of the set. An empty set gives a spline without control points.
+    /// @param points The control points.
+    /// @param splineOrder The degree plus 1; 4 for a cubic.
+    /// @param knotType `Clamped` to reach the end points, `Uniform` to be closed by Wrap.
     TBSpline(const TPointSet<T, V>& points, unsigned int splineOrder, KnotType knotType);
 
     /// A spline of an order of at least 1 with copies of the points of a `std::vector`, a `std::span`, a list, an array
@@ -148,6 +155,9 @@ public:
     ///
     /// Knots and control points are looked at once, unless `out` is of a class of your own, whose hooks might change
     /// them: each point then takes a time that grows with the order alone.
+    /// @param[out] out The points.
+    /// @param step The difference of the parameters of neighbours, or a length.
+    /// @param byLength Whether `step` is a length.
     void Evaluate(TPointSet<T, V>* out, T step, bool byLength);
 
     /// The polynomial degree plus 1.
@@ -189,6 +199,9 @@ public:
     /// Preconditions: an order of at least 2, one data point at least, no more control points than data, `points` not
     /// this spline. With a controlCount of 0 the spline ends empty. Costs rise with the number of data times the square
     /// of that of control points.
+    /// @param[in,out] points The data; two are appended with `endConditions`.
+    /// @param controlCount How many control points; at most as many as data.
+    /// @param endConditions Whether the ends are asked to be straight.
     void Fit(TPointSet<T, V>& points, unsigned int controlCount, bool endConditions);
 
     /// Appends copies of the first `order` control points, one by one, with hooks, so that the knots are built `order`
@@ -204,6 +217,8 @@ public:
     /// The step must be above 0: with any other the loop would not end, as with one so small that adding it to a
     /// parameter changes nothing. The preconditions of Evaluate hold here too. Knots and control points are
     /// looked at once; each point then takes a time that grows with the order alone.
+    /// @param start, end Parameters, from 0 to 1.
+    /// @param step The difference of the parameters of neighbouring chords, such as 0.001.
     T GetLength(T start, T end, T step);
     /// The length of the chords over the whole curve, from 0 to 1 in steps of `step`, which is above 0. All components
     /// count, w too. The preconditions of Evaluate hold here too.

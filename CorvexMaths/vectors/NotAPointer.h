@@ -24,8 +24,8 @@ using IfNumber = std::enable_if_t<std::is_arithmetic_v<N> || std::is_enum_v<N> |
 /// The empty base of the classes V that convert to a pointer: vectors, complex numbers and quaternions. The conversion
 /// lets them be passed as arrays. Without this base it would also let them stand as conditions and be passed as `bool`,
 /// be compared with numbers or by address, have numbers added to their address, and be printed as addresses. None of
-/// that compiles; the compiler shows a line that says what to write instead. Where a function of yours is overloaded for
-/// `bool` and for a pointer, say `&v.x`.
+/// that compiles; the compiler shows a line that says what to write instead. Where a function of yours is overloaded
+/// for `bool` and for a pointer, say `&v.x`.
 template <class V>
 struct CORVEX_API NotAPointer
 {

@@ -1,5 +1,5 @@
-// How near fits come to the values of reference.txt, ours and those of others: a table of the greatest error in each group
-// of sets, over the size of the feature or in radians.
+// How near fits come to the values of reference.txt, ours and those of others: a table of the greatest error in each
+// group of sets, over the size of the feature or in radians.
 
 #include <benchmarks/accuracy/Reference.h>
 

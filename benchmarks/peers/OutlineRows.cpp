@@ -83,7 +83,8 @@ void AddPreparedContainment(std::size_t vertexCount, double noise)
     if constexpr (hasGeos) row.Add("GEOS", [=] { return GeosContainment(outline(), queries()); });
 }
 
-/// From how many vertices on contenders are left out, as a run would take more than ten seconds: Boost and GEOS; Clipper.
+/// From how many vertices on contenders are left out, as a run would take more than ten seconds: Boost and GEOS;
+/// Clipper.
 struct OffsetLimits
 {
     std::size_t indexed = ~std::size_t(0), clipper = ~std::size_t(0);

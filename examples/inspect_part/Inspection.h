@@ -37,8 +37,8 @@ struct Fitted
     double squares = 0; ///< Sum of the squared distances of the points from it.
 };
 
-/// The narrowest zone of the form of a feature that holds all points, as ISO 1101 judges it: a slab of a plane, a ring of
-/// a circle. That about a fit by least squares, `Fitted::spread`, is never narrower.
+/// The narrowest zone of the form of a feature that holds all points, as ISO 1101 judges it: a slab of a plane, a ring
+/// of a circle. That about a fit by least squares, `Fitted::spread`, is never narrower.
 struct Zone
 {
     Status status = Status::Done;

@@ -39,8 +39,8 @@ inline Colour SequenceColour(double position)
     return Mixed(stops[lower], stops[lower + 1], share);
 }
 
-/// A colour for an offset: inwards from dark to light blue, outwards from dark red to orange, by a share from 0, next to
-/// the outline, to 1. With the two sides apart, five on each can be told from one another.
+/// A colour for an offset: inwards from dark to light blue, outwards from dark red to orange, by a share from 0, next
+/// to the outline, to 1. With the two sides apart, five on each can be told from one another.
 inline Colour OffsetColour(bool outwards, double share)
 {
     static constexpr double ends[2][2][3] = {{{8, 40, 110}, {90, 190, 235}}, {{120, 0, 20}, {250, 165, 60}}};

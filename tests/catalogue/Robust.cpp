@@ -79,8 +79,8 @@ struct RobustState : State
         const std::vector<Vector> drawn = in.Flag() ? DrawPoints<T, V>(in, most) : DrawFeature<T, V>(in, most);
         return Set(drawn.data(), static_cast<unsigned int>(drawn.size()));
     }
-    /// The answer to a question, which changes nothing that it is given. It is not constant, so that a compiler which does
-    /// not build it in place moves it: a copy would have other capacities.
+    /// The answer to a question, which changes nothing that it is given. It is not constant, so that a compiler which
+    /// does not build it in place moves it: a copy would have other capacities.
     template <class Question>
     auto Ask(Question ask)
     {

@@ -5,8 +5,8 @@
 #   debuggers.sh printers|natvis SUBJECT DEBUGGERS_FOLDER
 #   debuggers.sh installed SUBJECT DEBUGGERS_FOLDER TYPES
 #
-# SUBJECT is tests/debuggers/subject.cpp, not optimised, with debug information. For `installed` it is compiled as users do,
-# and TYPES holds the description of the classes. Exit status 77 where gdb may not trace.
+# SUBJECT is tests/debuggers/subject.cpp, not optimised, with debug information. For `installed` it is compiled as users
+# do, and TYPES holds the description of the classes. Exit status 77 where gdb may not trace.
 set -eu
 task=$1
 subject=$2

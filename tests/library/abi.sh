@@ -10,7 +10,8 @@
 # virtual table and type information. Four things differ between compilers, and none is listed:
 #   - specialisations of member templates. Each is there or not as inlining left it, and whoever calls one has its body;
 #   - the destructors of answers, which these leave to the compiler;
-#   - lambdas and classes within functions, and the standard library's templates over the classes, as inlining left them;
+#   - lambdas and classes within functions, and the standard library's templates over the classes, as inlining left
+#     them;
 #   - the several symbols that one constructor or destructor has, for whole objects, bases and deletion. They have one
 #     name when demangled, and stand in the list once.
 # Names are without their namespace, but for Utilities::, which is short for that of the containers.

@@ -1,8 +1,8 @@
 #!/bin/sh
 # What the shared library offers is the members, type information and virtual tables of its own classes, and nothing
 # else: no free function, nothing of the kernels or the numerical rules, nothing of the standard library. clang++ also
-# exports what it has not inlined of the lambdas and local classes of members, and of the standard library's templates over
-# the classes; it may.
+# exports what it has not inlined of the lambdas and local classes of members, and of the standard library's templates
+# over the classes; it may.
 #
 #   exported_symbols.sh LIBRARY HEADER_FOLDER
 set -eu

@@ -1,5 +1,5 @@
-// A program of a user who compiles for a processor with fused multiply-adds: pairs of a sum and a difference of products,
-// which g++ fuses wherever it has the instructions. Looked at, never run.
+// A program of a user who compiles for a processor with fused multiply-adds: pairs of a sum and a difference of
+// products, which g++ fuses wherever it has the instructions. Looked at, never run.
 
 #include <CorvexMaths/CorvexMaths.h>
 

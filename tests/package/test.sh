@@ -1,7 +1,8 @@
 #!/bin/bash
 # Installs the library, shared and static, and builds programs with it as its users do: by find_package, pkg-config,
-# add_subdirectory and FetchContent, with g++ and clang++, under hidden visibility, after the installation was moved; and
-# README's first program, and the recipes. Looks at the flags that reach the programs, too. Ends at the first failure.
+# add_subdirectory and FetchContent, with g++ and clang++, under hidden visibility, after the installation was moved;
+# and README's first program, and the recipes. Looks at the flags that reach the programs, too. Ends at the first
+# failure.
 #
 #   tests/package/test.sh [BUILD]
 #
@@ -35,8 +36,8 @@ prints() {
     LD_LIBRARY_PATH=${2-} "$1" | diff "$here/consume/${3-expected}.txt" - || stop "$1 prints something else"
 }
 
-# The flags that reach a program are the language where CMake sets it, those that keep bits or not, and nothing of our own:
-# no optimisation, no definition, no warning.   flags COMPILER kept|spared COMMAND
+# The flags that reach a program are the language where CMake sets it, those that keep bits or not, and nothing of our
+# own: no optimisation, no definition, no warning.   flags COMPILER kept|spared COMMAND
 flags() {
     local wanted='-ffp-contract=off' flag
     [ "$1" = clang++ ] || wanted+=" $fused_flags"

@@ -28,8 +28,8 @@ struct SetConstruction : ::testing::Test
 };
 TYPED_TEST_SUITE(SetConstruction, PointFamily, TypeNames);
 
-/// The set of the other scalar, the outline of a set and the positions along it. Taken apart, as the template of a family is not, to every
-/// compiler, that of its sets.
+/// The set of the other scalar, the outline of a set and the positions along it. Taken apart, as the template of a
+/// family is not, to every compiler, that of its sets.
 template <class Set>
 struct Related;
 template <class T, template <class> class V>

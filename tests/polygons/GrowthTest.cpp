@@ -11,8 +11,8 @@
 using namespace CorvexTest;
 
 /// Rings whose sides fold, spirals, combs whose teeth touch, grids of ties, lines there and back that lean, zigzags of
-/// falling amplitude, all in one cell of the duplicates or among the denormals, and sides along few slanted lines, which
-/// cross by rounding, however far apart they are; some far off, repeated or not numbers.
+/// falling amplitude, all in one cell of the duplicates or among the denormals, and sides along few slanted lines,
+/// which cross by rounding, however far apart they are; some far off, repeated or not numbers.
 template <class T>
 PlainOutline<T> MisleadingOutline(std::mt19937_64& random, std::size_t most)
 {

@@ -1,4 +1,5 @@
-// What takes the vertices of an outline in another order, or some of them out: hulls, crossings, the growth of outlines.
+// What takes the vertices of an outline in another order, or some of them out: hulls, crossings, the growth of
+// outlines.
 
 #include <tests/polygons/PolygonSupport.h>
 

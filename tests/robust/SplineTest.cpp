@@ -3,8 +3,8 @@
 using namespace CorvexTest;
 using namespace Maths::Robust;
 
-/// The classes over the vectors of a set. Taken apart, as the template of a family is not, to every compiler, that of its
-/// sets.
+/// The classes over the vectors of a set. Taken apart, as the template of a family is not, to every compiler, that of
+/// its sets.
 template <class Set>
 struct Related;
 template <class T, template <class> class V>

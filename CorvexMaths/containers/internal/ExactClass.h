@@ -9,9 +9,9 @@ namespace Halmont::Orrin::CorvexMaths
 namespace
 {
 
-/// Whether the object's class is `Class`, which derives from its static type or is it, by its table of virtual functions: a derived class has none of type
-/// information where a program is compiled without it, so that `typeid` is no choice. A false answer costs time alone;
-/// a true one is sure, for whatever shares the table shares the hooks.
+/// Whether the object's class is `Class`, which derives from its static type or is it, by its table of virtual
+/// functions: a derived class has none of type information where a program is compiled without it, so that `typeid` is
+/// no choice. A false answer costs time alone; a true one is sure, for whatever shares the table shares the hooks.
 template <class Class, class Base>
 bool HasHooksOf(const Base& object)
 {

@@ -24,13 +24,13 @@ namespace
 //    nowhere if the difference of its ends in x is not finite, which counts as on the right. These weights do not
 //    depend on the point: sorted by y and x, with the sums of those before, they take two searches.
 // 3. Bounds. A run is held between two parallel lines x = m y + c, along the way from its lowest vertex to its highest,
-//    so that spikes side by side come apart however they lean. |m| is 2^16 at most. On any level between its ends an exact
-//    side lies between the lines that its ends do.
-// 4. Rounding. Let X and Y be the greatest coordinates in x and y, and epsilon / 2 the unit roundoff. A side from
-//    (x1, y1) to (x2, y2) passes a level at |h1| / |h2 - h1| * (x2 - x1) + x1, where the h are rounded differences of y.
+//    so that spikes side by side come apart however they lean. |m| is 2^16 at most. On any level between its ends an
+//    exact side lies between the lines that its ends do.
+// 4. Rounding. Let X and Y be the greatest coordinates in x and y, and epsilon / 2 the unit roundoff. A side from (x1,
+//    y1) to (x2, y2) passes a level at |h1| / |h2 - h1| * (x2 - x1) + x1, where the h are rounded differences of y.
 //    Four roundings reach the quotient, which is not above 1, one the difference of x, which is not above 2 X, one the
-//    product and one the sum: in all 7 epsilon X. The lines' constants, and what a level finds on a line, are off by
-//    2 epsilon (X + |m| Y) each. So runs are held wider by 16 epsilon (X + |m| Y). Below the normal numbers each of the
+//    product and one the sum: in all 7 epsilon X. The lines' constants, and what a level finds on a line, are off by 2
+//    epsilon (X + |m| Y) each. So runs are held wider by 16 epsilon (X + |m| Y). Below the normal numbers each of the
 //    products, the margin's own among them, errs by half of the least number instead, in all by 5/2 of it: four are
 //    added. Where coordinates are NaN or within a factor 2^20 of overflow a run has no bounds: its sides are scored one
 //    by one.

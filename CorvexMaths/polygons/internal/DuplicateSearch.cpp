@@ -214,8 +214,8 @@ unsigned int FindDuplicates(const T* points, unsigned int stride, unsigned int c
         return 0;
     }
 
-    // From here on the filter holds the cells near to suspects. Only vertices in these can be what a suspect repeats, so
-    // that the table needs no others.
+    // From here on the filter holds the cells near to suspects. Only vertices in these can be what a suspect repeats,
+    // so that the table needs no others.
     const bool areFew = suspectCount <= fewSuspects;
     cells.Clear();
     for (unsigned int j = 0; areFew && j < count; ++j)

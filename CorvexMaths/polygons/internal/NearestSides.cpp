@@ -13,11 +13,11 @@ namespace
 // A box of sides, or of points, is passed over where it is further off than a distance in question. Let M be the
 // greatest coordinate and epsilon / 2 the unit roundoff. With M <= 1e12 and |D.x| + |D.y| >= 1e-12 for the difference D
 // of a side's ends nothing overflows or gets lost below the normal numbers. The distance from an end errs by 2 epsilon
-// of itself, that from the line, a product of a difference of 2 sqrt(2) M with a direction that is a unit vector but for
-// 3/2 epsilon, by 9 epsilon M; and a point that counts as beside a side, and is not, is off it by 6 epsilon M at most.
-// So no distance is short of the exact one from the segment by more than 15 epsilon M. How far a box is off, from the
-// gaps between boxes or from the side's line, errs by as much again. The margin is twice the sum. Vertices with greater
-// coordinates or NaN, and sides that are shorter, have unbounded boxes.
+// of itself, that from the line, a product of a difference of 2 sqrt(2) M with a direction that is a unit vector but
+// for 3/2 epsilon, by 9 epsilon M; and a point that counts as beside a side, and is not, is off it by 6 epsilon M at
+// most. So no distance is short of the exact one from the segment by more than 15 epsilon M. How far a box is off, from
+// the gaps between boxes or from the side's line, errs by as much again. The margin is twice the sum. Vertices with
+// greater coordinates or NaN, and sides that are shorter, have unbounded boxes.
 
 template <class T>
 constexpr T largest = T(1e12);

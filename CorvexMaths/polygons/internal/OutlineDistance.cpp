@@ -17,9 +17,10 @@ namespace
 //    counts as beside the edge, and is not, is off it by 6 epsilon M at most. So no edge whose box is further off by
 //    more than 15 epsilon M than the bound, on either axis, offers a value below it. The margin is twice that.
 // 2. Order. What matters of the minimum above the bound is that it is above. While it is, an edge that has the point
-//    beside it, its line above the bound and an end below it, would offer the end or not by the minimum itself: rounding
-//    alone can make such an edge, and all edges are measured then. Any other edge that offers something below the bound
-//    offers the same whatever the minimum. From then on the minimum is exact, as edges passed over offer nothing less.
+//    beside it, its line above the bound and an end below it, would offer the end or not by the minimum itself:
+//    rounding alone can make such an edge, and all edges are measured then. Any other edge that offers something below
+//    the bound offers the same whatever the minimum. From then on the minimum is exact, as edges passed over offer
+//    nothing less.
 
 /// The limit is a true double in both forms.
 constexpr double distanceTolerance = 1e-6;

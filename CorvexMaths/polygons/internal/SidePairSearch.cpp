@@ -13,20 +13,20 @@ namespace
 // / 2 the unit roundoff, t the common tolerance. With M <= 1e12, and no side shorter than t, as duplicates are gone,
 // nothing overflows, and what underflow adds is nothing beside epsilon M.
 //
-// 0. A cross product of u with a difference v from a errs by 3/2 epsilon (|u.x v.y| + |u.y v.x|) at most before its last
-//    rounding, which keeps the sign: by 3/2 epsilon |u| |v|. So where its sign is wrong, or 0 for another, the point in
-//    question lies within d = 3/2 epsilon 2 sqrt(2) M < 4.3 epsilon M of A's line.
+// 0. A cross product of u with a difference v from a errs by 3/2 epsilon (|u.x v.y| + |u.y v.x|) at most before its
+//    last rounding, which keeps the sign: by 3/2 epsilon |u| |v|. So where its sign is wrong, or 0 for another, the
+//    point in question lies within d = 3/2 epsilon 2 sqrt(2) M < 4.3 epsilon M of A's line.
 // 1. An end p of B touches A. Then p.x is in the range of A, unless that is upright, and p is off A's line in y by
 //    t / |u.x| and 6.2 epsilon M at most, as |v.x| <= |u.x|. If A is upright, p.y is in its range and p.x off by
 //    t / |u.y|. A's box is wider by as much, so that the boxes of both meet.
 // 2. Each side parts the ends of the other. If all four signs are right, the sides meet, and so do their boxes. Else
 //    some point q of B is within d of A's line, and some point p of A within d of B's: where the lines meet at an angle
-//    f, |p - q| sin f <= 2 d. Boxes are wider than their sides by m = 1024 epsilon M. So if they do not meet, |p - q| is
-//    above 2 m, and f below 1 / 238; and A's line passes within d of B: sides on one line, or nearly, that rounding
+//    f, |p - q| sin f <= 2 d. Boxes are wider than their sides by m = 1024 epsilon M. So if they do not meet, |p - q|
+//    is above 2 m, and f below 1 / 238; and A's line passes within d of B: sides on one line, or nearly, that rounding
 //    alone lets cross, however far apart they are.
-// 3. That line passes through any box around that of B: with c its centre and h its half extents, |u x (c - a)| is below
-//    |u.x| h.y + |u.y| h.x by (m - d) (|u.x| + |u.y|) at least, of which rounding takes a fiftieth. Boxes are clipped
-//    at 4 M for this; all sides lie within M.
+// 3. That line passes through any box around that of B: with c its centre and h its half extents, |u x (c - a)| is
+//    below |u.x| h.y + |u.y| h.x by (m - d) (|u.x| + |u.y|) at least, of which rounding takes a fiftieth. Boxes are
+//    clipped at 4 M for this; all sides lie within M.
 //
 // A direction goes by its place along a diamond, from 0 to 2 for half a turn, which moves by the angle at most.
 

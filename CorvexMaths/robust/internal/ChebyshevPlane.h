@@ -11,7 +11,8 @@ namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 
 /// A linear program in three unknowns, solved by exchange of its reference of four points (E. Stiefel, 1959): the error
 /// of the best plane of all points is that of the four points whose own best plane is worst. Each exchange takes in the
-/// two points that stand out most and keeps the worst four of the six, so that the error grows until nothing stands out.
+/// two points that stand out most and keeps the worst four of the six, so that the error grows until nothing stands
+/// out.
 class ChebyshevPlane
 {
 public:

@@ -1,7 +1,7 @@
 #pragma once
 
-/// A B-spline curve as its definition has it, without tolerances: de Boor's algorithm on the knots and control points of
-/// a `TBSpline`, in `double`.
+/// A B-spline curve as its definition has it, without tolerances: de Boor's algorithm on the knots and control points
+/// of a `TBSpline`, in `double`.
 
 #include <CorvexMaths/splines/TBSpline.h>
 
@@ -129,9 +129,9 @@ public:
         Join(x, offset, order, d, point);
     }
 
-    /// The derivative at a parameter of a span: a curve of one order less, of the differences between control points, so
-    /// that their distance from the origin does not matter. It is scaled before the quotients could leave the range of
-    /// numbers.
+    /// The derivative at a parameter of a span: a curve of one order less, of the differences between control points,
+    /// so that their distance from the origin does not matter. It is scaled before the quotients could leave the range
+    /// of numbers.
     void Differentiate(double x, unsigned int span, double scale, double* derivative) const
     {
         Scratch scratch(order * dimension);
@@ -152,8 +152,8 @@ private:
         using TBSpline<T, V>::type;
     };
 
-    /// Joins as many points as the order, by shares of the way between two knots, until one is left (de Boor, 1972). Each
-    /// share is taken from its nearer end, so that an end of the curve is its control point to the bit.
+    /// Joins as many points as the order, by shares of the way between two knots, until one is left (de Boor, 1972).
+    /// Each share is taken from its nearer end, so that an end of the curve is its control point to the bit.
     void Join(double x, unsigned int offset, unsigned int levels, double* d, double* joined) const
     {
         for (unsigned int level = 1; level < levels; ++level)

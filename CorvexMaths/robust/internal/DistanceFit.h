@@ -10,12 +10,12 @@ namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 /// Moves a feature until the sum of the squared distances of points from it is least.
 ///
 /// With r the distances and J their derivatives by the parameters, a step s minimises |J s + r|. It is read from the
-/// triangular factor of [J r]: R s = -q, where the last column of the factor holds q and, below it, what no step removes
-/// (C. F. Gauss; the normal equations, which lose half the digits, are never formed). The first steps are computed in
-/// double and damped where they raise the sum (K. Levenberg, 1944; D. W. Marquardt, 1963). Near the minimum the
-/// distances are computed to twice the digits and rounded, and so are the parameters kept: the distances are then exact
-/// to the last place of their own, small, size, and the answer is that of the points as they are, to the last place of
-/// the size.
+/// triangular factor of [J r]: R s = -q, where the last column of the factor holds q and, below it, what no step
+/// removes (C. F. Gauss; the normal equations, which lose half the digits, are never formed). The first steps are
+/// computed in double and damped where they raise the sum (K. Levenberg, 1944; D. W. Marquardt, 1963). Near the minimum
+/// the distances are computed to twice the digits and rounded, and so are the parameters kept: the distances are then
+/// exact to the last place of their own, small, size, and the answer is that of the points as they are, to the last
+/// place of the size.
 template <class Feature>
 class DistanceFit
 {

@@ -3,8 +3,8 @@
 /// Exact sums and products of `double`s, as sums of terms that do not overlap.
 ///
 /// J. R. Shewchuk, "Adaptive precision floating-point arithmetic and fast robust geometric predicates", 1997. Terms
-/// ascend in magnitude, none is zero, and each has its bits below those of the next, so that the last one tells the sign
-/// of the sum. All holds exactly as long as nothing overflows and no product of two terms falls below the smallest
+/// ascend in magnitude, none is zero, and each has its bits below those of the next, so that the last one tells the
+/// sign of the sum. All holds exactly as long as nothing overflows and no product of two terms falls below the smallest
 /// denormal number; whoever computes sees to that. Rounding must be to nearest even. No fused operation is used.
 
 #include <CorvexMaths/robust/internal/DoubleDouble.h>

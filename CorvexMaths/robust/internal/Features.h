@@ -9,7 +9,8 @@
 /// which the distance is computed before it is rounded. A feature with two rows has a distance in two components at
 /// right angles, whose squares add.
 ///
-/// `hasSign` tells whether distances have one, `startsThere` whether the starting value is the minimum but for rounding.
+/// `hasSign` tells whether distances have one, `startsThere` whether the starting value is the minimum but for
+/// rounding.
 ///
 /// The parameters of a step are those of the feature's own placement, which moves along, so that all features far from
 /// convergence and near it are described by the same short derivatives (A. B. Forbes, "Least-squares best-fit geometric
@@ -191,9 +192,9 @@ struct Ring
     double Size() const { return std::max(1.0, std::fabs(radius.high)); }
 };
 
-/// A cylinder about the last axis, or a cone that widens along it. With r the distance from the axis, z the height above
-/// the origin, R the radius there and h the half angle, the distance from the line that generates the cone is
-/// (r - R) cos h - z sin h; a cylinder has h = 0. A tilt towards an axis moves z by the coordinate along that axis.
+/// A cylinder about the last axis, or a cone that widens along it. With r the distance from the axis, z the height
+/// above the origin, R the radius there and h the half angle, the distance from the line that generates the cone is (r
+/// - R) cos h - z sin h; a cylinder has h = 0. A tilt towards an axis moves z by the coordinate along that axis.
 template <bool isCone>
 struct Tapered
 {

@@ -21,8 +21,8 @@ Placement<D> PlaceAlong(const PrincipalAxes<D>& principal, const unsigned int (&
 }
 
 /// The circle or sphere of least |p|^2 - 2 c.p + |c|^2 - r^2 in squares, which is linear in c and |c|^2 - r^2 (I. Kasa,
-/// 1976), about the mean of the points. False where the points lie in a line or a plane, as far as rounding lets that be
-/// seen. `place` gives the D coordinates of a point.
+/// 1976), about the mean of the points. False where the points lie in a line or a plane, as far as rounding lets that
+/// be seen. `place` gives the D coordinates of a point.
 template <unsigned int D, class Points, class Place>
 bool AlgebraicRound(const Points& points, Place place, double (&centre)[D], double* radius)
 {
@@ -171,8 +171,8 @@ inline void FrameAbout(const double (&direction)[3], double (&axes)[3][3])
 }
 
 /// Turns the direction of a start to where the best cylinder or cone about it fits best: Gauss-Newton steps on the two
-/// tilts alone, by differences, in which place, radius and angle follow each tilt. On a small arc these hang together so
-/// closely that steps in all of them at once would have to follow a bent and narrow valley.
+/// tilts alone, by differences, in which place, radius and angle follow each tilt. On a small arc these hang together
+/// so closely that steps in all of them at once would have to follow a bent and narrow valley.
 template <bool isCone>
 class DirectionSearch
 {

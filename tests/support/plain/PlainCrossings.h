@@ -66,8 +66,8 @@ PlainOutline<T> PlainRemoveDuplicates(PlainOutline<T> outline, PlainOutline<T>* 
     return outline;
 }
 
-/// TPolygon::MakeSimplePolygon of vertices that hold no duplicates; returns whether 40 of its passes, which have no limit
-/// there, suffice.
+/// TPolygon::MakeSimplePolygon of vertices that hold no duplicates; returns whether 40 of its passes, which have no
+/// limit there, suffice.
 template <template <class> class V, class T>
 bool PlainMakeSimple(std::vector<V<T>>* vertices)
 {

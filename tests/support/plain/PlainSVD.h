@@ -1,7 +1,7 @@
 #pragma once
 
-/// The singular value decomposition, one loop for each sum and each update, in the order of operations that the library's
-/// kernels promise to keep. The kernels are held to these to the bit.
+/// The singular value decomposition, one loop for each sum and each update, in the order of operations that the
+/// library's kernels promise to keep. The kernels are held to these to the bit.
 
 #include <cmath>
 #include <vector>
