@@ -43,6 +43,13 @@ public:
     /// Carries `measured` onto `nominal`, all pairs of equal weight.
     Alignment(const TPointSet<T, TVector3>& measured, const TPointSet<T, TVector3>& nominal);
     /// Carries `measured` onto `nominal`, with a weight for each pair; one of 0 leaves its pair out.
+    ///
+    /// @code
+    /// TList<double> weights;
+    /// weights.AddRange({1, 1, 1, 0.1}); // the last mark counts a tenth
+    /// Robust::Alignment<double> align(measured, nominal, weights);
+    /// @endcode
+    ///
     /// @param measured The points that are carried.
     /// @param nominal Where they belong, point i to point i.
     /// @param weights One for each pair, none negative.

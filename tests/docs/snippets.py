@@ -20,6 +20,7 @@ BLOCK = re.compile(r"^```cpp\n(?P<code>.*?)^```\n(?:\n(?:[^\n`]{0,40}\n\n)?```te
 
 FRAME = """#include <CorvexMaths/CorvexMaths.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <vector>
