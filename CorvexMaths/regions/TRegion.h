@@ -176,8 +176,8 @@ public:
     /// The region grown by a distance, or shrunk by it where it is negative: every point nearer to the region is added,
     /// or every point nearer to the outside taken away, piece by piece and hole by hole.
     ///
-    /// `limit` is, for `Join::Round`, how far a chord may deviate from its arc, and for `Join::Mitre` how far the tip of
-    /// a corner may lie from it, in distances; 0 or below stands for a default of each.
+    /// `limit` is, for `Join::Round`, how far a chord may deviate from its arc, and for `Join::Mitre` how far the tip
+    /// of a corner may lie from it, in distances; 0 or below stands for a default of each.
     TRegion Offset(T distance, Join join = Join::Round, T limit = T(0)) const;
 
     /// The points nearer than a distance to an open path through the points in order.
