@@ -15,8 +15,10 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 /// made from at least 3 points.
 ///
 /// In space, centre, normal and radius are fitted together: the distance is that from the rim, in its plane and across
-/// it, and not that of a projection. It is positive where the point lies outside the cylinder over the circle. Of the
-/// two normals the circle has that whose greatest component is positive.
+/// it, and not that of a projection. Its sign says on which side of the cylinder over the circle the point lies,
+/// positive outside, and not on which side of the plane: right above and below the rim it jumps between a distance and
+/// its negative, so that errors across the plane count up to twice in `peakToValley`, and `rms` is that of the whole
+/// distances. Of the two normals the circle has that whose greatest component is positive.
 template <class T, template <class> class V>
 class CORVEX_API CircleFit : public FitAnswer<T>
 {

@@ -18,6 +18,11 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 ///
 /// The apex of a slender cone lies far from the points, and there its rounding, with that of the axis, moves the
 /// surface at the points. Whoever computes on with the cone takes `point`, `halfAngle` and `radius` instead.
+///
+/// The standard deviations take heights along the axis as given. Those of `radius`, `halfAngle` and `point` are those
+/// at the height of the centroid, which itself counts as known, and those of `cone.height` and `cone.radius` are those
+/// at the outermost point, whose own error is left out: what they tell is how apex, axis, radius and angle vary between
+/// the two, tilts of the axis that raise the point included.
 template <class T>
 class CORVEX_API ConeFit : public FitAnswer<T>
 {
@@ -35,7 +40,7 @@ public:
     T halfAngle = T(0);
     /// The standard deviations of the components of `point`.
     TVector3<T> pointDeviation;
-    /// The standard deviation of `radius`.
+    /// The standard deviation of `radius`, at that height. Elsewhere that of `halfAngle` enters with the distance.
     T radiusDeviation = T(0);
     /// The standard deviation of `halfAngle`.
     T halfAngleDeviation = T(0);

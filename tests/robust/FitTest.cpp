@@ -138,3 +138,40 @@ TEST(Fit, TellsTheDistanceOfEachPointOnRequest)
     EXPECT_EQ(Maths::Robust::LineFit(points, &distances).status, Status::NotFinite);
     EXPECT_EQ(distances.GetCount(), 0u);
 }
+
+TEST(Fit, FollowsShortArcsInSpaceToAMinimumBelowTheTrueCircle)
+{
+    Random random(3);
+    for (int trial = 0; trial < 60; ++trial) {
+        const unsigned int count = 8 + 4 * static_cast<unsigned int>(trial);
+        TPointSet<double, TVector3> points;
+        double squares = 0;
+        for (unsigned int i = 0; i < count; ++i) {
+            // Ten degrees, whose rise of 0.004 is not much above the error.
+            const double angle = 0.1745 * i / (count - 1), radius = 1 + 2e-3 * random.Uniform();
+            const double across = 2e-3 * random.Uniform(), x = radius * std::cos(angle), y = radius * std::sin(angle);
+            points.Add(TVector3<double>(0.6 * x + 0.8 * across, y, 0.6 * across - 0.8 * x));
+            squares += (radius - 1) * (radius - 1) + across * across;
+        }
+        const Maths::Robust::CircleFit fit(points);
+        ASSERT_TRUE(fit) << count;
+        EXPECT_LE(fit.rms, std::sqrt(squares / count));
+    }
+}
+
+TEST(Fit, SeesAllSidesOfWhatIsScannedByTurns)
+{
+    // Every 500th point, of which a first look at 100000 might make do, has one of two angles.
+    TPointSet<double, TVector3> cylinder, ring;
+    for (int i = 0; i < 100000; ++i) {
+        const double angle = 3.14159265358979 * (i % 250) / 125, x = std::cos(angle), y = std::sin(angle);
+        cylinder.Add(TVector3<double>(x, y, 2e-5 * i));
+        ring.Add(TVector3<double>(x, y, 1e-9 * (i % 3)));
+    }
+    const Maths::Robust::CylinderFit fit(cylinder);
+    ASSERT_TRUE(fit);
+    EXPECT_NEAR(fit.cylinder.radius, 1, 1e-12);
+    const Maths::Robust::CircleFit circle(ring);
+    ASSERT_TRUE(circle);
+    EXPECT_NEAR(circle.circle.radius, 1, 1e-12);
+}

@@ -3,6 +3,7 @@
 #include <CorvexMaths/robust/internal/Placement.h>
 
 #include <algorithm>
+#include <utility>
 
 /// The features to fit: for each the distances of a point and their derivatives by the parameters, and how a step moves
 /// it. `Row` writes the derivatives and then the distance; it is written once for double and for twice its digits, in
@@ -190,6 +191,95 @@ struct Ring
         radius += step[5];
     }
     double Size() const { return std::max(1.0, std::fabs(radius.high)); }
+};
+
+/// A circle in space by a point of its rim, for the first steps: axis 0 points outwards there, axis 1 is the normal and
+/// the last one the tangent. Place and direction at the rim and the vector of curvature have bounds on a short arc, where
+/// centre, tilt and radius hang together so closely that steps in them would have to follow a bent and narrow valley; a
+/// straight line has the curvature 0.
+///
+/// With k the curvature and u, w, v the coordinates along the axes, the distance from the cylinder over the circle is
+/// (q - 1) / k with q^2 = (1 + k u)^2 + (k v)^2. A turn about the tangent by 1 / k moves the vector of curvature
+/// sideways by 1. It turns the two components of a distance too; they are told in the frame before it, since their
+/// squares add to the same.
+struct Arc
+{
+    static constexpr unsigned int dimension = 3;
+    static constexpr unsigned int parameters = 6;
+    static constexpr unsigned int rows = 2;
+
+    Placement<3> place;
+    double curvature = 0.0;
+
+    explicit Arc(const Ring& ring, const DoubleDouble* mean) : curvature(1.0 / ring.radius.high)
+    {
+        // The point of the rim towards the mean is about amid a short arc.
+        double x = 0.0;
+        double y = 0.0;
+        for (unsigned int k = 0; k < 3; ++k) {
+            const double out = (mean[k] - ring.place.origin[k]).high;
+            x += out * ring.place.axes[0][k].high;
+            y += out * ring.place.axes[1][k].high;
+        }
+        const double length = std::sqrt(x * x + y * y);
+        x = length > 0.0 ? x / length : 1.0;
+        y = length > 0.0 ? y / length : 0.0;
+        double axes[3][3];
+        for (unsigned int k = 0; k < 3; ++k) {
+            const double first = ring.place.axes[0][k].high;
+            const double second = ring.place.axes[1][k].high;
+            axes[0][k] = x * first + y * second;
+            axes[1][k] = ring.place.axes[2][k].high;
+            axes[2][k] = x * second - y * first;
+        }
+        place = Placement<3>(ring.place.origin, axes);
+        place.Shift(0, ring.radius);
+    }
+    /// The same by its centre.
+    Ring ToRing() const
+    {
+        Ring ring;
+        ring.radius = DoubleDouble(1.0) / DoubleDouble(curvature);
+        ring.place = place;
+        ring.place.Shift(0, -ring.radius);
+        std::swap(ring.place.axes[1], ring.place.axes[2]);
+        ring.place.Shift(0, 0.0);
+        return ring;
+    }
+
+    template <class>
+    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    {
+        const double u = place.Along<double>(0, point);
+        const double w = place.Along<double>(1, point);
+        const double v = place.Along<double>(2, point);
+        const double k = curvature;
+        const double ahead = 1.0 + k * u;
+        const double q = std::sqrt(ahead * ahead + (k * v) * (k * v));
+        const double divisor = Round<2>::Divisor(q);
+        const double outwards = ahead / divisor;
+        const double forwards = k * v / divisor;
+        // (q - 1 - k u) / k^2, where the point does not lie behind the centre without a difference.
+        const double sag = ahead > 0.0 ? v * v / (q + ahead) : (q - ahead) / (k * k);
+        const double distance = (2.0 * u + k * (u * u + v * v)) / (1.0 + q);
+        const double in[] = {
+            -outwards, 0.0, u * forwards - v * outwards, w * forwards, sag / divisor, -k * w * sag / divisor, distance};
+        const double along[] = {0.0, -1.0, 0.0, -v, 0.0, sag, w};
+        std::copy(in, in + 7, row[0]);
+        std::copy(along, along + 7, row[1]);
+    }
+    static double Signed(const double* d) { return Ring::Signed(d); }
+
+    void Move(const double* step)
+    {
+        place.Shift(0, step[0]);
+        place.Shift(1, step[1]);
+        place.Tilt(step + 2);
+        const double inwards = curvature + step[4];
+        curvature = std::sqrt(inwards * inwards + step[5] * step[5]);
+        if (curvature > 0.0) place.Turn(inwards / curvature, step[5] / curvature);
+    }
+    double Size() const { return 1.0; }
 };
 
 /// A cylinder about the last axis, or a cone that widens along it. With r the distance from the axis, z the height

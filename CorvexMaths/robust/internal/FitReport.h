@@ -118,6 +118,24 @@ double SignOf(const DoubleDouble (&direction)[D])
     return direction[greatest].high < 0.0 ? -1.0 : 1.0;
 }
 
+/// The first steps of most features are those of their own parameters.
+template <class Feature>
+bool Approach(const LocalPoints<Feature::dimension>&, DistanceFit<Feature>* fit)
+{
+    return Feature::startsThere || fit->Approach();
+}
+
+/// Those of a circle in space are taken by its rim.
+inline bool Approach(const LocalPoints<3>& points, DistanceFit<Ring>* fit)
+{
+    DistanceFit<Arc> rim(points, Arc(fit->feature, points.Mean().data()));
+    const bool rests = rim.Approach() && rim.feature.curvature > 0.0;
+    if (rests) fit->feature = rim.feature.ToRing();
+    fit->Approach(0);
+    fit->iterations += rim.iterations;
+    return rests;
+}
+
 /// What most features do between the first and the last steps, and after them: nothing.
 template <class Feature>
 Status Anchor(const LocalPoints<Feature::dimension>&, DistanceFit<Feature>*)
@@ -172,7 +190,7 @@ void FitTo(const Points& set, unsigned int least, Answer* answer, TList<T>* dist
     Feature start;
     if (!Start(points, &start)) return;
     DistanceFit<Feature> fit(points, start);
-    bool rests = Feature::startsThere || fit.Approach();
+    bool rests = Approach(points, &fit);
     rests = rests && Anchor(points, &fit) == Status::Done && fit.Settle();
     answer->iterations = fit.iterations;
     // Where the points determine the feature badly, that is also why the steps did not come to rest.

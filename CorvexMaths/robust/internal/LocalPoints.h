@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <type_traits>
@@ -89,7 +90,8 @@ public:
         return std::ldexp((scaled + DoubleDouble(shift[k])).high, outer);
     }
 
-    /// Every step-th point, for a first look.
+    /// One of each run of `step` points, for a first look. Which one differs from run to run, as the multiples of the
+    /// golden ratio do, since scans by turns and rows would show every step-th point at a few angles alone.
     LocalPoints Sample(unsigned int step) const { return LocalPoints(*this, step); }
 
 private:
@@ -106,7 +108,12 @@ private:
         : status(all.status), rounding(all.rounding), count((all.count + step - 1) / step)
     {
         coordinates.reset(new double[Size()]);
-        for (unsigned int i = 0; i < count; ++i) std::copy_n(all[std::size_t(i) * step], D, &coordinates[i * D]);
+        for (unsigned int i = 0; i < count; ++i) {
+            const unsigned int first = i * step;
+            const unsigned int run = std::min(step, all.count - first);
+            const std::uint64_t share = i * 0x9E3779B97F4A7C15u >> 32;
+            std::copy_n(all[first + static_cast<unsigned int>(share * run >> 32)], D, &coordinates[i * D]);
+        }
     }
 
     /// Brings the coordinates to at most 1 in absolute value, so that no extent overflows, shifts them, and brings half

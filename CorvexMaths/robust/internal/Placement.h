@@ -61,6 +61,18 @@ public:
         Straighten();
     }
 
+    /// Turns axis 0 towards axis 1 by an angle of this cosine and sine.
+    void Turn(double cosine, double sine)
+    {
+        for (unsigned int k = 0; k < D; ++k) {
+            const DoubleDouble x = axes[0][k];
+            const DoubleDouble y = axes[1][k];
+            axes[0][k] = x * DoubleDouble(cosine) + y * DoubleDouble(sine);
+            axes[1][k] = y * DoubleDouble(cosine) - x * DoubleDouble(sine);
+        }
+        Straighten();
+    }
+
 private:
     double nearOrigin[D];
     double nearAxes[D][D];

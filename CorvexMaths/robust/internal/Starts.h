@@ -83,10 +83,10 @@ bool Start(const LocalPoints<D>& points, Round<D>* round)
     return true;
 }
 
-inline bool Start(const LocalPoints<3>& points, Ring* ring)
+/// The circle about a given one of the principal axes: that of the points' projection along it.
+inline bool StartAcross(const LocalPoints<3>& points, const PrincipalAxes<3>& principal, unsigned int axis, Ring* ring)
 {
-    const PrincipalAxes<3> principal(points);
-    ring->place = PlaceAlong(principal, {0, 1, 2});
+    ring->place = PlaceAlong(principal, {axis == 0 ? 1u : 0u, axis == 2 ? 1u : 2u, axis});
     double centre[2];
     double radius;
     const auto place = [&](const double* point, double* p) {
@@ -96,6 +96,25 @@ inline bool Start(const LocalPoints<3>& points, Ring* ring)
     for (unsigned int k = 0; k < 2; ++k) ring->place.Shift(k, centre[k]);
     ring->radius = radius;
     return true;
+}
+
+/// The best of the circles about the three principal axes, followed some way on some of the points: on a short arc with
+/// form errors the normal may be any axis but the first, or none.
+inline bool Start(const LocalPoints<3>& points, Ring* ring)
+{
+    const PrincipalAxes<3> principal(points);
+    const LocalPoints<3> sample = points.Sample((points.GetCount() + 199) / 200);
+    double least = std::numeric_limits<double>::infinity();
+    for (unsigned int axis = 3; axis-- > 0;) {
+        Ring start;
+        if (!StartAcross(sample, principal, axis, &start)) continue;
+        DistanceFit<Arc> fit(sample, Arc(start, principal.mean.data()));
+        fit.Approach(60);
+        if (!(fit.squares < least) || !(fit.feature.curvature > 0.0)) continue;
+        least = fit.squares;
+        *ring = fit.feature.ToRing();
+    }
+    return std::isfinite(least);
 }
 
 /// The cylinder or cone about a given direction. With the cone's slope t, x^2 + y^2 = (R + t z)^2 about its axis, which
