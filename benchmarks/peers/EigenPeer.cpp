@@ -477,6 +477,153 @@ Work EigenCircleFit(const Array<double>& points, double tolerance, int steps)
             }};
 }
 
+namespace
+{
+
+enum class Kind
+{
+    Ring,
+    Cylinder,
+    Cone
+};
+
+/// The features about an axis: unknowns are shifts and tilts of a frame that moves along, radius and half angle.
+template <Kind kind>
+class AxisFit
+{
+public:
+    static constexpr int K = kind == Kind::Cylinder ? 5 : 6;
+    static constexpr int rows = kind == Kind::Ring ? 2 : 1;
+
+    Eigen::Vector3d origin;
+    Eigen::Matrix3d frame;
+    double radius;
+    double angle;
+
+    AxisFit(const Points<double>& points, const Array<double>& about)
+        : origin(about[0], about[1], about[2]), radius(about[6]), angle(about.size() > 7 ? about[7] : 0)
+    {
+        Point(Eigen::Vector3d(about[3], about[4], about[5]));
+        const Index count = points.cols();
+        Eigen::Matrix<double, Eigen::Dynamic, K> system(rows * count, K);
+        Eigen::VectorXd right(rows * count);
+        Eigen::HouseholderQR<decltype(system)> qr(rows * count, K);
+        for (int i = 0; i < 50; ++i) {
+            Linearise(points, &system, &right);
+            const Eigen::Matrix<double, K, 1> step = qr.compute(system).solve(right);
+            Move(step);
+            if (step.norm() <= 1e-12) return;
+        }
+    }
+
+private:
+    void Point(const Eigen::Vector3d& direction)
+    {
+        frame.col(2) = direction.normalized();
+        frame.col(0) = frame.col(2).unitOrthogonal();
+        frame.col(1) = frame.col(2).cross(frame.col(0));
+    }
+
+    template <class System>
+    void Linearise(const Points<double>& points, System* system, Eigen::VectorXd* right) const
+    {
+        const Index count = points.cols();
+        const Points<double> local = frame.transpose() * (points.colwise() - origin);
+        const Eigen::ArrayXd z = local.row(2).transpose().array();
+        const Eigen::ArrayXd rho = local.template topRows<2>().colwise().norm().transpose().array();
+        const Eigen::ArrayXd x = local.row(0).transpose().array() / rho;
+        const Eigen::ArrayXd y = local.row(1).transpose().array() / rho;
+        const auto column = [&](int k) { return system->col(k).head(count).array(); };
+        const double c = std::cos(angle);
+        const double s = std::sin(angle);
+        column(0) = -c * x;
+        column(1) = -c * y;
+        if constexpr (kind == Kind::Ring) {
+            column(2) = 0;
+            column(3) = -z * x;
+            column(4) = -z * y;
+            column(5) = -1;
+            auto across = system->bottomRows(count);
+            across.setZero();
+            across.col(2).setConstant(-1);
+            across.col(3) = local.row(0).transpose();
+            across.col(4) = local.row(1).transpose();
+            right->head(count) = radius - rho;
+            right->tail(count) = -z;
+        } else {
+            const Eigen::ArrayXd lever = -c * z - s * rho;
+            column(2) = x * lever;
+            column(3) = y * lever;
+            column(4) = -c;
+            if constexpr (kind == Kind::Cone) column(5) = -s * (rho - radius) - c * z;
+            *right = (s * z - c * (rho - radius)).matrix();
+        }
+    }
+
+    void Move(const Eigen::Matrix<double, K, 1>& step)
+    {
+        constexpr int tilt = kind == Kind::Ring ? 3 : 2;
+        origin += frame.leftCols<tilt>() * step.template head<tilt>();
+        radius += step(tilt + 2);
+        if (kind == Kind::Cone) angle += step(K - 1);
+        Point(frame.col(2) + frame.leftCols<2>() * step.template segment<2>(tilt));
+    }
+};
+
+template <Kind kind>
+Work FitAbout(const Array<double>& points, const Array<double>& about)
+{
+    const auto in = std::make_shared<Points<double>>(ToPoints(points));
+    const auto out = std::make_shared<Values>();
+    return {[=] {
+                const AxisFit<kind> fit(*in, about);
+                const Eigen::Vector3d axis = fit.frame.col(2);
+                Eigen::Vector3d place = fit.origin;
+                if (kind == Kind::Cylinder) place -= axis.dot(place) * axis;
+                if (kind == Kind::Cone) place -= fit.radius / std::tan(fit.angle) * axis;
+                *out = ToValues(place);
+                AppendDirection(axis, out.get());
+                out->push_back(kind == Kind::Cone ? fit.angle : fit.radius);
+            },
+            [=] { return *out; }};
+}
+
+} // namespace
+
+Work EigenFlatCircleFit(const Array<double>& points)
+{
+    using Flat = Eigen::Matrix<double, 2, Eigen::Dynamic>;
+    const auto in = std::make_shared<Flat>(Eigen::Map<const Flat>(points.data(), 2, Index(points.size() / 2)));
+    const auto out = std::make_shared<Eigen::Vector3d>();
+    return {[=] {
+                const Eigen::Vector2d mean = in->rowwise().mean();
+                const Flat centred = in->colwise() - mean;
+                RoundFit<2> fit(centred);
+                fit.Refine(50, [](Eigen::Vector2d* centre, double* radius, const Eigen::Vector2d& step, double dr) {
+                    *centre += step;
+                    *radius += dr;
+                    return step.norm() <= 1e-12;
+                });
+                *out << fit.centre + mean, fit.radius;
+            },
+            [=] { return ToValues(*out); }};
+}
+
+Work EigenRingFit(const Array<double>& points, const Array<double>& about)
+{
+    return FitAbout<Kind::Ring>(points, about);
+}
+
+Work EigenCylinderFit(const Array<double>& points, const Array<double>& about)
+{
+    return FitAbout<Kind::Cylinder>(points, about);
+}
+
+Work EigenConeFit(const Array<double>& points, const Array<double>& about)
+{
+    return FitAbout<Kind::Cone>(points, about);
+}
+
 Work EigenRegistration(const Array<double>& from, const Array<double>& to)
 {
     const auto source = std::make_shared<Points<double>>(ToPoints(from));

@@ -77,6 +77,16 @@ Work EigenLineFit(const Array<double>& points);
 Work EigenSphereFit(const Array<double>& points, int steps);
 Work EigenCircleFit(const Array<double>& points, double tolerance, int steps);
 
+// The features of least squared distance by Gauss-Newton steps on Householder's QR, each until a step is below 1e-12:
+// the circle in the plane, of points of two coordinates, from an algebraic fit (centre, radius); those about an axis,
+// from a start beside the feature, `about` being a point, a direction, a radius and, of a cone, the half angle there.
+// Told are the circle in space as centre, direction, radius; the cylinder as the point of the axis nearest to the
+// origin, direction, radius; the cone as apex, direction, half angle. Each direction has its largest component positive.
+Work EigenFlatCircleFit(const Array<double>& points);
+Work EigenRingFit(const Array<double>& points, const Array<double>& about);
+Work EigenCylinderFit(const Array<double>& points, const Array<double>& about);
+Work EigenConeFit(const Array<double>& points, const Array<double>& about);
+
 /// The least-squares solution, by rows, for three right sides, by singular values.
 Work EigenLeastSquares(const Array<double>& matrix, const Array<double>& rightSides, int rows, int columns);
 

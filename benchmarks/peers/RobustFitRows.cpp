@@ -36,6 +36,32 @@ Array<double> MakePart(bool isSphere)
     return points;
 }
 
+/// Points all around an axis through (1, 2, 3), with form errors of a thousandth: on a ring, a cylinder or a cone of
+/// radius 10 there and slope `widening`, up to `reach` to either side of that place.
+Array<double> MakeTurned(double reach, double widening)
+{
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> uniform(-1, 1);
+    Array<double> points;
+    for (int i = 0; i < pointCount; ++i) {
+        const double angle = 3.14159265358979 * uniform(random), form = 1e-3 * uniform(random);
+        const double z = reach > 0 ? reach * uniform(random) : 1e-3 * uniform(random);
+        const double r = 10 + widening * z + form, x = r * std::cos(angle), y = r * std::sin(angle);
+        // The axis points to (0.48, 0.6, 0.64).
+        points.insert(points.end(),
+                      {0.8 * x - 0.36 * y + 0.48 * z + 1, 0.8 * y + 0.6 * z + 2, -0.6 * x - 0.48 * y + 0.64 * z + 3});
+    }
+    return points;
+}
+
+/// What the peer starts from: a little beside the place.
+Array<double> BesideTurned(double slope)
+{
+    Array<double> about{1.02, 1.99, 3.01, 0.47, 0.61, 0.65, 10.05};
+    if (slope > 0) about.push_back(std::atan(slope) + 0.02);
+    return about;
+}
+
 std::shared_ptr<TPointSet<double, TVector3>> MakeSet(const Array<double>& scalars)
 {
     const auto points = std::make_shared<TPointSet<double, TVector3>>();
@@ -76,6 +102,52 @@ const Registration robustFitRows([] {
             return Values{s.x, s.y, s.z, s.w};
         });
     });
+    const Row flat("robust-fit/circle", 1e-10);
+    const auto makeFlat = [] {
+        const Array<double> turned = MakeTurned(0, 0);
+        Array<double> points;
+        for (std::size_t i = 0; i < turned.size(); i += 3) {
+            const double x = turned[i] - 1, y = turned[i + 2] - 3;
+            points.insert(points.end(), {0.8 * x - 0.6 * y + 1, (turned[i + 1] - 2) / 0.8 + 2});
+        }
+        return points;
+    };
+    flat.Add("ours", [=]() -> Work {
+        const Array<double> scalars = makeFlat();
+        const auto points = std::make_shared<TPointSet<double, TVector2>>();
+        for (std::size_t i = 0; i < scalars.size(); i += 2) points->Add(TVector2<double>(scalars[i], scalars[i + 1]));
+        const auto values = std::make_shared<Values>();
+        return {[=] {
+                    const TCircle2<double> c = Robust::CircleFit<double, TVector2>(*points).circle;
+                    *values = {c.centre.x, c.centre.y, c.radius};
+                },
+                [=] { return *values; }};
+    });
+    const Row ring("robust-fit/ring", 1e-10);
+    ring.Add("ours", [] {
+        return FitOf<Robust::CircleFit<double, TVector3>>(MakeTurned(0, 0), [](const auto& fit) {
+            Values values = Together(fit.circle.centre, fit.circle.normal);
+            values.push_back(fit.circle.radius);
+            return values;
+        });
+    });
+    const Row cylinder("robust-fit/cylinder", 1e-10);
+    cylinder.Add("ours", [] {
+        return FitOf<Robust::CylinderFit<double>>(MakeTurned(15, 0), [](const auto& fit) {
+            const TVector3<double>&p = fit.cylinder.centre, &d = fit.cylinder.axis;
+            Values values = Together(p - d * (p.x * d.x + p.y * d.y + p.z * d.z), d);
+            values.push_back(fit.cylinder.radius);
+            return values;
+        });
+    });
+    const Row cone("robust-fit/cone", 1e-10);
+    cone.Add("ours", [] {
+        return FitOf<Robust::ConeFit<double>>(MakeTurned(15, 0.4), [](const auto& fit) {
+            Values values = Together(fit.cone.apex, fit.cone.axis);
+            values.push_back(fit.halfAngle);
+            return values;
+        });
+    });
     const auto moved = [] {
         Array<double> points = MakePart(true);
         for (std::size_t i = 0; i < points.size(); i += 3) {
@@ -101,6 +173,10 @@ const Registration robustFitRows([] {
     if constexpr (hasEigen) {
         line.Add("Eigen", [] { return EigenLineFit(MakePart(false)); });
         plane.Add("Eigen", [] { return EigenPlaneFit(MakePart(false)); });
+        flat.Add("Eigen", [=] { return EigenFlatCircleFit(makeFlat()); });
+        ring.Add("Eigen", [] { return EigenRingFit(MakeTurned(0, 0), BesideTurned(0)); });
+        cylinder.Add("Eigen", [] { return EigenCylinderFit(MakeTurned(15, 0), BesideTurned(0)); });
+        cone.Add("Eigen", [] { return EigenConeFit(MakeTurned(15, 0.4), BesideTurned(0.4)); });
         sphere.Add("Eigen", [] { return EigenSphereFit(MakePart(true), 20); });
         alignment.Add("Eigen", [=] { return EigenRegistration(MakePart(true), moved()); });
     }
