@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -322,6 +323,84 @@ V<T> WeighPoints(const TList<V<T>>& points, const T* basis, Support support)
     return sum;
 }
 
+/// SweepSupport from one order to the next, for a parameter to a lane: of j functions before, j + 1 after. `knots` are
+/// the 2 levels - 2 around each span that enter its functions.
+template <unsigned int j, unsigned int levels, class T, class Lane>
+CORVEX_ALWAYS_INLINE void RaiseOrder(const Lane* knots, const Lane& x, Lane* basis)
+{
+    constexpr T tolerance = Numbers::commonTolerance<T>;
+    Lane rising = {};
+    for (unsigned int k = 0; k < j; ++k) {
+        const Lane start = knots[levels - 1 + k - j];
+        const Lane end = knots[levels - 1 + k];
+        const Lane width = end - start;
+        const auto isZero = (width <= tolerance) & (width >= -tolerance);
+        Lane terms[2] = {(end - x) / width * basis[k], (x - start) / width * basis[k]};
+        for (Lane& term : terms) term = (isZero | ((term <= tolerance) & (term >= -tolerance))) ? Lane{} : term;
+        basis[k] = rising + terms[0];
+        rising = terms[1];
+    }
+    basis[j] = rising;
+}
+
+/// Reads a value for each lane, from its own place; from the first one's for all where `isShared`.
+template <bool isShared, class T, class Lane>
+CORVEX_ALWAYS_INLINE void Gather(Lane& lane, const T* values, const std::size_t* places)
+{
+    if constexpr (isShared)
+        Broadcast(lane, values[places[0]]);
+    else
+        for (unsigned int k = 0; k < sizeof(Lane) / sizeof(T); ++k) lane[k] = values[places[k]];
+}
+
+/// The points at as many parameters as a register has lanes. `spans` are those that hold them, one for all where
+/// `isShared`.
+template <bool isShared, unsigned int levels, unsigned int components, class Lane, class T>
+CORVEX_ALWAYS_INLINE void WeighLanes(const T* knots, const T* values, const T* parameters, const unsigned int* spans,
+                                     T* out)
+{
+    constexpr unsigned int width = sizeof(Lane) / sizeof(T);
+    std::size_t first[width];
+    for (unsigned int lane = 0; lane < width; ++lane) first[lane] = std::size_t(spans[lane]) + 1 - levels;
+    Lane x, near[2 * levels - 2], basis[levels];
+    Load(x, parameters);
+    for (unsigned int k = 0; k < 2 * levels - 2; ++k) Gather<isShared>(near[k], knots + k + 1, first);
+    Broadcast(basis[0], T(1));
+    RaiseOrder<1, levels, T>(near, x, basis);
+    if constexpr (levels > 2) RaiseOrder<2, levels, T>(near, x, basis);
+    if constexpr (levels > 3) RaiseOrder<3, levels, T>(near, x, basis);
+    if constexpr (levels > 4) RaiseOrder<4, levels, T>(near, x, basis);
+
+    for (std::size_t& place : first) place *= components;
+    Lane sums[components] = {};
+    for (unsigned int i = 0; i < levels; ++i) {
+        for (unsigned int k = 0; k < components; ++k) {
+            Lane value;
+            Gather<isShared>(value, values + i * components + k, first);
+            sums[k] += value * basis[i];
+        }
+    }
+    for (unsigned int lane = 0; lane < width; ++lane)
+        for (unsigned int k = 0; k < components; ++k) out[lane * components + k] = sums[k][lane];
+}
+
+/// The points at parameters whose spans are given. Reads and writes whole registers, up to one beyond the last.
+template <unsigned int Bytes, unsigned int levels, unsigned int components, class T>
+CORVEX_ALWAYS_INLINE void WeighSpansBy(const T* knots, const T* values, const T* parameters, const unsigned int* spans,
+                                       unsigned int count, T* out)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    constexpr unsigned int width = Lanes<T, Bytes>::count;
+    for (unsigned int i = 0; i < count; i += width) {
+        unsigned int differences = 0;
+        for (unsigned int lane = 1; lane < width; ++lane) differences |= spans[i + lane] ^ spans[i];
+        if (differences == 0)
+            WeighLanes<true, levels, components, Lane>(knots, values, parameters + i, spans + i, out + i * components);
+        else
+            WeighLanes<false, levels, components, Lane>(knots, values, parameters + i, spans + i, out + i * components);
+    }
+}
+
 /// FillBasis for one parameter after another, as long as knots and control points stay as they are: these are tested
 /// once.
 template <class T, template <class> class V>
@@ -352,13 +431,113 @@ public:
         return WeighPoints<T, V>(points, basis, support);
     }
 
+    /// How many parameters PointsAt takes at most.
+    static constexpr unsigned int most = 64;
+    /// The room behind the parameters, and behind the points, that it may read and write.
+    static constexpr unsigned int slack = Lanes<T, wideBytes>::count;
+
+    /// Writes the points at several parameters, side by side where there is a kernel for the order.
+    void PointsAt(const T* parameters, unsigned int count, unsigned int levels, V<T>* out)
+    {
+        unsigned int spans[most + slack] = {};
+        for (unsigned int first = 0; first < count;) {
+            const unsigned int run = FindSpans(parameters + first, count - first, levels, spans);
+            if (run == 0) {
+                out[first] = PointAt(parameters[first], levels);
+                ++first;
+                continue;
+            }
+            std::fill_n(spans + run, slack, spans[run - 1]);
+            T* const point = out[first];
+            if (levels == 2) WeighSpans<2>(parameters + first, spans, run, point);
+            if (levels == 3) WeighSpans<3>(parameters + first, spans, run, point);
+            if (levels == 4) WeighSpans<4>(parameters + first, spans, run, point);
+            if (levels == 5) WeighSpans<5>(parameters + first, spans, run, point);
+            first += run;
+        }
+    }
+
 private:
+    /// Writes the spans that hold the first parameters, as long as the functions over each belong to knots and control
+    /// points, and returns how many these are; 0 where there is no kernel for the order.
+    unsigned int FindSpans(const T* parameters, unsigned int count, unsigned int levels, unsigned int* spans) const
+    {
+        if (!isPlain || levels < 2 || levels > 5) return 0;
+        const unsigned int knotCount = basisCount + 1;
+        T lower = T(0);
+        T upper = T(0);
+        for (unsigned int i = 0; i < count; ++i) {
+            const T x = parameters[i];
+            if (x >= lower && upper > x) {
+                spans[i] = spans[i - 1];
+                continue;
+            }
+            const unsigned int reached = CountReached(knots, knotCount, x, levels);
+            if (reached < levels || reached > points.GetCount() || reached + levels > knotCount) return i;
+            if (!IsReached(knots, knotCount, x, reached)) return i;
+            spans[i] = reached - 1;
+            // What IsReached compares with, at once.
+            const T* const behind = knots + reached;
+            lower = *std::max_element(behind - std::min(reached, knotStride<T>), behind);
+            upper = *std::min_element(behind, behind + std::min(knotCount - reached, knotStride<T>));
+        }
+        return count;
+    }
+
+    template <unsigned int levels>
+    void WeighSpans(const T* parameters, const unsigned int* spans, unsigned int count, T* out) const
+    {
+        const T* const values = ValuesOf<T, V>(points);
+        ForThisProcessor([=, from = knots](auto bytes) {
+            WeighSpansBy<bytes, levels, componentsOf<T, V>>(from, values, parameters, spans, count, out);
+        });
+    }
+
     const T* const knots;
     T* const basis;
     const unsigned int basisCount;
     const TList<V<T>>& points;
     const bool isPlain;
     Support support = {0, 0};
+};
+
+/// Collects parameters, and hands on the points at them, in order and some at a time: take(points, count).
+template <class T, template <class> class V, class Take>
+class PointStream
+{
+public:
+    PointStream(RepeatedBasis<T, V>& repeatedBasis, unsigned int splineOrder, Take takePoints)
+        : basis(repeatedBasis), order(splineOrder), take(takePoints)
+    {}
+
+    void Add(T x)
+    {
+        parameters[count++] = x;
+        if (count == RepeatedBasis<T, V>::most) HandOn();
+    }
+
+    /// Hands on the last points and leaves the basis functions as those at the last parameter.
+    void Finish()
+    {
+        const T last = parameters[count > 0 ? count - 1 : RepeatedBasis<T, V>::most - 1];
+        HandOn();
+        basis.Fill(last, order);
+    }
+
+private:
+    void HandOn()
+    {
+        basis.PointsAt(parameters, count, order, points);
+        take(points, count);
+        count = 0;
+    }
+
+    RepeatedBasis<T, V>& basis;
+    const unsigned int order;
+    Take take;
+    unsigned int count = 0;
+    T parameters[RepeatedBasis<T, V>::most + RepeatedBasis<T, V>::slack] = {};
+    V<T> points[RepeatedBasis<T, V>::most + RepeatedBasis<T, V>::slack];
 };
 
 } // namespace

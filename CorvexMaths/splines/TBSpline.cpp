@@ -252,7 +252,10 @@ void TBSpline<T, V>::Evaluate(TPointSet<T, V>* out, T step, bool byLength)
     ForParameters(increment, [&](T) { ++pointCount; });
     Kernels::MakeRoomForAdditions(*out, pointCount);
     RepeatedBasis<T, V> basis(knots.GetStream(), coefficients.GetStream(), coefficientCount, *this);
-    ForParameters(increment, [&](T u) { out->Add(basis.PointAt(MapToKnots(u), order)); });
+    const auto add = [out](const V<T>* points, unsigned int n) { out->AddRange(points, n); };
+    PointStream stream(basis, order, add);
+    ForParameters(increment, [&](T u) { stream.Add(MapToKnots(u)); });
+    stream.Finish();
 }
 
 template <class T, template <class> class V>
@@ -274,12 +277,17 @@ T TBSpline<T, V>::GetLength(T start, T end, T step)
     if (end >= b) {
         // The end of one chord is the start of the next.
         V<T> from = pointAt(start);
+        PointStream stream(basis, order, [&](const V<T>* points, unsigned int n) {
+            for (unsigned int i = 0; i < n; ++i) {
+                total = total + from.DiffVectLen(points[i]);
+                from = points[i];
+            }
+        });
         do {
-            const V<T> to = pointAt(b);
-            total = total + from.DiffVectLen(to);
-            from = to;
+            stream.Add(MapToKnots(b));
             b = b + step;
         } while (end >= b);
+        stream.Finish();
     }
     // Rounding may have put this beside the last point.
     const T last = b - step;
