@@ -81,7 +81,8 @@ Work EigenCircleFit(const Array<double>& points, double tolerance, int steps);
 // the circle in the plane, of points of two coordinates, from an algebraic fit (centre, radius); those about an axis,
 // from a start beside the feature, `about` being a point, a direction, a radius and, of a cone, the half angle there.
 // Told are the circle in space as centre, direction, radius; the cylinder as the point of the axis nearest to the
-// origin, direction, radius; the cone as apex, direction, half angle. Each direction has its largest component positive.
+// origin, direction, radius; the cone as apex, direction, half angle. Each direction has its largest component
+// positive.
 Work EigenFlatCircleFit(const Array<double>& points);
 Work EigenRingFit(const Array<double>& points, const Array<double>& about);
 Work EigenCylinderFit(const Array<double>& points, const Array<double>& about);

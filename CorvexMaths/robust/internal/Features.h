@@ -194,9 +194,9 @@ struct Ring
 };
 
 /// A circle in space by a point of its rim, for the first steps: axis 0 points outwards there, axis 1 is the normal and
-/// the last one the tangent. Place and direction at the rim and the vector of curvature have bounds on a short arc, where
-/// centre, tilt and radius hang together so closely that steps in them would have to follow a bent and narrow valley; a
-/// straight line has the curvature 0.
+/// the last one the tangent. Place and direction at the rim and the vector of curvature have bounds on a short arc,
+/// where centre, tilt and radius hang together so closely that steps in them would have to follow a bent and narrow
+/// valley; a straight line has the curvature 0.
 ///
 /// With k the curvature and u, w, v the coordinates along the axes, the distance from the cylinder over the circle is
 /// (q - 1) / k with q^2 = (1 + k u)^2 + (k v)^2. A turn about the tangent by 1 / k moves the vector of curvature
