@@ -10,6 +10,7 @@
 #include <CorvexMaths/primitives/TTriangle.h>
 #include <CorvexMaths/vectors/TVector2.h>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -19,6 +20,8 @@ namespace Halmont::Orrin::CorvexMaths
 namespace Kernels
 {
 class Grid;
+class GridRings;
+struct InsideRule;
 struct OutlineSet;
 } // namespace Kernels
 
@@ -204,6 +207,20 @@ private:
 
     /// The empty region of a status.
     explicit TRegion(RegionStatus became);
+
+    /// The points inside rings by a rule.
+    TRegion(const Kernels::GridRings& rings, WindingRule rule);
+
+    /// What a rule says of several regions on a common grid. To the winding numbers that it is given each region
+    /// contributes its weight where a point is inside.
+    static TRegion Combine(const TRegion* const* operands, std::size_t count, const long long* weights,
+                           const Kernels::InsideRule& isInside);
+
+    /// The same of two regions, of which the second counts 2.
+    TRegion Combine(const TRegion& other, const Kernels::InsideRule& isInside) const;
+
+    /// The same of regions that count 1 each.
+    static TRegion Combine(const std::vector<TRegion>& regions, const Kernels::InsideRule& isInside);
 
     /// What it holds, never changed; null for an empty region.
     std::shared_ptr<const Kernels::OutlineSet> outlines;

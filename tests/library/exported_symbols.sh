@@ -1,8 +1,8 @@
 #!/bin/sh
 # What the shared library offers is the members, type information and virtual tables of its own classes, and nothing
-# else: no free function, nothing of the kernels or the numerical rules, nothing of the standard library. clang++ also
-# exports what it has not inlined of the lambdas and local classes of members, and of the standard library's templates
-# over the classes; it may.
+# else: no free function, nothing of the kernels or the numerical rules. Of the standard library's templates, over the
+# classes and over numbers, compilers export what they have not inlined, whatever the visibility asked for; they may.
+# clang++ also exports what it has not inlined of the lambdas and local classes of members.
 #
 #   exported_symbols.sh LIBRARY HEADER_FOLDER
 set -eu
@@ -15,7 +15,7 @@ classes=$(grep -rhoE '(class|struct) CORVEX_API [A-Za-z0-9]+' "$headers" |
 ours="^_Z(T[VIS])?N[VKRO]*7Halmont5Orrin(11CorvexMaths(6Robust)?|15CorvexUtilities)($classes)"
 
 symbols=$(nm -D --defined-only --format=posix "$library" | cut -d ' ' -f 1)
-local='^$'
+local='(^| )std::'
 if readelf -p .comment "$library" | grep -q clang; then local='\)( const)?::|(^| )std::'; fi
 strangers=$(printf '%s\n' "$symbols" | grep -vE "$ours" | c++filt | grep -vE "$local") || :
 if [ -n "$strangers" ]; then

@@ -6,7 +6,6 @@
 #include <CorvexMaths/regions/internal/Grid.h>
 
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
@@ -27,8 +26,14 @@ struct OutlineSet
     bool IsHole(std::size_t ring) const { return owners[ring] != ring; }
 };
 
-/// Whether points of a winding number are inside.
-using InsideRule = std::function<bool(std::int64_t windingNumber)>;
+/// Whether points of a winding number are inside: a function and what it compares with.
+struct InsideRule
+{
+    bool (*decide)(std::int64_t windingNumber, std::int64_t argument);
+    std::int64_t argument = 0;
+
+    bool operator()(std::int64_t windingNumber) const { return decide(windingNumber, argument); }
+};
 
 InsideRule MakeInsideRule(WindingRule rule);
 

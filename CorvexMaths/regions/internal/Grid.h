@@ -39,11 +39,15 @@ public:
     /// coordinates are so far from the origin that `double` tells fewer of them apart.
     static constexpr int extentBits = 41;
 
-    /// Of step 1.
-    Grid() = default;
-
-    /// Of the step 2^exponent.
-    explicit Grid(int stepExponent) : exponent(stepExponent) {}
+    /// Of the step 2^stepExponent.
+    explicit Grid(int stepExponent = 0) : exponent(stepExponent)
+    {
+        const int half = exponent / 2;
+        up[0] = std::ldexp(1.0, half);
+        up[1] = std::ldexp(1.0, exponent - half);
+        down[0] = std::ldexp(1.0, -half);
+        down[1] = std::ldexp(1.0, half - exponent);
+    }
 
     /// The grid for finite coordinates of at most `size` in magnitude, and of at most `extent` from the least to the
     /// greatest in x and in y.
@@ -68,16 +72,19 @@ public:
     double GetStep() const { return std::ldexp(1.0, exponent); }
 
     /// The number of the grid line nearest to a coordinate, the even one of two.
-    std::int64_t ToGrid(double coordinate) const { return std::llrint(std::ldexp(coordinate, -exponent)); }
+    std::int64_t ToGrid(double coordinate) const { return std::llrint(coordinate * down[0] * down[1]); }
 
     /// The coordinate of a grid line, exact up to 2^53.
-    double FromGrid(std::int64_t number) const { return std::ldexp(static_cast<double>(number), exponent); }
+    double FromGrid(std::int64_t number) const { return static_cast<double>(number) * up[0] * up[1]; }
 
     bool operator==(const Grid& other) const { return exponent == other.exponent; }
     bool operator!=(const Grid& other) const { return exponent != other.exponent; }
 
 private:
-    int exponent = 0;
+    int exponent;
+    /// The step and its reciprocal, each as two factors, as the whole may lie beyond what a `double` holds.
+    double up[2];
+    double down[2];
 };
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -1,0 +1,218 @@
+#include <CorvexMaths/regions/internal/EdgeTree.h>
+
+#include <CorvexMaths/regions/internal/Predicates.h>
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+namespace
+{
+
+/// The place of a point of 16 bits in x and y on a Hilbert curve.
+std::uint32_t GetHilbertPlace(std::uint32_t x, std::uint32_t y)
+{
+    std::uint32_t place = 0;
+    for (std::uint32_t side = 1u << 15; side != 0; side >>= 1) {
+        const std::uint32_t right = (x & side) != 0 ? 1 : 0;
+        const std::uint32_t upper = (y & side) != 0 ? 1 : 0;
+        place = place << 2 | ((3 * right) ^ upper);
+        // Turns the quarter so that the curve within it starts where that before it ends.
+        if (upper == 0) {
+            if (right == 1) {
+                x = ~x;
+                y = ~y;
+            }
+            std::swap(x, y);
+        }
+    }
+    return place;
+}
+
+} // namespace
+
+std::uint32_t Chains::Find(std::uint32_t point) const
+{
+    return static_cast<std::uint32_t>(std::upper_bound(starts.begin(), starts.end(), point) - starts.begin() - 1);
+}
+
+void Chains::Add(const Ring& ring)
+{
+    if (ring.size() >= std::numeric_limits<std::uint32_t>::max() - points.size())
+        throw std::length_error("regions: too many vertices");
+    points.insert(points.end(), ring.begin(), ring.end());
+    points.push_back(ring.front());
+    starts.push_back(static_cast<std::uint32_t>(points.size()));
+}
+
+EdgeTree::EdgeTree(const Chains& edges) : chains(edges)
+{
+    if (chains.points.empty()) return;
+    FitScale();
+    MakeBlocks();
+    MakeGroups();
+}
+
+void EdgeTree::FitScale()
+{
+    GridPoint low = chains.points[0];
+    GridPoint high = low;
+    for (const GridPoint& p : chains.points) {
+        low.x = std::min(low.x, p.x);
+        low.y = std::min(low.y, p.y);
+        high.x = std::max(high.x, p.x);
+        high.y = std::max(high.y, p.y);
+    }
+    // A step around for the width of boxes.
+    originX = low.x - 1;
+    originY = low.y - 1;
+    const std::int64_t extent = std::max(high.x - low.x, high.y - low.y) + 2;
+    while (extent >> shift >= std::int64_t(1) << 30) ++shift;
+}
+
+void EdgeTree::MakeBlocks()
+{
+    // Each block by the place of the middle of its edges on the curve, and by its number for a total order.
+    std::vector<std::pair<std::uint32_t, Block>> places;
+    places.reserve(chains.points.size() / fanOut + chains.GetCount());
+    int coarser = 0;
+    for (std::int32_t extent = std::int32_t(1) << 30; extent > 1 << 16; extent >>= 1) ++coarser;
+    for (std::uint32_t c = 0; c < chains.GetCount(); ++c) {
+        const std::uint32_t end = chains.starts[c + 1] - 1;
+        for (std::uint32_t i = chains.starts[c]; i < end; i += fanOut) {
+            const Block block{i, std::min(std::uint32_t(fanOut), end - i)};
+            const GridPoint& middle = chains.points[i + block.count / 2];
+            const std::uint32_t x = static_cast<std::uint32_t>(ToBoxX(middle.x) >> coarser);
+            const std::uint32_t y = static_cast<std::uint32_t>(ToBoxY(middle.y) >> coarser);
+            places.emplace_back(GetHilbertPlace(x, y), block);
+        }
+    }
+    std::sort(places.begin(), places.end(), [](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first < b.first : a.second.first < b.second.first;
+    });
+    blocks.reserve(places.size());
+    for (const auto& place : places) blocks.push_back(place.second);
+}
+
+void EdgeTree::Clear(Group* group)
+{
+    constexpr std::int32_t beyond = std::numeric_limits<std::int32_t>::max();
+    for (unsigned int k = 0; k < fanOut; ++k) {
+        group->lowX[k] = group->lowY[k] = beyond;
+        group->highX[k] = group->highY[k] = -beyond;
+    }
+}
+
+void EdgeTree::SetBox(std::uint32_t edge, Group* group, unsigned int k) const
+{
+    const GridPoint& a = chains.points[edge];
+    const GridPoint& b = chains.points[edge + 1];
+    group->lowX[k] = ToBoxX(std::min(a.x, b.x) - 1);
+    group->highX[k] = ToBoxX(std::max(a.x, b.x) + 1);
+    group->lowY[k] = ToBoxY(std::min(a.y, b.y) - 1);
+    group->highY[k] = ToBoxY(std::max(a.y, b.y) + 1);
+}
+
+void EdgeTree::SetBox(const Group& below, Group* group, unsigned int k)
+{
+    group->lowX[k] = *std::min_element(below.lowX, below.lowX + fanOut);
+    group->highX[k] = *std::max_element(below.highX, below.highX + fanOut);
+    group->lowY[k] = *std::min_element(below.lowY, below.lowY + fanOut);
+    group->highY[k] = *std::max_element(below.highY, below.highY + fanOut);
+}
+
+void EdgeTree::MakeGroups()
+{
+    levels.emplace_back(blocks.size());
+    for (std::size_t g = 0; g < blocks.size(); ++g) {
+        Group& group = levels[0][g];
+        Clear(&group);
+        for (unsigned int k = 0; k < blocks[g].count; ++k) SetBox(blocks[g].first + k, &group, k);
+    }
+    while (levels.back().size() > 1) {
+        const std::size_t boxCount = levels.back().size();
+        std::vector<Group> groups((boxCount + fanOut - 1) / fanOut);
+        for (Group& group : groups) Clear(&group);
+        for (std::size_t i = 0; i < boxCount; ++i)
+            SetBox(levels.back()[i], &groups[i / fanOut], static_cast<unsigned int>(i % fanOut));
+        levels.push_back(std::move(groups));
+    }
+}
+
+/// A search for the edge below a point.
+struct EdgeTree::Below
+{
+    GridPoint from;
+    std::int32_t x, y;
+    /// The highest edge so far, from its left end to its right one.
+    std::uint32_t edge = none;
+    GridPoint left, right;
+    /// No box that ends lower holds a higher edge.
+    std::int32_t least = std::numeric_limits<std::int32_t>::min();
+
+    /// Whether an edge from a to b lies above the highest so far, right of the point: they do not cross, so the end
+    /// that lies in the width of the other tells, or where that is on the other the far end.
+    bool IsHigher(const GridPoint& a, const GridPoint& b) const
+    {
+        if (edge == none) return true;
+        if (a.x >= left.x) {
+            const int side = Orientation(left, right, a);
+            return (side != 0 ? side : Orientation(left, right, b)) > 0;
+        }
+        const int side = Orientation(a, b, left);
+        return (side != 0 ? side : Orientation(a, b, right)) < 0;
+    }
+};
+
+void EdgeTree::TryBelow(std::uint32_t edge, Below* search) const
+{
+    GridPoint a = chains.points[edge];
+    GridPoint b = chains.points[edge + 1];
+    if (a.x > b.x) std::swap(a, b);
+    const GridPoint& from = search->from;
+    if (a.x > from.x || b.x <= from.x || Orientation(a, b, from) <= 0 || !search->IsHigher(a, b)) return;
+    search->edge = edge;
+    search->left = a;
+    search->right = b;
+    const double share = static_cast<double>(from.x - a.x) / static_cast<double>(b.x - a.x);
+    // Rounding leaves the height within a step; two below are surely below.
+    const double height = static_cast<double>(b.y - a.y) * share - 2.0;
+    search->least = ToBoxY(std::max(a.y + static_cast<std::int64_t>(height), std::min(a.y, b.y)));
+}
+
+void EdgeTree::SearchBelow(unsigned int level, std::size_t g, Below* search) const
+{
+    const Group& group = levels[level][g];
+    // The highest box first: its edges cut off most.
+    unsigned int order[fanOut];
+    unsigned int count = 0;
+    for (unsigned int k = 0; k < fanOut; ++k) {
+        if (group.lowX[k] > search->x || group.highX[k] < search->x || group.lowY[k] > search->y) continue;
+        unsigned int at = count++;
+        for (; at > 0 && group.highY[order[at - 1]] < group.highY[k]; --at) order[at] = order[at - 1];
+        order[at] = k;
+    }
+    for (unsigned int n = 0; n < count && group.highY[order[n]] >= search->least; ++n) {
+        if (level == 0) {
+            TryBelow(blocks[g].first + order[n], search);
+        } else {
+            SearchBelow(level - 1, g * fanOut + order[n], search);
+        }
+    }
+}
+
+std::uint32_t EdgeTree::FindBelow(const GridPoint& from) const
+{
+    Below search;
+    search.from = from;
+    search.x = ToBoxX(from.x);
+    search.y = ToBoxY(from.y);
+    if (!levels.empty()) SearchBelow(static_cast<unsigned int>(levels.size() - 1), 0, &search);
+    return search.edge;
+}
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -1,0 +1,141 @@
+#pragma once
+
+/// A tree of boxes over the edges of closed chains, for pairs of edges that come close and for the edge below a point.
+/// Internal.
+
+#include <CorvexMaths/regions/internal/Grid.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace Halmont::Orrin::CorvexMaths::Kernels
+{
+
+/// Closed chains one behind the other, each with its first point again at its end: edge i leads from point i to point
+/// i + 1, and the last point of a chain starts none.
+struct Chains
+{
+    std::vector<GridPoint> points;
+    /// Where each chain starts, and the end of all.
+    std::vector<std::uint32_t> starts{0};
+
+    std::uint32_t GetCount() const { return static_cast<std::uint32_t>(starts.size() - 1); }
+
+    /// The chain of a point.
+    std::uint32_t Find(std::uint32_t point) const;
+
+    /// Appends a ring, closed by its first point. Throws std::length_error where 32 bits do not count the points.
+    void Add(const Ring& ring);
+};
+
+/// Boxes in groups of eight over up to eight successive edges each; groups are put in the order of a Hilbert curve
+/// (I. Kamel and C. Faloutsos, 1993), so that the tree is as good for many small chains in any order as for a long one.
+///
+/// A box is that of the edge widened by one step and rounded outward to 30 bits: it says what may be close, not what
+/// is.
+class EdgeTree
+{
+public:
+    static constexpr std::uint32_t none = 0xffffffffu;
+
+    /// Refers to the chains, which stay as they are for its life.
+    explicit EdgeTree(const Chains& edges);
+
+    /// Calls found(i, j) with i < j once for each two edges that come within a step of one another in x and in y, and
+    /// for some others.
+    template <class Found>
+    void ForEachClosePair(const Found& found) const
+    {
+        if (!levels.empty()) Join(static_cast<unsigned int>(levels.size() - 1), 0, 0, found);
+    }
+
+    /// The edge that a ray straight down from a point meets first, strictly below the point, or `none`. The ray runs by
+    /// an infinitesimal step right of the point, so that it meets no vertex. Edges must not cross.
+    std::uint32_t FindBelow(const GridPoint& from) const;
+
+private:
+    static constexpr unsigned int fanOut = 8;
+
+    struct Group
+    {
+        std::int32_t lowX[fanOut], highX[fanOut], lowY[fanOut], highY[fanOut];
+    };
+
+    /// The edges whose boxes are in a group of the lowest level.
+    struct Block
+    {
+        std::uint32_t first;
+        std::uint32_t count;
+    };
+
+    struct Below;
+
+    std::int32_t ToBoxX(std::int64_t x) const { return static_cast<std::int32_t>((x - originX) >> shift); }
+    std::int32_t ToBoxY(std::int64_t y) const { return static_cast<std::int32_t>((y - originY) >> shift); }
+
+    void FitScale();
+    void MakeBlocks();
+    void MakeGroups();
+    void SetBox(std::uint32_t edge, Group* group, unsigned int k) const;
+    static void Clear(Group* group);
+    static void SetBox(const Group& below, Group* group, unsigned int k);
+    void SearchBelow(unsigned int level, std::size_t group, Below* search) const;
+    void TryBelow(std::uint32_t edge, Below* search) const;
+
+    /// A bit for each box of `other` that meets box k of `group`.
+    static unsigned int GetMeeting(const Group& group, unsigned int k, const Group& other)
+    {
+        typedef std::int32_t Lane __attribute__((vector_size(16)));
+        unsigned int bits = 0;
+        for (unsigned int half = 0; half < fanOut; half += 4) {
+            Lane lowX, highX, lowY, highY;
+            std::memcpy(&lowX, other.lowX + half, sizeof(Lane));
+            std::memcpy(&highX, other.highX + half, sizeof(Lane));
+            std::memcpy(&lowY, other.lowY + half, sizeof(Lane));
+            std::memcpy(&highY, other.highY + half, sizeof(Lane));
+            const Lane meets = (lowX <= group.highX[k]) & (highX >= group.lowX[k]) & (lowY <= group.highY[k]) &
+                               (highY >= group.lowY[k]);
+            std::uint64_t words[2];
+            std::memcpy(words, &meets, sizeof(words));
+            for (unsigned int w = 0; w < 2; ++w)
+                bits |= static_cast<unsigned int>((words[w] & 1) | (words[w] >> 62 & 2)) << (half + 2 * w);
+        }
+        return bits;
+    }
+
+    /// Two groups of a level, or one with itself.
+    template <class Found>
+    void Join(unsigned int level, std::size_t a, std::size_t b, const Found& found) const
+    {
+        const Group& groupA = levels[level][a];
+        const Group& groupB = levels[level][b];
+        for (unsigned int i = 0; i < fanOut; ++i) {
+            unsigned int meeting = GetMeeting(groupA, i, groupB);
+            // In a group with itself each pair comes once; at the lowest level a box with itself is no pair.
+            if (a == b) meeting = meeting >> i << i;
+            if (a == b && level == 0) meeting &= ~(1u << i);
+            for (; meeting != 0; meeting &= meeting - 1) {
+                const unsigned int j = static_cast<unsigned int>(__builtin_ctz(meeting));
+                if (level != 0) {
+                    Join(level - 1, a * fanOut + i, b * fanOut + j, found);
+                } else {
+                    const std::uint32_t first = blocks[a].first + i;
+                    const std::uint32_t second = blocks[b].first + j;
+                    found(first < second ? first : second, first < second ? second : first);
+                }
+            }
+        }
+    }
+
+    const Chains& chains;
+    /// What maps coordinates to those of boxes.
+    std::int64_t originX = 0, originY = 0;
+    unsigned int shift = 0;
+    std::vector<Block> blocks;
+    /// From the lowest, of one group for each block, to one of a single group.
+    std::vector<std::vector<Group>> levels;
+};
+
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

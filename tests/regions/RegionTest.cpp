@@ -1,0 +1,328 @@
+#include <CorvexMaths/regions/TRegion.h>
+#include <CorvexMaths/robust/Predicates.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace Halmont::Orrin::CorvexMaths;
+
+namespace
+{
+
+using Vector = TVector2<double>;
+using Outline = TPolygon<double, TVector2>;
+using Region = TRegion<double>;
+
+Outline MakeOutline(const std::vector<Vector>& points)
+{
+    return Outline(points.data(), static_cast<unsigned int>(points.size()));
+}
+
+Outline MakeRectangle(double left, double bottom, double right, double top)
+{
+    return Outline{{left, bottom}, {right, bottom}, {right, top}, {left, top}};
+}
+
+int Orient(const Vector& a, const Vector& b, const Vector& c)
+{
+    return Robust::Predicates<double>::Orientation(a, b, c);
+}
+
+bool IsOnEdge(const Vector& a, const Vector& b, const Vector& p)
+{
+    return Orient(a, b, p) == 0 && p.x >= std::min(a.x, b.x) && p.x <= std::max(a.x, b.x) &&
+           p.y >= std::min(a.y, b.y) && p.y <= std::max(a.y, b.y);
+}
+
+/// How often outlines go round a point; sets a flag where it is on one of them.
+int GetWindingNumber(const std::vector<Outline>& outlines, const Vector& p, bool* isOnRim)
+{
+    int number = 0;
+    for (const Outline& outline : outlines) {
+        for (unsigned int i = 0; i < outline.GetCount(); ++i) {
+            const Vector& a = outline[i];
+            const Vector& b = outline[(i + 1) % outline.GetCount()];
+            if (IsOnEdge(a, b, p)) *isOnRim = true;
+            if (a.y <= p.y && b.y > p.y && Orient(a, b, p) > 0) ++number;
+            if (b.y <= p.y && a.y > p.y && Orient(a, b, p) < 0) --number;
+        }
+    }
+    return number;
+}
+
+bool IsInsideBy(WindingRule rule, int number)
+{
+    return rule == WindingRule::EvenOdd ? number % 2 != 0 : rule == WindingRule::Positive ? number > 0 : number != 0;
+}
+
+/// The turn at the first vertex, which is extreme.
+int GetSense(const Outline& outline)
+{
+    return Orient(outline[outline.GetCount() - 1], outline[0], outline[1]);
+}
+
+/// What is wrong with the outlines of a region; empty if nothing is.
+std::string FindFault(const Region& region)
+{
+    struct Edge
+    {
+        Vector a, b;
+    };
+    std::vector<Edge> edges;
+    const auto isBefore = [](const Vector& p, const Vector& q) { return p.y != q.y ? p.y < q.y : p.x < q.x; };
+    for (const Outline& outline : region.GetOutlines()) {
+        std::vector<Vector> points;
+        for (unsigned int i = 0; i < outline.GetCount(); ++i) points.push_back(outline[i]);
+        if (std::min_element(points.begin(), points.end(), isBefore) != points.begin()) return "start";
+        for (std::size_t i = 0; i < points.size(); ++i)
+            edges.push_back(Edge{points[i], points[(i + 1) % points.size()]});
+        std::sort(points.begin(), points.end(), isBefore);
+        if (points.size() < 3 || std::adjacent_find(points.begin(), points.end()) != points.end()) return "vertices";
+    }
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        const Edge& e = edges[i];
+        for (std::size_t j = 0; j < edges.size(); ++j) {
+            const Edge& f = edges[j];
+            if (i == j) continue;
+            if (f.a != e.a && f.a != e.b && IsOnEdge(e.a, e.b, f.a)) return "vertex inside an edge";
+            if ((e.a == f.a && e.b == f.b) || (e.a == f.b && e.b == f.a)) return "overlap";
+            if (Orient(e.a, e.b, f.a) * Orient(e.a, e.b, f.b) < 0 && Orient(f.a, f.b, e.a) * Orient(f.a, f.b, e.b) < 0)
+                return "crossing";
+        }
+    }
+    std::size_t outlineCount = 0;
+    for (const Region::Piece& piece : region.GetPieces()) {
+        outlineCount += 1 + piece.holes.size();
+        if (GetSense(piece.outline) <= 0) return "sense of an outer outline";
+        for (const Outline& hole : piece.holes) {
+            if (GetSense(hole) >= 0) return "sense of a hole";
+            for (unsigned int i = 0; i < hole.GetCount(); ++i) {
+                bool isOnRim = false;
+                const int number = GetWindingNumber({piece.outline}, hole[i], &isOnRim);
+                if (number != 1 && !isOnRim) return "hole outside";
+            }
+        }
+    }
+    return outlineCount == region.GetOutlineCount() ? "" : "pieces";
+}
+
+unsigned int Draw(std::mt19937* random, std::size_t count)
+{
+    return static_cast<unsigned int>((*random)() % count);
+}
+
+/// Outlines of few vertices on a grid of whole numbers, so that vertices coincide, edges overlap and run back.
+std::vector<Outline> MakeRandomOutlines(std::mt19937* random, unsigned int side)
+{
+    std::vector<Outline> outlines(1 + Draw(random, 4));
+    for (Outline& outline : outlines) {
+        const unsigned int count = Draw(random, 12);
+        for (unsigned int i = 0; i < count; ++i) {
+            const double x = Draw(random, side);
+            outline.Add(Vector(x, Draw(random, side)));
+        }
+    }
+    return outlines;
+}
+
+/// The same outlines in another order, from other vertices on.
+std::vector<Outline> Shuffle(std::vector<Outline> outlines, std::mt19937* random)
+{
+    if (outlines.empty()) return outlines;
+    std::rotate(outlines.begin(), outlines.begin() + Draw(random, outlines.size()), outlines.end());
+    for (Outline& outline : outlines) {
+        std::vector<Vector> points;
+        for (unsigned int i = 0; i < outline.GetCount(); ++i) points.push_back(outline[i]);
+        if (points.empty()) continue;
+        std::rotate(points.begin(), points.begin() + Draw(random, points.size()), points.end());
+        outline = MakeOutline(points);
+    }
+    return outlines;
+}
+
+/// A triangle so far away that the step of the grid becomes 1, and all crossings beside whole numbers are rounded.
+const Outline farAway{{0x1p41, 0.0}, {0x1p41, 1.0}, {0x1p41 - 1.0, 1.0}};
+
+class Rules : public testing::TestWithParam<WindingRule>
+{};
+
+TEST_P(Rules, InsideIsWhatTheWindingNumbersSay)
+{
+    for (unsigned int seed = 1; seed <= 700; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        const std::vector<Outline> outlines = MakeRandomOutlines(&random, 5);
+        const Region region(outlines, GetParam());
+        ASSERT_EQ(FindFault(region), "");
+        for (int i = 0; i < 13 * 13; ++i) {
+            // Some points on edges, some beside them by more than crossings are rounded.
+            const Vector p(i % 13 * 0.5 - 1.0 + i % 2 * 0.1875, i / 13 * 0.5 - 1.0 + i % 2 * 0.125);
+            bool isOnInput = false;
+            const bool isInside = IsInsideBy(GetParam(), GetWindingNumber(outlines, p, &isOnInput));
+            if (isOnInput) continue;
+            ASSERT_EQ(region.IsWithin(p), isInside ? RegionSide::Inside : RegionSide::Outside) << p.x << " " << p.y;
+        }
+    }
+}
+
+TEST_P(Rules, ResultIsCanonicalAndStaysAsItIs)
+{
+    for (unsigned int seed = 1; seed <= 700; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        std::vector<Outline> outlines = MakeRandomOutlines(&random, 4 + Draw(&random, 20));
+        if (Draw(&random, 4) != 0) outlines.push_back(farAway);
+        const Region region(outlines, GetParam());
+        ASSERT_EQ(FindFault(region), "");
+        ASSERT_EQ(Region(region.GetOutlines(), WindingRule::EvenOdd), region);
+        ASSERT_EQ(Region(Shuffle(region.GetOutlines(), &random), WindingRule::Positive), region);
+        ASSERT_EQ(Region(Shuffle(outlines, &random), GetParam()), region);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Rules,
+                         testing::Values(WindingRule::NonZero, WindingRule::EvenOdd, WindingRule::Positive));
+
+TEST(Region, OperationsKeepTheLawsOfSets)
+{
+    for (unsigned int seed = 1; seed <= 500; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        // Upright rectangles cross in whole numbers, so that all is exact; other outlines up to the grid.
+        const bool isExact = seed % 2 == 0;
+        std::vector<Outline> outlines[2];
+        for (std::vector<Outline>& given : outlines) {
+            if (!isExact) given = MakeRandomOutlines(&random, 6);
+            for (int i = 0; i < 5 && isExact; ++i) {
+                const double x = Draw(&random, 9);
+                const double y = Draw(&random, 9);
+                given.push_back(MakeRectangle(x, y, x + 1 + Draw(&random, 4), y + 1 + Draw(&random, 4)));
+            }
+        }
+        const Region a(outlines[0]);
+        const Region b(outlines[1]);
+        const Region both = a.Intersect(b);
+        const Region rest = a.Subtract(b);
+        const Region all = a.Unite(b);
+        const Region either = a.Exclude(b);
+        for (const Region* region : {&both, &rest, &all, &either}) ASSERT_EQ(FindFault(*region), "");
+        const double rounding = 1e-9;
+        ASSERT_NEAR(all.GetArea() + both.GetArea(), a.GetArea() + b.GetArea(), rounding);
+        ASSERT_NEAR(rest.GetArea() + both.GetArea(), a.GetArea(), rounding);
+        ASSERT_NEAR(either.GetArea() + both.GetArea(), all.GetArea(), rounding);
+        ASSERT_EQ(a.Unite(a), a);
+        ASSERT_EQ(a.Intersect(a), a);
+        ASSERT_TRUE(a.Exclude(a).IsEmpty());
+        ASSERT_EQ(b.Unite(a), all);
+        ASSERT_EQ(Region::Unite({a, b}), all);
+        ASSERT_EQ(Region::Intersect({b, a}), both);
+        ASSERT_EQ(Region::Exclude({a, b}), either);
+        if (!isExact) continue;
+        ASSERT_EQ(rest.Unite(both), a);
+        ASSERT_EQ(all.Subtract(both), either);
+        ASSERT_EQ(a.Exclude(either), b);
+    }
+}
+
+TEST(Region, LinksOutlinesThatTouchWithoutCrossing)
+{
+    struct
+    {
+        const char* name;
+        std::vector<Outline> outlines;
+        std::vector<std::size_t> holesOfPieces;
+        double area;
+    } const rows[] = {
+        {"pieces touching in a corner", {MakeRectangle(0, 0, 1, 1), MakeRectangle(1, 1, 2, 2)}, {0, 0}, 2.0},
+        {"figure of eight", {{{0, 0}, {2, 2}, {2, 0}, {0, 2}}}, {0, 0}, 2.0},
+        {"hole touching its outline", {MakeRectangle(0, 0, 4, 4), {{0, 2}, {2, 1}, {2, 3}}}, {1}, 14.0},
+        {"hole touching at two places", {MakeRectangle(0, 0, 4, 4), {{0, 2}, {2, 1}, {4, 2}, {2, 3}}}, {0, 0}, 12.0},
+        {"holes touching one another",
+         {MakeRectangle(0, 0, 4, 4), MakeRectangle(1, 1, 2, 2), MakeRectangle(2, 2, 3, 3)},
+         {2},
+         14.0},
+        {"island touching its hole",
+         {MakeRectangle(0, 0, 4, 4), MakeRectangle(1, 1, 3, 3), {{2, 1}, {3, 2}, {2, 2}}},
+         {1, 0},
+         12.5},
+        {"islands in holes",
+         {MakeRectangle(0, 0, 8, 8), MakeRectangle(1, 1, 7, 7), MakeRectangle(2, 2, 6, 6), MakeRectangle(3, 3, 5, 5),
+          MakeRectangle(9, 0, 10, 1)},
+         {1, 0, 1},
+         41.0},
+        {"hole reached from below through a notch",
+         {{{0, 0}, {2, 2}, {4, 0}, {4, 4}, {0, 4}}, {{2, 2}, {3, 3}, {1, 3}}},
+         {1},
+         11.0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Region region(row.outlines, WindingRule::EvenOdd);
+        EXPECT_EQ(FindFault(region), "");
+        EXPECT_EQ(region.GetArea(), row.area);
+        std::vector<std::size_t> holes;
+        for (const Region::Piece& piece : region.GetPieces()) holes.push_back(piece.holes.size());
+        EXPECT_EQ(holes, row.holesOfPieces);
+    }
+}
+
+TEST(Region, TellsTheRimFromTheInside)
+{
+    const Region region(std::vector<Outline>{MakeRectangle(0, 0, 3, 3), {{1, 1}, {1, 2}, {2, 1}}});
+    const double next = std::numeric_limits<double>::epsilon();
+    EXPECT_EQ(region.IsWithin(Vector(1.5, 1.5)), RegionSide::OnRim);
+    EXPECT_EQ(region.IsWithin(Vector(1.5, 1.5 + next)), RegionSide::Inside);
+    EXPECT_EQ(region.IsWithin(Vector(1.5, 1.5 - next)), RegionSide::Outside);
+    EXPECT_EQ(region.IsWithin(Vector(0.5, 0.0)), RegionSide::OnRim);
+    EXPECT_EQ(region.IsWithin(Vector(3.0, 3.0)), RegionSide::OnRim);
+    EXPECT_EQ(region.IsWithin(Vector(4.0, 3.0)), RegionSide::Outside);
+    EXPECT_EQ(region.IsWithin(Vector(std::numeric_limits<double>::quiet_NaN(), 1.0)), RegionSide::Outside);
+    EXPECT_EQ(region.GetBoundingBox(), TBox<double>(TVector3<double>(0, 0, 0), TVector3<double>(3, 3, 0), 1.0));
+}
+
+TEST(Region, SaysWhyItIsEmpty)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinite = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(Region(Outline()).GetStatus(), RegionStatus::TooFewPoints);
+    EXPECT_EQ(Region(Outline{{0, 0}, {1, 1}}).GetStatus(), RegionStatus::TooFewPoints);
+    EXPECT_EQ(Region(Outline{{0, 0}, {1, 1}, {2, 2}, {0, 0}}).GetStatus(), RegionStatus::NoArea);
+    EXPECT_EQ(Region(Outline{{0, 0}, {0, 1}, {1, 0}}, WindingRule::Positive).GetStatus(), RegionStatus::NoArea);
+    EXPECT_EQ(Region(Outline{{0, 0}, {0, nan}, {1, 0}}).GetStatus(), RegionStatus::NotFinite);
+    EXPECT_EQ(Region(Outline{{0, 0}, {0, 1}, {-infinite, 0}}).GetStatus(), RegionStatus::NotFinite);
+    const Region far(std::vector<Outline>{farAway, MakeRectangle(0.1, 0.1, 0.2, 0.2)});
+    EXPECT_EQ(far.GetStatus(), RegionStatus::Vanished);
+    EXPECT_EQ(far.GetOutlineCount(), 1u);
+    EXPECT_EQ(far.GetStep(), 1.0);
+    const Region empty;
+    const Region square(MakeRectangle(0, 0, 1, 1));
+    EXPECT_EQ(square.Intersect(empty), empty);
+    EXPECT_EQ(square.Unite(empty), square);
+    EXPECT_EQ(Region::Unite(std::vector<Region>()), empty);
+    EXPECT_EQ(square.Intersect(Region(MakeRectangle(2, 0, 3, 1))).GetStatus(), RegionStatus::Done);
+}
+
+TEST(Region, HoldsExtremeCoordinates)
+{
+    for (const double size : {0x1p-1070, 0x1p-500, 1.0, 0x1p52, 0x1p1000}) {
+        const Region region(std::vector<Outline>{MakeRectangle(0, 0, 2 * size, 2 * size),
+                                                 MakeRectangle(size, size, 3 * size, 3 * size)});
+        EXPECT_EQ(FindFault(region), "");
+        EXPECT_EQ(region.GetVertexCount(), 8u) << size;
+        EXPECT_EQ(region.GetBoundingBox().maximum.x, 3 * size);
+    }
+    // The scalar changes nothing.
+    const TRegion<float> narrow(TPolygon<float, TVector2>{{0.1f, 0.0f}, {1.0f, 0.1f}, {0.3f, 1.0f}, {0.9f, 0.9f}});
+    const Region wide(narrow);
+    EXPECT_EQ(TRegion<float>(wide), narrow);
+    EXPECT_EQ(wide.GetStep(), narrow.GetStep());
+    EXPECT_EQ(static_cast<float>(wide.GetArea()), narrow.GetArea());
+}
+
+} // namespace
