@@ -190,10 +190,12 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
         }
         Pick() = results[0];
     }
-    /// The range of an outline, the two forms of the point, and the scores of its sides one by one agree.
+    /// The range of an outline, the two forms of the point, the scores of its sides one by one, and the outline made
+    /// ready for many points agree.
     void IsWithin()
     {
         const Set& set = PickLarge(4200);
+        const TOutlineIndex<T> made(set), prepared(made);
         const unsigned int all = set.GetCount(), from = in.Between(0, all), count = in.Between(0, all - from);
         for (unsigned int round = 0; round < 4; ++round) {
             auto point = in.template Vector<TVector2<T>>();
@@ -213,6 +215,9 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
             Require(set.IsWithin(point) == set.IsWithin(point, 0, all));
             Require(set.IsWithin(point) == set.IsWithin(point.x, point.y));
             out << isWithin << crossings << set.IsWithin(point);
+            const TVector2<T> a = index < all ? static_cast<TVector2<T>>(set[index]) : point, b = point;
+            for (const TVector2<T>& p : {point, a, (a + b) * T(0.5), TVector2<T>((a.x + b.x) / 2, a.y)})
+                Require(prepared.IsWithin(p) == set.IsWithin(p));
         }
     }
     /// The hits are appended to whatever the list holds, which must not be this set.

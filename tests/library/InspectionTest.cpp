@@ -2,6 +2,8 @@
 
 #include <examples/inspect_part/Inspection.h>
 
+#include <CorvexMaths/robust/ClosestPoint.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,31 +14,14 @@ namespace
 
 using namespace Inspect;
 
-/// The point of a curve of one piece, by repeated division of the lines between its control points.
-Vector Divide(Points controls, double u)
-{
-    for (unsigned int left = controls.GetCount() - 1; left > 0; --left)
-        for (unsigned int i = 0; i < left; ++i) controls[i] = controls[i] * (1 - u) + controls[i + 1] * u;
-    return controls[0];
-}
-
-/// The distance of a point from such a curve: the nearest of many parameters, then of many ever closer to that one.
-double DistanceFromCurve(const Points& controls, const Vector& p)
-{
-    double nearest = 0.5, distance = (Divide(controls, nearest) - p).GetLength();
-    for (double reach = 0.5; reach > 1e-9; reach /= 50)
-        for (double middle = nearest, k = -1; k <= 1; k += 0.01) {
-            const double u = std::clamp(middle + k * reach, 0.0, 1.0), other = (Divide(controls, u) - p).GetLength();
-            nearest = other < distance ? u : nearest;
-            distance = std::min(distance, other);
-        }
-    return distance;
-}
-
 /// The distance of a point from the fitted geometry; with a sign where it has two sides.
 double DistanceFrom(const Fitted& fitted, Kind kind, const Vector& point)
 {
-    if (kind == Kind::Profile) return DistanceFromCurve(fitted.controls, point);
+    if (kind == Kind::Profile) {
+        const Maths::TBSpline<double, Maths::TVector3> curve(fitted.controls, fitted.controls.GetCount(),
+                                                             Maths::Clamped);
+        return Maths::Robust::ClosestPoint(curve, point).distance;
+    }
     const double along = (point - fitted.point) % fitted.axis;
     if (kind == Kind::Plane) return along;
     const double across = (point - fitted.point - fitted.axis * along).GetLength();

@@ -12,11 +12,11 @@ static_assert(__cplusplus >= 201703L, "the language level comes with the library
 namespace
 {
 
-/// Hears of its vertices, through the virtual table that the library fills.
+/// Hears of its vertices, through the virtual table that the library fills: of each that comes and each that leaves.
 class CountingPolygon : public TPolygon<double, TVector2>
 {
 public:
-    unsigned int heard = 0;
+    unsigned int heard = 0, removed = 0;
 
 protected:
     void ElementAdded(TVector2<double>& vertex) override
@@ -24,6 +24,7 @@ protected:
         TPolygon::ElementAdded(vertex);
         ++heard;
     }
+    void ElementRemoved(TVector2<double>&) override { ++removed; }
 };
 
 } // namespace
@@ -35,6 +36,9 @@ int main()
     for (const TVector2<double>& corner : corners) plate.Add(corner);
     const TPolygon<double, TVector2> copy(corners, 4);
     std::printf("plate: %u heard, area %g and %g\n", plate.heard, plate.GetSimpleArea(), copy.GetSimpleArea());
+    plate.SimplifyDPM(9);
+    plate.MinkowskiSum(corners, 3);
+    std::printf("simplified and summed: %u removed, %u heard\n", plate.removed, plate.heard);
 
     const TVector3<float> across = TVector3<float>(2, 0, 0) * TVector3<float>(0, 2, 0);
     TMatrixMxN<double> matrix(2, 2);
