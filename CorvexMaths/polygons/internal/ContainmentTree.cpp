@@ -75,7 +75,7 @@ ContainmentTree<T>::ContainmentTree(const T* points, unsigned int stride, unsign
       vertexX(new T[std::size_t(vertexCount) + 1]),
       vertexY(new T[std::size_t(vertexCount) + 1]),
       runs((vertexCount + blockSize - 1) / blockSize),
-      slopes(new T[runs.GetGroupCount() * BoxTree<T>::fanOut]())
+      runGroups(new RunGroup[runs.GetGroupCount()]())
 {
     T sizeX = T(0), sizeY = T(0);
     for (unsigned int i = 0; i <= count; ++i) {
@@ -97,6 +97,11 @@ void ContainmentTree<T>::BoundRun(unsigned int level, std::size_t box, T sizeX, 
 {
     const std::size_t length = GetRunLength(level);
     const std::size_t first = box * length, last = std::min<std::size_t>(first + length, count);
+    RunGroup& runGroup = runGroups[runs.GetNumber(level, box / BoxTree<T>::fanOut)];
+    const std::size_t place = box % BoxTree<T>::fanOut;
+    runGroup.startY[place] = vertexY[first];
+    runGroup.endY[place] = vertexY[last];
+
     bool isSound = true;
     std::size_t lowest = first, highest = first;
     for (std::size_t i = first; i <= last; ++i) {
@@ -114,14 +119,14 @@ void ContainmentTree<T>::BoundRun(unsigned int level, std::size_t box, T sizeX, 
     const T slope = lean > steepest<T> ? steepest<T> : lean < -steepest<T> ? -steepest<T> : lean == lean ? lean : T(0);
     T least = std::numeric_limits<T>::infinity(), greatest = -least;
     for (std::size_t i = first; i <= last; ++i) {
-        const T place = vertexX[i] - slope * vertexY[i];
-        least = std::min(least, place);
-        greatest = std::max(greatest, place);
+        const T constant = vertexX[i] - slope * vertexY[i];
+        least = std::min(least, constant);
+        greatest = std::max(greatest, constant);
     }
     const T margin = 16 * std::numeric_limits<T>::epsilon() * (sizeX + Numbers::Absolute(slope) * sizeY) +
                      4 * std::numeric_limits<T>::denorm_min();
     runs.SetBox(level, box, {least - margin, greatest + margin, lowY, highY});
-    slopes[runs.GetNumber(level, box / BoxTree<T>::fanOut) * BoxTree<T>::fanOut + box % BoxTree<T>::fanOut] = slope;
+    runGroup.slope[place] = slope;
 }
 
 template <class T>
@@ -147,73 +152,65 @@ void ContainmentTree<T>::OrderLevelWeights()
         // NaN goes behind the numbers.
         return a.key < b.key || (std::isnan(b.key) && !std::isnan(a.key));
     });
-    while (filterLength * 8 < levels.size()) filterLength *= 2;
+    while (filterLength * 4 < levels.size()) filterLength *= 2;
     levelFilter.reset(new std::uint64_t[filterLength]());
     int sum = 0;
     for (LevelWeight& level : levels) {
         level.before = sum;
         sum += level.weight;
-        const std::uint64_t hash = HashLevel(level.y);
-        levelFilter[(hash >> 6) & (filterLength - 1)] |= std::uint64_t(1) << (hash & 63);
+        const LevelMark mark(level.y, filterLength);
+        levelFilter[mark.word] |= mark.bits;
     }
     levels.push_back({std::numeric_limits<T>::infinity(), T(0), 0, sum});
 }
 
 template <class T>
-std::uint64_t ContainmentTree<T>::HashLevel(T y)
+ContainmentTree<T>::LevelMark::LevelMark(T y, std::uint64_t filterLength)
 {
     // Zeros of both signs are one level.
     const double level = static_cast<double>(y) + 0.0;
-    std::uint64_t bits;
-    std::memcpy(&bits, &level, sizeof(bits));
-    return (bits * 0x9E3779B97F4A7C15u) >> 24;
+    std::uint64_t hash;
+    std::memcpy(&hash, &level, sizeof(hash));
+    // Round numbers differ in their first bits alone, which the product hands on to higher ones only.
+    hash = (hash ^ hash >> 32) * 0x9E3779B97F4A7C15u;
+    word = (hash ^ hash >> 32) & (filterLength - 1);
+    const std::uint64_t one = 1;
+    bits = one << (hash >> 58) | one << (hash >> 52 & 63) | one << (hash >> 46 & 63);
 }
 
 template <class T>
 int ContainmentTree<T>::GetScore(T x, T y) const
 {
     using Lane = BaselineLanes<T>;
+    using Mask = BaselineMask<T>;
+    Mask sums = {};
     int score = ScoreLevel(x, y);
     runs.Traverse(
         0,
         [&](unsigned int level, std::size_t group) {
-            // The runs that the level passes through, and of those the ones to the right and to the left.
-            unsigned int passed = 0, right = 0, left = 0;
+            // The runs that the level passes through; those of them to the right or left are scored by their ends, and
+            // the others entered. A comparison that holds is -1.
+            unsigned int entered = 0;
             const auto& bounds = runs.GetGroup(level, group);
-            const T* const slope = &slopes[runs.GetNumber(level, group) * BoxTree<T>::fanOut];
+            const RunGroup& more = runGroups[runs.GetNumber(level, group)];
             for (unsigned int from = 0; from < BoxTree<T>::fanOut; from += baselineCount<T>) {
-                const BaselineMask<T> passes =
-                    (LoadLanes(bounds.lowY + from) < y) & (LoadLanes(bounds.highY + from) >= y);
+                const Mask passes = (LoadLanes(bounds.lowY + from) < y) & (LoadLanes(bounds.highY + from) >= y);
                 if (!AnyLane(passes)) continue;
-                const Lane place = LoadLanes(slope + from) * y;
-                const BaselineMask<T> isRight = passes & (place + LoadLanes(bounds.lowX + from) > x);
-                const BaselineMask<T> isLeft = passes & (place + LoadLanes(bounds.highX + from) < x);
-                for (unsigned int k = 0; k < baselineCount<T>; ++k) {
-                    passed |= static_cast<unsigned int>(passes[k] & 1) << (from + k);
-                    right |= static_cast<unsigned int>(isRight[k] & 1) << (from + k);
-                    left |= static_cast<unsigned int>(isLeft[k] & 1) << (from + k);
-                }
+                const Lane place = LoadLanes(more.slope + from) * y;
+                const Mask isRight = passes & (place + LoadLanes(bounds.lowX + from) > x);
+                const Mask isLeft = passes & (place + LoadLanes(bounds.highX + from) < x);
+                const Mask scores = (LoadLanes(more.endY + from) >= y) - (LoadLanes(more.startY + from) >= y);
+                sums += (scores & isRight) - (scores & isLeft);
+                entered |= PackMask<T>(passes & ~(isRight | isLeft)) << from;
             }
-            const auto firstOf = [group](unsigned int bits) {
-                return group * BoxTree<T>::fanOut + static_cast<unsigned int>(__builtin_ctz(bits));
-            };
-            for (unsigned int bits = right; bits != 0; bits &= bits - 1) score += ScoreRun(level, firstOf(bits), y);
-            for (unsigned int bits = left; bits != 0; bits &= bits - 1) score -= ScoreRun(level, firstOf(bits), y);
-            return passed & ~(right | left);
+            return entered;
         },
         [&](unsigned int from, unsigned int to) {
             score += ScoreSides(from * blockSize, std::min(to * blockSize, count), x, y);
             return true;
         });
+    for (unsigned int k = 0; k < baselineCount<T>; ++k) score += static_cast<int>(sums[k]);
     return score;
-}
-
-template <class T>
-int ContainmentTree<T>::ScoreRun(unsigned int level, std::size_t box, T y) const
-{
-    const std::size_t length = GetRunLength(level);
-    const std::size_t end = std::min<std::size_t>((box + 1) * length, count);
-    return static_cast<int>(vertexY[box * length] >= y) - static_cast<int>(vertexY[end] >= y);
 }
 
 template <class T>
@@ -241,8 +238,8 @@ int ContainmentTree<T>::ScoreSides(unsigned int first, unsigned int end, T x, T 
 template <class T>
 int ContainmentTree<T>::ScoreLevel(T x, T y) const
 {
-    const std::uint64_t hash = HashLevel(y);
-    if ((levelFilter[(hash >> 6) & (filterLength - 1)] >> (hash & 63) & 1) == 0) return 0;
+    const LevelMark mark(y, filterLength);
+    if ((levelFilter[mark.word] & mark.bits) != mark.bits) return 0;
     const auto end = levels.end() - 1;
     const auto first = std::partition_point(levels.begin(), end, [y](const LevelWeight& a) { return a.y < y; });
     const auto last = std::partition_point(first, end, [y](const LevelWeight& a) { return a.y == y; });

@@ -40,24 +40,34 @@ private:
         int before;
     };
 
+    /// What is told of the runs of a group besides their boxes.
+    struct RunGroup
+    {
+        T slope[BoxTree<T>::fanOut], startY[BoxTree<T>::fanOut], endY[BoxTree<T>::fanOut];
+    };
+
     void BoundRun(unsigned int level, std::size_t box, T sizeX, T sizeY);
     void AddLevelWeights(unsigned int vertex);
     void OrderLevelWeights();
-    int ScoreRun(unsigned int level, std::size_t box, T y) const;
     int ScoreSides(unsigned int first, unsigned int end, T x, T y) const;
     int ScoreLevel(T x, T y) const;
 
-    static std::uint64_t HashLevel(T y);
+    /// Where a height is in the filter of heights: a word of it, and the bits there.
+    struct LevelMark
+    {
+        std::uint64_t word, bits;
+        LevelMark(T y, std::uint64_t filterLength);
+    };
 
     unsigned int count;
     /// The vertices, the first one again at the end.
     std::unique_ptr<T[]> vertexX, vertexY;
     /// What bounds the runs: their heights; and in x, less the slope times y, how far they reach.
     BoxTree<T> runs;
-    std::unique_ptr<T[]> slopes;
+    std::unique_ptr<RunGroup[]> runGroups;
     /// By y, then by key.
     std::vector<LevelWeight> levels;
-    /// A Bloom filter, with one hash, of the heights in `levels`; its length is a power of two.
+    /// A Bloom filter of the heights in `levels`, by three bits of one word; its length is a power of two.
     std::unique_ptr<std::uint64_t[]> levelFilter;
     std::size_t filterLength = 1;
     /// Any thread may copy an index.
