@@ -149,10 +149,7 @@ void TPolygon<T, V>::TrimCrossings()
     walk[0] = InPlane(this->storage[0]);
     unsigned int walkCount = 1;
     {
-        TList<TEdge2<T>> edges(this->count, 1u);
-        GetEdges(&edges);
-        const Kernels::CrossingSearch<T> search(edges.GetStream(), edgeCount);
-        edges.Clear(true);
+        const Kernels::CrossingSearch<T> search(&this->storage[0].x, componentsOf<T, V>, edgeCount);
         for (unsigned int i = 0; i < edgeCount; ++walkCount) {
             unsigned int crossed;
             if (search.FindFirst(i, &crossed, &walk[walkCount]))

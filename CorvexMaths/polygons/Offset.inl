@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
 {
@@ -47,7 +48,7 @@ bool TPolygon<T, V>::MakeRawOffset(T distance)
 
     // The edges hold all that is needed to build the raw outline, corner by corner.
     AddCorners(edges, distance, negative);
-    return ReorderOffset(edges, distance);
+    return ReorderOffset(std::move(edges), distance);
 }
 
 template <class T, template <class> class V>

@@ -131,6 +131,17 @@ Outline MakeOutline(unsigned int count)
     return outline;
 }
 
+/// A hexagon wound many times, each time a little wider.
+Outline MakeWoundHexagon(unsigned int windings)
+{
+    Outline outline(6 * windings, 1000u);
+    for (unsigned int i = 0; i < 6 * windings; ++i) {
+        const double angle = 6.283185307179586 * (i % 6) / 6, radius = 100 + 1e-3 * i;
+        outline.Add(TVector2<double>(radius * std::cos(angle), radius * std::sin(angle)));
+    }
+    return outline;
+}
+
 void MeasureLists()
 {
     const auto append = [](unsigned int capacity, bool doubles) {
@@ -177,7 +188,7 @@ void MeasurePointSets()
 
 void MeasureOutlines()
 {
-    const Outline outline = MakeOutline(many), small = MakeOutline(few);
+    const Outline outline = MakeOutline(many), small = MakeOutline(few), wound = MakeWoundHexagon(1000);
     const auto measure = [](const char* name, const Outline& source, const std::function<void(Outline&)>& operation) {
         Outline copy(source);
         Measure(name, source.GetCount(), [&] { operation(copy); });
@@ -189,6 +200,7 @@ void MeasureOutlines()
     measure("area and winding", outline, [](Outline& o) { o.GetSimpleArea(), o.GetWindingAngle(); });
     measure("containment of a point", outline, [](Outline& o) { o.IsWithin(0.0, 0.0); });
     measure("offset", outline, [](Outline& o) { static_cast<void>(o.Offset(5, 0)); });
+    measure("offset of a wound hexagon", wound, [](Outline& o) { static_cast<void>(o.Offset(-0.25, 0)); });
     measure("trimming of crossings", outline, [](Outline& o) { o.TrimCrossings(); });
     measure("reordering", small, [](Outline& o) { o.ReorderCEC(); });
     measure("making simple", small, [](Outline& o) { o.MakeSimplePolygon(); });

@@ -112,17 +112,32 @@ TYPED_TEST(GrowthTest, WhatNobodyWatchesEndsAsStepByStep)
 
 TYPED_TEST(GrowthTest, ExchangesAreThoseOfThePlainPassesWhereTheseEnd)
 {
+    using T = typename TypeParam::T;
     unsigned int comparedCount = 0;
-    this->OnOutlines(90, 150, [&comparedCount](const auto& outline, auto&, unsigned int) {
-        PlainOutline<typename TypeParam::T> removed;
+    const auto compare = [&comparedCount](const PlainOutline<T>& outline) {
+        PlainOutline<T> removed;
         auto expected = PlainRemoveDuplicates(outline, &removed);
         if (!PlainMakeSimple(&expected)) return;
         ++comparedCount;
         OpenPolygon<TypeParam> polygon(outline);
         polygon.MakeSimplePolygon();
         ASSERT_TRUE(AreSameBits(polygon.GetOutline(), expected));
-    });
+    };
+    this->OnOutlines(90, 150, [&compare](const auto& outline, auto&, unsigned int) { compare(outline); });
     EXPECT_GT(comparedCount, 30u);
+
+    // To and fro along a line whose sides meet by rounding alone, y being x p / (1 - p) with p next to a power of two.
+    comparedCount = 0;
+    const T p = T(1) / 64 - T(0.75) * std::numeric_limits<T>::epsilon();
+    for (unsigned int round = 0; round < 40; ++round) {
+        PlainOutline<T> outline{{T(30), T(100)}};
+        for (unsigned int i = 0; i < 60; ++i) {
+            const T x = static_cast<T>(i) + static_cast<T>((7 * i * i + 13 * round * i) % 1000) / 100;
+            outline.emplace_back(x, x * p / (1 - p));
+        }
+        compare(outline);
+    }
+    EXPECT_GT(comparedCount, 10u);
 }
 
 TYPED_TEST(GrowthTest, PreparedContainmentAnswersAsTheSetDid)
@@ -146,6 +161,18 @@ TYPED_TEST(GrowthTest, PreparedContainmentAnswersAsTheSetDid)
                 ASSERT_EQ(index.IsWithin(point), polygon.IsWithin(point)) << point.x << ", " << point.y;
         }
     });
+    // Among the least numbers there are, where each rounding is one of them.
+    Polygon least;
+    const T unit = std::numeric_limits<T>::denorm_min();
+    for (unsigned int i = 0; i < 9; ++i) this->Add(&least, {{static_cast<T>(i) * unit, static_cast<T>(2 * i) * unit}});
+    this->Add(&least, {{1000 * unit, 16 * unit}, {1000 * unit, T(0)}});
+    const Index leastIndex(least);
+    for (int x = -1; x < 40; ++x) {
+        for (int y = -1; y < 18; ++y) {
+            const Point point(static_cast<T>(x) * unit, static_cast<T>(y) * unit);
+            ASSERT_EQ(leastIndex.IsWithin(point), least.IsWithin(point)) << x << ", " << y;
+        }
+    }
     // Copies share what was made, and outlive each other.
     Index copy{Polygon()};
     {

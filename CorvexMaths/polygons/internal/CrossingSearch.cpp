@@ -11,14 +11,15 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// The columns that the search adds to those of the edges.
+/// The columns that the search adds to those of the edges, or puts in the place of the direction, which is not needed
+/// any more once they are known.
 enum LineColumn : unsigned int
 {
     /// The line of the edge as y = slope * x + intercept.
-    slopeColumn = EdgeColumns<float>::edgeColumnCount,
-    interceptColumn,
+    slopeColumn = directionXColumn,
+    interceptColumn = directionYColumn,
     /// PairMerit of the slope.
-    meritColumn,
+    meritColumn = EdgeColumns<float>::edgeColumnCount,
     /// 1 where the line counts as vertical, which leaves the other three without meaning; else 0.
     verticalColumn,
     endOfColumns
@@ -58,6 +59,22 @@ constexpr unsigned int blockSize = 8;
 //    for both, and the other one has it too or is far smaller. The sums have that sign or are NaN. Either way p fails.
 //
 // The margin is more than five times the bound of 3, and what it grows by with the extent a million times t^2 |D|.
+
+/// The edges of a closed outline, made as they are asked for: a list of them would take more room than the vertices.
+template <class T>
+struct OutlineEdges
+{
+    const T* points;
+    unsigned int stride;
+    unsigned int count;
+
+    TVector2<T> GetVertex(unsigned int i) const
+    {
+        const T* const point = points + std::size_t(i) * stride;
+        return {point[0], point[1]};
+    }
+    TEdge2<T> operator[](unsigned int i) const { return {GetVertex(i), GetVertex(i + 1 < count ? i + 1 : 0)}; }
+};
 
 /// What rounding can move a crossing by, with much to spare; infinite for coordinates that are too large or NaN.
 template <class T>
@@ -219,11 +236,12 @@ CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, const B
 } // namespace
 
 template <class T>
-CrossingSearch<T>::CrossingSearch(const TEdge2<T>* edgeArray, unsigned int edgeCount)
-    : edges(edgeArray, edgeCount, endOfColumns - EdgeColumns<T>::edgeColumnCount),
-      blocks((edgeCount + blockSize - 1) / blockSize),
+CrossingSearch<T>::CrossingSearch(const T* points, unsigned int stride, unsigned int vertexCount)
+    : edges(OutlineEdges<T>{points, stride, vertexCount}, vertexCount, endOfColumns - EdgeColumns<T>::edgeColumnCount),
+      blocks((vertexCount + blockSize - 1) / blockSize),
       margin(RoundingMargin(edges))
 {
+    const unsigned int edgeCount = vertexCount;
     PlaneBox<T> box;
     for (unsigned int i = 0; i < edgeCount; ++i) {
         EdgeValues<T> edge;

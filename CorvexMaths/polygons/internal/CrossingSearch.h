@@ -18,7 +18,9 @@ template <class T>
 class CrossingSearch
 {
 public:
-    CrossingSearch(const TEdge2<T>* edgeArray, unsigned int edgeCount);
+    /// Copies x and y of the vertices, at least one, of a closed outline; those of vertex i stand at i * stride, and
+    /// edge i starts there.
+    CrossingSearch(const T* points, unsigned int stride, unsigned int vertexCount);
 
     /// The crossing of edge i with a later edge that lies nearest to the start of edge i; among equally near ones that
     /// with the lowest index. The neighbours of edge i (the next, and the last one for the first) are passed over.

@@ -134,7 +134,9 @@ class EdgeColumns
 public:
     static constexpr unsigned int edgeColumnCount = directionYColumn + 1;
 
-    EdgeColumns(const TEdge2<T>* edges, unsigned int edgeCount, unsigned int furtherColumns = 0)
+    /// Edge i is edges[i].
+    template <class Edges>
+    EdgeColumns(const Edges& edges, unsigned int edgeCount, unsigned int furtherColumns = 0)
         : count(edgeCount),
           height(std::size_t(edgeCount) + widestBytes / sizeof(T)),
           block(new T[height * (edgeColumnCount + furtherColumns)]())
