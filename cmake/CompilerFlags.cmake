@@ -8,6 +8,10 @@ set(CORVEX_INSTRUCTION_FLAGS "")
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
     set(CORVEX_INSTRUCTION_FLAGS -mno-fma -mno-avx512f)
 endif()
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^i.86$")
+    # The x87 unit rounds to more digits than the type has.
+    list(APPEND CORVEX_INSTRUCTION_FLAGS -msse2 -mfpmath=sse)
+endif()
 set(CORVEX_EXACT_FLAGS
     "$<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:${CORVEX_CONTRACTION_FLAGS}>"
     "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:${CORVEX_INSTRUCTION_FLAGS}>")

@@ -6,6 +6,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/CorvexMaths)
 
 install(TARGETS CorvexMaths EXPORT CorvexMathsTargets
+    RUNTIME COMPONENT Runtime
     LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development
     ARCHIVE COMPONENT Development
     FILE_SET HEADERS COMPONENT Development)
@@ -14,7 +15,7 @@ if(TARGET CorvexMathsArchive)
 endif()
 
 if(TARGET CorvexMathsChecked)
-    install(TARGETS CorvexMathsChecked LIBRARY COMPONENT Checked)
+    install(TARGETS CorvexMathsChecked RUNTIME COMPONENT Checked LIBRARY COMPONENT Checked ARCHIVE COMPONENT Checked)
 endif()
 
 # Before 1.0 a minor version may change the interface or the bits.
@@ -31,7 +32,10 @@ install(FILES
 
 # The library made static takes what it rests on along.
 set(CORVEX_PC_LIBS "-lCorvexMaths")
-set(CORVEX_PC_LIBS_PRIVATE "-lgomp")
+set(CORVEX_PC_LIBS_PRIVATE "")
+if(CORVEX_THREADING_RUNTIME)
+    set(CORVEX_PC_LIBS_PRIVATE "-l${CORVEX_THREADING_RUNTIME}")
+endif()
 if(NOT BUILD_SHARED_LIBS)
     string(APPEND CORVEX_PC_LIBS " ${CORVEX_PC_LIBS_PRIVATE}")
     set(CORVEX_PC_LIBS_PRIVATE "")
@@ -66,7 +70,7 @@ endif()
 # the prefix is that of the installation.
 set(data_dir ${CMAKE_INSTALL_DATADIR})
 install(FILES debuggers/CorvexMaths.natvis DESTINATION ${data_dir}/CorvexMaths COMPONENT Development)
-if(BUILD_SHARED_LIBS)
+if(TARGET corvex_debugger_types AND BUILD_SHARED_LIBS)
     install(FILES $<TARGET_OBJECTS:corvex_debugger_types> DESTINATION ${CMAKE_INSTALL_LIBDIR}/CorvexMaths
         RENAME types.debug COMPONENT Development)
     install(FILES debuggers/corvexmaths_gdb.py
@@ -76,7 +80,7 @@ endif()
 
 if(PROJECT_IS_TOP_LEVEL)
     install(FILES README.md CHANGELOG.md COPYRIGHT DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
-    if(BUILD_SHARED_LIBS)
+    if(BUILD_SHARED_LIBS AND UNIX AND NOT APPLE)
         include(${CMAKE_CURRENT_LIST_DIR}/Packages.cmake)
     endif()
 endif()
