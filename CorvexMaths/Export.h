@@ -14,3 +14,8 @@
 #else
 #define CORVEX_API __attribute__((visibility("default")))
 #endif
+
+// NEON of 32-bit Arm flushes denormal numbers to zero. g++ does not compute with it; clang++ does, in lanes of floats.
+#if defined(__clang__) && defined(__arm__) && defined(__ARM_NEON)
+#error "CorvexMaths needs arithmetic that keeps denormal numbers, without NEON: compile with -mfpu=vfpv3-d16"
+#endif

@@ -4,7 +4,8 @@
 #   abi.sh LIBRARY SYMBOLS            tells what was added and what was removed, and fails on either
 #   abi.sh --update LIBRARY SYMBOLS   writes the list anew
 #
-# LIBRARY is an optimised build of the shared library, SYMBOLS the list, tests/library/symbols.txt.
+# LIBRARY is an optimised build of the shared library, or the .def file that lists the exports of one for Windows, SYMBOLS
+# the list, tests/library/symbols.txt.
 #
 # Every class is instantiated explicitly, so that each compiler must export each of its members, inline or not, with its
 # virtual table and type information. Four things differ between compilers, and none is listed:
@@ -30,7 +31,10 @@ symbols=$2
 exported() {
     # What stands before the parameters ends in > for a member template, but for an operator of that name and for a
     # conversion to a template.
-    nm -D --defined-only --format=posix "$library" | cut -d ' ' -f 1 | c++filt |
+    case $library in
+        *.def) sed 1d "$library" ;;
+        *) nm -D --defined-only --format=posix "$library" ;;
+    esac | cut -d ' ' -f 1 | c++filt |
         awk '{ name = $0; sub(/\(.*/, "", name) }
              !/\(/ || name !~ />$/ || name ~ /::operator(>|>>|->)$/ || name ~ /::operator [A-Za-z]/' |
         grep -vE '\)( const)?::|(^| )std::' |
