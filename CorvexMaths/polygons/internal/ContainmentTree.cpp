@@ -173,7 +173,7 @@ ContainmentTree<T>::LevelMark::LevelMark(T y, std::uint64_t filterLength)
     std::memcpy(&hash, &level, sizeof(hash));
     // Round numbers differ in their first bits alone, which the product hands on to higher ones only.
     hash = (hash ^ hash >> 32) * 0x9E3779B97F4A7C15u;
-    word = (hash ^ hash >> 32) & (filterLength - 1);
+    word = static_cast<std::size_t>((hash ^ hash >> 32) & (filterLength - 1));
     const std::uint64_t one = 1;
     bits = one << (hash >> 58) | one << (hash >> 52 & 63) | one << (hash >> 46 & 63);
 }

@@ -55,7 +55,8 @@ private:
     /// Where a height is in the filter of heights: a word of it, and the bits there.
     struct LevelMark
     {
-        std::uint64_t word, bits;
+        std::size_t word;
+        std::uint64_t bits;
         LevelMark(T y, std::uint64_t filterLength);
     };
 
