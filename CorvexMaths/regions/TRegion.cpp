@@ -293,7 +293,19 @@ TRegion<T> TRegion<T>::Exclude(const TRegion& other) const
 template <class T>
 TRegion<T> TRegion<T>::Unite(const std::vector<TRegion>& regions)
 {
-    return Combine(regions, {IsOther, 0});
+    GridRings rings;
+    for (const TRegion& region : regions)
+        if (region.outlines) rings.Measure(*region.outlines, Grid(region.stepExponent));
+    std::vector<std::vector<Ring>> parts;
+    for (const TRegion& region : regions) {
+        if (!region.outlines) continue;
+        rings.Add(*region.outlines, Grid(region.stepExponent));
+        parts.push_back(std::move(rings.rings));
+        rings.rings.clear();
+    }
+    if (parts.empty()) return TRegion();
+    if (rings.GetStatus() == RegionStatus::NotFinite) return TRegion(RegionStatus::NotFinite);
+    return TRegion(Kernels::Unite(std::move(parts)), rings.GetGrid(), rings.GetStatus());
 }
 
 template <class T>

@@ -167,7 +167,9 @@ public:
     /// The points of one region that the other does not have.
     TRegion Exclude(const TRegion& other) const;
 
-    /// The points of any of the regions; empty for none.
+    /// The points of any of the regions; empty for none. Their order does not matter. Many regions are united in groups
+    /// of neighbours, and the groups again, which takes less time than all at once where they cover one another; an
+    /// edge may move by half a step in each round of that.
     static TRegion Unite(const std::vector<TRegion>& regions);
     /// The points that all the regions have; empty for none.
     static TRegion Intersect(const std::vector<TRegion>& regions);

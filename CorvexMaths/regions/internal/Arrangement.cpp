@@ -2,6 +2,9 @@
 
 #include <CorvexMaths/regions/internal/Outlines.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
@@ -19,6 +22,59 @@ Ring WithoutRepeats(const Ring& ring)
         if (result.empty() || p != result.back()) result.push_back(p);
     while (result.size() > 1 && result.back() == result.front()) result.pop_back();
     return result;
+}
+
+/// The places of points along a curve on which neighbours are near in the plane.
+std::vector<std::uint32_t> GetPlaces(const std::vector<GridPoint>& points)
+{
+    std::vector<std::uint32_t> places(points.size());
+    if (points.empty()) return places;
+    GridPoint low = points[0];
+    GridPoint high = low;
+    for (const GridPoint& p : points) {
+        low = GridPoint{std::min(low.x, p.x), std::min(low.y, p.y)};
+        high = GridPoint{std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+    int shift = 0;
+    while (std::max(high.x - low.x, high.y - low.y) >> shift >= 1 << 16) ++shift;
+    for (std::size_t i = 0; i < points.size(); ++i)
+        places[i] = GetHilbertPlace(static_cast<std::uint32_t>((points[i].x - low.x) >> shift),
+                                    static_cast<std::uint32_t>((points[i].y - low.y) >> shift));
+    return places;
+}
+
+/// The numbers of rings of three points or more, neighbours in the plane one behind the other, so that what meets lies
+/// near in memory too. The order has no part in any result.
+std::vector<std::size_t> SortByPlace(const std::vector<Ring>& rings)
+{
+    std::vector<std::size_t> order;
+    std::vector<GridPoint> starts;
+    for (std::size_t r = 0; r < rings.size(); ++r) {
+        starts.push_back(rings[r].empty() ? GridPoint() : rings[r][0]);
+        if (rings[r].size() >= 3) order.push_back(r);
+    }
+    if (order.size() < 2) return order;
+    const std::vector<std::uint32_t> places = GetPlaces(starts);
+    std::sort(order.begin(), order.end(),
+              [&](std::size_t r, std::size_t s) { return places[r] != places[s] ? places[r] < places[s] : r < s; });
+    return order;
+}
+
+/// Unites parts in groups, and these again.
+OutlineSet UniteGroups(std::vector<Ring>* const* parts, std::size_t count)
+{
+    constexpr std::size_t groupCount = 16;
+    std::vector<Ring> rings;
+    if (count <= groupCount) {
+        for (std::size_t k = 0; k < count; ++k) rings.insert(rings.end(), parts[k]->begin(), parts[k]->end());
+    } else {
+        for (std::size_t g = 0; g < groupCount; ++g) {
+            const std::size_t first = count * g / groupCount;
+            OutlineSet group = UniteGroups(parts + first, count * (g + 1) / groupCount - first);
+            std::move(group.rings.begin(), group.rings.end(), std::back_inserter(rings));
+        }
+    }
+    return Arrange(rings, WindingRule::Positive);
 }
 
 bool IsOther(std::int64_t number, std::int64_t than)
@@ -55,7 +111,7 @@ OutlineSet Arrange(const std::vector<Ring>& rings, const std::vector<std::int64_
 {
     Chains chains;
     std::vector<std::int64_t> chainWeights;
-    for (std::size_t r = 0; r < rings.size(); ++r) {
+    for (const std::size_t r : SortByPlace(rings)) {
         const Ring ring = WithoutRepeats(rings[r]);
         // Two points are a way there and back, which bounds nothing.
         if (ring.size() < 3) continue;
@@ -63,6 +119,23 @@ OutlineSet Arrange(const std::vector<Ring>& rings, const std::vector<std::int64_
         chainWeights.push_back(weights.empty() ? 1 : weights[r]);
     }
     return LinkOutlines(RunGraph(Node(std::move(chains)), chainWeights), isInside);
+}
+
+OutlineSet Unite(std::vector<std::vector<Ring>> parts)
+{
+    parts.erase(std::remove_if(parts.begin(), parts.end(), [](const auto& part) { return part.empty(); }), parts.end());
+    std::vector<GridPoint> starts;
+    for (const std::vector<Ring>& part : parts) starts.push_back(part[0][0]);
+    const std::vector<std::uint32_t> places = GetPlaces(starts);
+    std::vector<std::size_t> order(parts.size());
+    for (std::size_t k = 0; k < order.size(); ++k) order[k] = k;
+    // Equal parts may come in any order.
+    std::sort(order.begin(), order.end(), [&](std::size_t k, std::size_t l) {
+        return places[k] != places[l] ? places[k] < places[l] : parts[k] < parts[l];
+    });
+    std::vector<std::vector<Ring>*> ordered;
+    for (const std::size_t k : order) ordered.push_back(&parts[k]);
+    return UniteGroups(ordered.data(), ordered.size());
 }
 
 OutlineSet Arrange(const std::vector<Ring>& rings, WindingRule rule)

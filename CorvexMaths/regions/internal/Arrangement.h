@@ -53,4 +53,10 @@ OutlineSet Arrange(const std::vector<Ring>& rings, const std::vector<std::int64_
 /// The same of rings that count once each.
 OutlineSet Arrange(const std::vector<Ring>& rings, WindingRule rule);
 
+/// The union of parts, each of which holds the rings of an OutlineSet. The order of parts does not matter.
+///
+/// More than sixteen are united in groups of neighbours, and the groups again: what lies inside a group is met once,
+/// and no more by whatever covers it too. In each round of that an edge may move by half a step.
+OutlineSet Unite(std::vector<std::vector<Ring>> parts);
+
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

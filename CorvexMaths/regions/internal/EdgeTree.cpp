@@ -10,10 +10,6 @@
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
-namespace
-{
-
-/// The place of a point of 16 bits in x and y on a Hilbert curve.
 std::uint32_t GetHilbertPlace(std::uint32_t x, std::uint32_t y)
 {
     std::uint32_t place = 0;
@@ -32,8 +28,6 @@ std::uint32_t GetHilbertPlace(std::uint32_t x, std::uint32_t y)
     }
     return place;
 }
-
-} // namespace
 
 std::uint32_t Chains::Find(std::uint32_t point) const
 {

@@ -48,13 +48,13 @@ private:
     std::vector<GridPoint> points;
 };
 
-/// Whether a direction comes before another, counter-clockwise from that of the x axis.
-bool IsBefore(const GridPoint& a, const GridPoint& b)
+/// 1 where a direction comes before another, counter-clockwise from that of the x axis, -1 where it comes behind it.
+int GetOrder(const GridPoint& a, const GridPoint& b)
 {
     const bool isUpperA = a.y > 0 || (a.y == 0 && a.x > 0);
     const bool isUpperB = b.y > 0 || (b.y == 0 && b.x > 0);
-    if (isUpperA != isUpperB) return isUpperA;
-    return SignOf(WideProduct(a.x, b.y) - WideProduct(a.y, b.x)) > 0;
+    if (isUpperA != isUpperB) return isUpperA ? 1 : -1;
+    return SignOf(WideProduct(a.x, b.y) - WideProduct(a.y, b.x));
 }
 
 } // namespace
@@ -103,10 +103,14 @@ void RunGraph::MakeRuns(const std::vector<bool>& isKnot, const std::vector<std::
 void RunGraph::NumberNodes()
 {
     PointNumbers numbers(runs.size());
-    for (EdgeRun& run : runs) {
-        if (run.nodes[0] == EdgeRun::none) continue;
-        run.nodes[0] = numbers.Get(chains.points[run.first]);
-        run.nodes[1] = numbers.Get(chains.points[run.last]);
+    for (EdgeRun& run : runs)
+        if (run.nodes[0] != EdgeRun::none) run.nodes[0] = numbers.Get(chains.points[run.first]);
+    // A run ends where the next one starts, and the last of a chain where the first one does.
+    std::size_t first = 0;
+    for (std::size_t r = 0; r < runs.size(); ++r) {
+        const bool isLast = r + 1 == runs.size() || runs[r + 1].first != runs[r].last;
+        runs[r].nodes[1] = runs[isLast ? first : r + 1].nodes[0];
+        if (isLast) first = r + 1;
     }
     firstEnd.assign(numbers.GetCount() + 1, 0);
     for (const EdgeRun& run : runs)
@@ -146,13 +150,13 @@ void RunGraph::SortEnds(std::uint32_t node, std::vector<std::pair<GridPoint, End
         directions->emplace_back(GridPoint{to.x - from.x, to.y - from.y}, kept[k]);
     }
     std::sort(directions->begin(), directions->end(), [](const auto& a, const auto& b) {
-        if (IsBefore(a.first, b.first)) return true;
-        return !IsBefore(b.first, a.first) && a.second < b.second;
+        const int order = GetOrder(a.first, b.first);
+        return order != 0 ? order > 0 : a.second < b.second;
     });
     std::uint32_t count = 0;
     for (std::size_t k = 0; k < directions->size(); ++k) {
         const End end = (*directions)[k].second;
-        if (k > 0 && !IsBefore((*directions)[k - 1].first, (*directions)[k].first)) {
+        if (k > 0 && GetOrder((*directions)[k - 1].first, (*directions)[k].first) == 0) {
             // Each is seen at both of its ends; it counts where the one that is kept starts.
             const End first = kept[count - 1];
             standsFor[end / 2] = first / 2;
