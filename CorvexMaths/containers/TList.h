@@ -141,8 +141,9 @@ public:
     /// Takes over the block and the grow size of another list, which is left empty and without a block; the growth mode
     /// of both stays. No hook fires, unless the two objects are of different classes, as where a list is moved into a
     /// set of points by a reference to its base: then the hooks of this one fire as in an assignment by copy, so that
-    /// its own data follow, and may not throw. A list moved to itself stays as it is.
-    TList<T>& operator=(TList<T>&& other) noexcept;
+    /// its own data follow. One of them that throws before the elements are there leaves both lists as they were;
+    /// without hooks nothing throws. A list moved to itself stays as it is.
+    TList<T>& operator=(TList<T>&& other);
 
     /// The element at an index, which is below the count. A const list does not guard its elements.
     T& operator[](unsigned int index) const
@@ -477,7 +478,7 @@ TList<T>& TList<T>::operator=(const TList<T>& other)
 }
 
 template <class T>
-TList<T>& TList<T>::operator=(TList<T>&& other) noexcept
+TList<T>& TList<T>::operator=(TList<T>&& other)
 {
     if (this == &other) return *this;
     // Objects of one class share their table of virtual functions, which stands first.
@@ -486,8 +487,7 @@ TList<T>& TList<T>::operator=(TList<T>&& other) noexcept
         return *this;
     }
     if (storage) ElementsRemoved(storage, count);
-    count = 0;
-    Cleared();
+    FireAtCount(0, false, [this] { Cleared(); });
     TakeBlock(other);
     ElementsAdded(storage, count);
     return *this;

@@ -39,7 +39,7 @@ namespace Halmont::Orrin::CorvexMaths
 /// Copies share their handlers, which are released with the last of them. Adding one to a copy first gives it handlers
 /// of its own. Objects to call methods on are never owned. That objects, methods and functions are not null is a
 /// precondition, which debug builds check. There are no locks, and the reference count is not atomic: copies that share
-/// handlers belong to one thread.
+/// handlers belong to one thread. Where memory runs out, the allocator's exception leaves the handlers as they were.
 template <class T>
 class CORVEX_API TSetGenerator
 {

@@ -51,7 +51,7 @@ TParameterization<T, V>& TParameterization<T, V>::operator=(const TParameterizat
 }
 
 template <class T, template <class> class V>
-TParameterization<T, V>& TParameterization<T, V>::operator=(TParameterization&& other) noexcept
+TParameterization<T, V>& TParameterization<T, V>::operator=(TParameterization&& other)
 {
     if (this == &other) return *this;
     TPointSet<T, V>::operator=(std::move(other));
@@ -66,12 +66,14 @@ TParameterization<T, V>::~TParameterization() = default;
 template <class T, template <class> class V>
 void TParameterization<T, V>::Parameterize()
 {
+    // Room first: if there is none, all stays as it was.
+    const unsigned int before = parameters.GetCount();
+    if (this->count > before) parameters.Grow(this->count - before);
     parameters.Clear(false);
     length = T(0);
     if (this->count == 0) return;
 
     // The lengths up to each point.
-    parameters.Grow(this->count);
     parameters.Add(T(0));
     T running = T(0);
     for (unsigned int i = 1; i < this->count; ++i) {

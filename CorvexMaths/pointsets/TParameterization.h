@@ -78,12 +78,13 @@ public:
 
     /// Assigns the point set, its box as it stands, the parameters and the length, all as the source holds them, stale
     /// or not. The hooks fire as in the assignment of a point set. A set assigned to itself ends without points and
-    /// parameters, as every list does, but keeps its length.
+    /// parameters, as every list does, but keeps its length. Memory that runs out leaves some of the parts assigned:
+    /// assign once more, or call Parameterize.
     TParameterization& operator=(const TParameterization& other);
 
     /// Takes over points, box, parameters and length of another, which is left without any. No hook fires, unless the
     /// two are of different classes, as in the assignment of a point set. A set moved to itself stays as it is.
-    TParameterization& operator=(TParameterization&& other) noexcept;
+    TParameterization& operator=(TParameterization&& other);
 
     /// Frees the parameters and the points; no hook fires.
     ~TParameterization() override;
@@ -93,7 +94,7 @@ public:
     /// positions, and the length is 0.
     ///
     /// Where all points coincide the length is 0, and all positions but the first and the last are NaN. Points and box
-    /// stay as they are. Linear time.
+    /// stay as they are. Memory that runs out leaves the positions as they were. Linear time.
     void Parameterize();
 
     /// The point at a position, linear between the two points around it; at the position of a point that point as it

@@ -76,7 +76,7 @@ TPointSet<T, V>& TPointSet<T, V>::operator=(const TPointSet& other)
 }
 
 template <class T, template <class> class V>
-TPointSet<T, V>& TPointSet<T, V>::operator=(TPointSet&& other) noexcept
+TPointSet<T, V>& TPointSet<T, V>::operator=(TPointSet&& other)
 {
     if (this == &other) return *this;
     TList<V<T>>::operator=(std::move(other));

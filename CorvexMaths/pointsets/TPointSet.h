@@ -34,6 +34,9 @@ namespace Halmont::Orrin::CorvexMaths
 /// `GetCount()` slots as they lie at that moment: after the removal of an inner point it may still hold that point and
 /// miss the last one. `RecalculateBoundingBox` makes it exact.
 ///
+/// Where memory runs out, the allocator's exception passes. The set, and any other that the operation was given, is
+/// then as it was, unless the member says otherwise; it can be used in any case.
+///
 /// Lengths and tolerances are in the caller's unit, and absolute. Nothing is reported but by the bool results;
 /// preconditions are checked in debug builds alone, see Precondition.h. One set must not be changed by two threads, nor
 /// read while it is changed.
@@ -122,14 +125,14 @@ public:
     /// Assigns the list, points and grow size, with the hooks of this set running under its old flag and box, then
     /// copies the box as the source has it, stale or not, its limit, the flag and the dimension. `ElementsRemoved` (if
     /// a block exists), `Cleared` and `ElementsAdded` fire. A set assigned to itself ends empty, its box empty too
-    /// unless the flag is off.
+    /// unless the flag is off. Memory that runs out leaves what it leaves of a list, and the box as the hooks keep it.
     TPointSet& operator=(const TPointSet& other);
 
     /// Takes over the points of another set: block, grow size, box as it stands and keep box flag. The other set is
     /// left without points and without a block, its box empty. No hook fires on either, unless the two are of different
-    /// classes: those of this set then fire as in an assignment by copy, and may not throw. A set moved to itself stays
-    /// as it is.
-    TPointSet& operator=(TPointSet&& other) noexcept;
+    /// classes: those of this set then fire as in an assignment by copy, and may throw. A set moved to itself stays as
+    /// it is.
+    TPointSet& operator=(TPointSet&& other);
 
     /// Frees the points; no hook fires.
     ~TPointSet() override = default;
@@ -218,7 +221,7 @@ public:
     /// is a reflection and no singular value is zero within the common tolerance (absolute, inclusive), which would
     /// allow for its repair, `rotation` then holding that reflection, for row vectors. After the latter two both sets
     /// stay centred, with their boxes, and `translation` is untouched: keep copies, or the centres, where that can
-    /// happen.
+    /// happen. So it is where memory runs out.
     ///
     /// A coordinate that is NaN or infinite spoils that component of its whole set, since the centre does not come off
     /// again; the decomposition then does not converge.
@@ -256,6 +259,7 @@ public:
     /// `maxSpacing` must be above 0 and go into every segment fewer than 2^32 times; one of NaN adds nothing. It may be
     /// a component of a point.
     /// Each new point is inserted by itself and fires `ElementAdded`, at the cost of a move of all points behind it.
+    /// Memory that runs out leaves the points added so far.
     void Infill(const T& maxSpacing, bool closed);
 
     /// The Minkowski sum in place: every old point plus every element of the other operand, all old points with its
@@ -342,7 +346,8 @@ public:
     /// which thus can give hits that lie on no side: remove them beforehand.
     ///
     /// Returns whether `points` holds anything at the end: it is not emptied first. It must be neither null nor this
-    /// set. Each hit is added by itself and fires the list's `ElementAdded`. Linear time.
+    /// set. Each hit is added by itself and fires the list's `ElementAdded`; memory that runs out leaves the hits so
+    /// far. Linear time.
     bool IntersectWith(const TEdge2<T>& edge, TList<V<T>>* points) const;
 
 protected:

@@ -159,7 +159,7 @@ void TPolygon<T, V>::TrimCrossings()
         }
     }
     // Room first: if there is none, the vertices stay.
-    if (IsExactly(*this) && walkCount > this->count) ListRoom<V<T>>::Make(*this, walkCount - this->count);
+    if (walkCount > this->count) ListRoom<V<T>>::Make(*this, walkCount - this->count);
     this->Clear(false);
     AddInPlane(walk.get(), walkCount);
 

@@ -82,6 +82,8 @@ void TPolygon<T, V>::ReorderCEC()
         std::copy_n(ordered.get(), vertexCount, outline.storage);
     }
 
+    // Room first: if there is none, the vertices stay. There are more where some are no numbers.
+    if (vertexCount > this->count) this->Grow(vertexCount - this->count);
     this->Clear(false);
     this->AddRange(outline);
     outline.Clear(true);

@@ -79,7 +79,7 @@ TPolygon<T, V>::TPolygon(TPolygon&& other) noexcept
 {}
 
 template <class T, template <class> class V>
-TPolygon<T, V>& TPolygon<T, V>::operator=(TPolygon&& other) noexcept
+TPolygon<T, V>& TPolygon<T, V>::operator=(TPolygon&& other)
 {
     if (this == &other) return *this;
     TPointSet<T, V>::operator=(std::move(other));

@@ -28,6 +28,9 @@ namespace Halmont::Orrin::CorvexMaths
 ///
 /// A polygon without vertices has area 0 and no edges, and the operations leave it untouched. Operations that rebuild
 /// the vertices with the keep box flag off put it back at the end; of them Offset alone recalculates the box.
+///
+/// Where memory runs out, the allocator's exception passes. The vertices are then as they were, or as the member says:
+/// what begins by removing duplicates may have done that. The sorted list is valid, whatever it holds.
 template <class T, template <class> class V>
 class CORVEX_API TPolygon : public TPointSet<T, V>
 {
@@ -90,7 +93,7 @@ public:
     TPolygon(TPolygon&& other) noexcept;
     /// Takes over the vertices and the sorted list of another polygon, which is left empty; as for a point set. No hook
     /// fires. A polygon assigned to itself stays as it is.
-    TPolygon& operator=(TPolygon&& other) noexcept;
+    TPolygon& operator=(TPolygon&& other);
 
     /// Assigns the vertices, box, flag and sorted list. The box ends as a copy of the source's, stale or not; the hooks
     /// fire as in the assignment of a point set. A polygon assigned to itself ends empty, as every list does.
@@ -174,7 +177,8 @@ public:
     ///
     /// Costs as many measurements for each vertex as there are others that lie nearer to it than to the outline so far:
     /// few in a band, the root of the count in a disc; at worst all. MakeSimplePolygon has no limit on its passes; on
-    /// nearly collinear vertices it may not come to an end.
+    /// nearly collinear vertices it may not come to an end. Memory that runs out leaves the vertices, less duplicates,
+    /// as they were or in the new order with crossings.
     void ReorderCEC();
 
     /// Replaces the polygon by the outline at `distance` from it: outward if positive, inward if negative, in whichever
@@ -232,7 +236,8 @@ public:
     /// off. Whole vertices are kept; distances are in the plane, by TEdge2::DistanceToPoint. A split goes to the
     /// farthest vertex, the first on a tie. A tolerance below 0 removes duplicates alone, one of NaN all between the
     /// two ends. Costs the logarithm of the count for each vertex, whatever the shape but for runs that lie all at
-    /// about one distance from a chord, which split off one vertex at a time: quadratic then.
+    /// about one distance from a chord, which split off one vertex at a time: quadratic then. Memory that runs out
+    /// leaves the vertices, less duplicates.
     void SimplifyDPM(T tolerance);
 
     /// Removes each vertex whose x and y are both within the common tolerance, inclusive, of those of an earlier vertex
@@ -247,9 +252,10 @@ public:
     /// the earlier side and the start of the later one are exchanged.
     ///
     /// Whole vertices are moved, by plain writes. The hooks fire for duplicates and for a closing vertex that is added
-    /// and removed again, with the keep box flag off: the box stays as it was. The number of passes
-    /// has no limit: on nearly collinear vertices it may not come to an end. A pass costs the logarithm of the count
-    /// for each side that has few others near it or on its line; at worst it is quadratic.
+    /// and removed again, with the keep box flag off: the box stays as it was. The number of passes has no limit: on
+    /// nearly collinear vertices it may not come to an end. A pass costs the logarithm of the count for each side that
+    /// has few others near it or on its line; at worst it is quadratic. Memory that runs out leaves the vertices, less
+    /// duplicates.
     void MakeSimplePolygon();
 
     /// Cuts the outline at its self-crossings: walks the sides from vertex 0 and at the first crossing along a side
@@ -263,7 +269,7 @@ public:
     /// hooks for clearing, each addition and that removal fire under the caller's keep box flag. A side without length
     /// counts as a vertical line that is within everywhere, so that repeated vertices can cost a part of the outline:
     /// remove duplicates first. Costs the logarithm of the number of sides for each that has few others near it; at
-    /// worst quadratic.
+    /// worst quadratic. Memory that runs out leaves the outline as it was.
     void TrimCrossings();
 
 protected:
@@ -293,7 +299,7 @@ protected:
     /// is within both. Else the two ends; and between them, where the turn (the cross product of `first` with the way
     /// from its start to the end of `second`) is above 0.0001, or with `negative` below -0.0001, strictly, the corner
     /// moved by |distance| along the bisector. These limits are true `double`s in both forms. Each vertex has z of 0
-    /// and w of 1 and is added by itself, with its hook.
+    /// and w of 1 and is added by itself, with its hook; memory that runs out leaves those added so far.
     void AddOffsetPoints(const TEdge2<T>& first, const TEdge2<T>& second, const T& distance, bool negative);
 
     /// Clears the flags of the vertices strictly between `first` and `last` that lie within `tolerance` of the chord,

@@ -139,7 +139,8 @@ struct TCircle3
     /// `squares` receives the sum of the squared distances to the rim and `spread` the greatest less the least signed
     /// one, both from before the last step; either may be null. Where no step began, `squares` is 0 and `spread`
     /// meaningless (-2e30), and after 0 iterations the radius is the third unknown of the algebraic fit, which is not
-    /// yet a radius. Each step decomposes a matrix of as many rows as points and 3 columns.
+    /// yet a radius. Each step decomposes a matrix of as many rows as points and 3 columns. Where memory runs out, the
+    /// circle stays as it was.
     /// @param points Three or more.
     /// @param[out] spread The greatest less the least signed distance from the rim; may be null.
     /// @param[out] squares The sum of squared distances from the rim; may be null.

@@ -123,7 +123,7 @@ struct TLine3
     /// the decomposition does not converge within the limit of 30 that `TMatrixMxN::SVD` is given or no singular value
     /// is above 0, as of points that all coincide; the origin is then the centroid and nothing else is written. With a
     /// NaN among them it does not converge; of 2 points it gives true and NaN. The points stay as they are. Time and
-    /// memory in proportion to their number.
+    /// memory in proportion to their number; where memory runs out, the line stays as it was.
     /// @param points Two or more.
     /// @param[out] spread The diameter of the least cylinder about the line; may be null.
     /// @param[in,out] squares The sum of squared distances is added to it; may be null.

@@ -55,7 +55,7 @@ struct TPlane
     /// points are fitted as corners, and the result is true even when they are collinear and leave no normal. More
     /// points that span no plane give some normal and true. With a NaN among the points the decomposition does not
     /// converge; exactly 3 give true and NaN. The points stay as they are. Time and memory in proportion to their
-    /// number.
+    /// number; where memory runs out, the plane stays as it was.
     ///
     /// @code
     /// TPlane<double> plane;

@@ -59,7 +59,8 @@ public:
     /// not taken) or has not become less than the one before; to run out of iterations is no failure. False when a
     /// system could not be solved, as for fewer than four points (unless rounding at large coordinates hides that): the
     /// sphere then holds what it had reached, which after the first system is the centroid with the old radius. Each
-    /// step decomposes a matrix of as many rows as points and 4 columns. NaN among the points gives false.
+    /// step decomposes a matrix of as many rows as points and 4 columns. NaN among the points gives false. Where memory
+    /// runs out, the sphere stays as it was.
     ///
     /// `spread`, which may be null, receives the width of the shell about the centre that holds all points: the
     /// greatest less the least signed distance to the surface, never negative. It is untouched after a false result.

@@ -19,7 +19,9 @@ enum class Status
 
 /// What the answers of this family have in common. Each is a small class made from its question: the constructor
 /// computes, changes nothing that it is given, and leaves the answer in the object. Where the status is not
-/// `Status::Done`, the other fields are as default-made, or tell how far it came; never NaN.
+/// `Status::Done`, the other fields are as default-made, or tell how far it came; never NaN. Where memory runs out, the
+/// constructor passes on the allocator's exception; a list of distances may then be empty, and all else that it was
+/// given is as it was.
 ///
 /// No tolerance of the family is absolute: each is relative to the data, with its reason above it in the source.
 struct Answer

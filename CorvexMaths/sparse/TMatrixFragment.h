@@ -10,7 +10,8 @@ namespace Halmont::Orrin::CorvexMaths
 
 /// A list of elements as (value, row, column), for T of `float` and `double`. Entry i of each of the three lists
 /// belongs to one element; keeping them of one length is up to the caller, as are the order and range of the entries.
-/// Nothing is checked.
+/// Nothing is checked. Where memory runs out, SetDimensions leaves the elements as they were, and an assignment by copy
+/// lists that may differ in length.
 template <class T>
 struct TMatrixFragment
 {

@@ -93,7 +93,7 @@ TBSpline<T, V>& TBSpline<T, V>::operator=(const TBSpline& other)
 }
 
 template <class T, template <class> class V>
-TBSpline<T, V>& TBSpline<T, V>::operator=(TBSpline&& other) noexcept
+TBSpline<T, V>& TBSpline<T, V>::operator=(TBSpline&& other)
 {
     if (this == &other) return *this;
     TPointSet<T, V>::operator=(std::move(other));

@@ -48,8 +48,9 @@ enum KnotType : unsigned int
 /// edited like the rest, but has no knots.
 ///
 /// Where memory runs out for the knots, the allocator's exception passes. An edit has then taken place, and the knots
-/// are those of before; `SetOrder` and `SetType` leave all as it was. An evaluation that misses knots it needs gives
-/// zeros, a length of 0 and no samples.
+/// are those of before; `SetOrder` and `SetType` leave all as it was, and so does a length. An evaluation that misses
+/// knots it needs gives zeros, a length of 0 and no samples. What builds up a result in steps (an assignment by copy,
+/// `Wrap`, `Fit`, points sampled into a set) leaves those taken so far, in a spline or set that can be used: repeat it.
 ///
 /// Evaluation is not const and two threads may not evaluate one spline: the basis functions are left in `coefficients`.
 template <class T, template <class> class V>
@@ -114,7 +115,7 @@ public:
     /// Takes over control points, box, knots and coefficients of another, with its order and type; the other is left
     /// without any of them and can be edited like a new one. No hook fires, unless the two are of different classes, as
     /// in the assignment of a point set. A spline moved to itself stays as it is.
-    TBSpline& operator=(TBSpline&& other) noexcept;
+    TBSpline& operator=(TBSpline&& other);
 
     /// Frees knots, coefficients and control points; no hook fires.
     ~TBSpline() override;
