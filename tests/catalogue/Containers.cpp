@@ -77,24 +77,32 @@ protected:
     {
         Require(IsSlot(&element, count));
         hooks << 1 << element << count;
+        if (tellHook) tellHook();
     }
     void ElementsAdded(E* elements, unsigned int n) override
     {
         hooks << 2 << n << count;
         hooks.TakeArray(elements, n);
+        if (tellHook) tellHook();
     }
     void ElementRemoved(E& element) override
     {
         Require(IsSlot(&element, count + 1));
         hooks << 3 << element << count;
+        if (tellHook) tellHook();
     }
     void ElementsRemoved(E* elements, unsigned int n) override
     {
         Require(n == 0 || (IsSlot(elements, capacity) && IsSlot(elements + (n - 1), capacity)));
         hooks << 4 << n << count;
         hooks.TakeArray(elements, n);
+        if (tellHook) tellHook();
     }
-    void Cleared() override { hooks << 5 << count; }
+    void Cleared() override
+    {
+        hooks << 5 << count;
+        if (tellHook) tellHook();
+    }
 
 private:
     bool IsSlot(const E* element, unsigned int slots) const { return element >= storage && element < storage + slots; }
@@ -141,30 +149,17 @@ struct ListState : State
         const ListModel contents = ModelOf<E>(*first);
         TList<E>& source = *first;
         const TList<E>& same = source;
-        switch (in.Below(6)) {
-        case 0:
-            second = std::make_unique<Watched>(capacity);
-            Require(second->capacity == capacity);
-            break;
-        case 1:
-            second = std::make_unique<Watched>(capacity, growSize);
-            Require(second->GetGrowSize() == growSize && second->GetCount() == 0);
-            break;
-        case 2:
-            second = std::make_unique<Watched>(same);
-            Require(ModelOf<E>(*second) == contents);
-            break;
-        case 3:
-            second = std::make_unique<Watched>(&source, growSize);
-            Require(ModelOf<E>(*second) == contents);
-            break;
-        case 4:
-            second = std::make_unique<Watched>(source.GetStream(), source.GetCount(), growSize);
-            Require(ModelOf<E>(*second) == contents);
-            break;
-        default:
-            first.swap(second);
-        }
+        const unsigned int kind = in.Below(6);
+        if (kind == 5) return first.swap(second);
+        std::unique_ptr<Watched> made;
+        if (kind == 0) made = std::make_unique<Watched>(capacity);
+        if (kind == 1) made = std::make_unique<Watched>(capacity, growSize);
+        if (kind == 2) made = std::make_unique<Watched>(same);
+        if (kind == 3) made = std::make_unique<Watched>(&source, growSize);
+        if (kind == 4) made = std::make_unique<Watched>(source.GetStream(), source.GetCount(), growSize);
+        Require(kind > 1 ? ModelOf<E>(*made) == contents : made->GetCount() == 0 && made->capacity == capacity);
+        Require(kind == 0 || kind == 2 || made->GetGrowSize() == growSize);
+        second.swap(made);
     }
     void Assign()
     {
@@ -175,6 +170,7 @@ struct ListState : State
             return;
         }
         static_cast<TList<E>&>(*first) = *second;
+        const Aside aside;
         Require(ModelOf<E>(*first) == ModelOf<E>(*second) && first->capacity == first->GetCount());
     }
     void Search()
@@ -215,7 +211,7 @@ struct ListState : State
 
     static std::vector<Operation> GetOperations()
     {
-        return {{"constructors", &ListState::Construct},      {"operator=", &ListState::Assign},
+        return {{"constructors", &ListState::Construct},      {"operator=", &ListState::Assign, Promise::Valid},
                 {"Add", &ListState::Edit<&Edits::Add>},       {"Insert", &ListState::Edit<&Edits::Insert>},
                 {"Remove", &ListState::Edit<&Edits::Remove>}, {"Grow", &ListState::Edit<&Edits::Resize>},
                 {"Sort", &ListState::Edit<&Edits::Order>},    {"Search", &ListState::Search},
@@ -242,6 +238,7 @@ struct MapState : State
     /// Follows a change of size; new cells are undefined until they are set.
     void Follow(unsigned int newWidth, unsigned int newHeight)
     {
+        const Aside aside;
         const unsigned int oldWidth = GetWidth(), oldHeight = height;
         height = newHeight;
         columns.resize(newWidth);
@@ -396,6 +393,7 @@ struct LinkState : State
         if (GetCount() > 20) return;
         const unsigned int index = in.Below(GetCount() + 1);
         if (index == GetCount() && isRing) return;
+        chain.reserve(chain.size() + 1);
         Link* const node = new Node(Draw<E>::From(in), alive);
         if (index < GetCount())
             chain[index]->InsertAfter(node);

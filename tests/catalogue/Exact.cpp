@@ -102,7 +102,7 @@ struct IntegerState : State
     }
 };
 
-/// What a walk over sets is about and how far it has come. One at a time, as functions have no object.
+/// What a walk over sets is about and how far it has come. One at a time in a thread, as functions have no object.
 struct Walk
 {
     unsigned long long n = 0, k = 0;
@@ -111,10 +111,12 @@ struct Walk
     std::vector<unsigned long long> previous;
     Sink* sink = nullptr;
 
-    /// Sets are in range and in lexicographic order. Several handlers get the same one.
+    /// Sets are in range and in lexicographic order. Several handlers get the same one. Nothing fails here, for what a
+    /// handler throws leaves the set behind.
     template <class T>
     void Take(T* set)
     {
+        const Aside aside;
         const std::vector<unsigned long long> present(set, set + k);
         for (std::size_t i = 0; i < present.size(); ++i) {
             Require(present[i] < n && (!isCombination || i == 0 || present[i] > present[i - 1]));
@@ -128,7 +130,7 @@ struct Walk
         if (++calls == callsToThrow) throw set;
     }
 };
-Walk walk;
+thread_local Walk walk;
 
 /// Objects to call methods on; the second base moves its address.
 template <class T>
@@ -161,6 +163,7 @@ struct GeneratorState : State
     Handler<T> base;
     DerivedHandler<T> derived;
 
+    ~GeneratorState() override { walk = Walk(); }
     static void TakeFunction(T* set) { walk.Take(set); }
     static T* TakeAndReturn(T* set) { return walk.Take(set), set; }
 
@@ -173,10 +176,13 @@ struct GeneratorState : State
     void Register()
     {
         const unsigned int index = in.Below(2), kind = in.Below(10);
-        Generator& generator = generators[index];
-        const Handler<T>* const readOnly = &base;
         if (handlers[index][0] + handlers[index][1] >= 6) return;
+        AddHandler(generators[index], kind);
         ++handlers[index][kind < 6 ? 0 : 1];
+    }
+    void AddHandler(Generator& generator, unsigned int kind)
+    {
+        const Handler<T>* const readOnly = &base;
         switch (kind) {
         case 0:
             return generator.AddCombinationMethod(&base, &Handler<T>::Take);
@@ -207,7 +213,10 @@ struct GeneratorState : State
             generators[target] = Generator();
         else
             generators[target] = generators[source];
-        for (unsigned int i : {0u, 1u}) handlers[target][i] = source == 2 ? 0 : handlers[source][i];
+        {
+            const Aside aside;
+            for (unsigned int i : {0u, 1u}) handlers[target][i] = source == 2 ? 0 : handlers[source][i];
+        }
         Generator copy(generators[target]);
         // A share of its own, which goes again.
         if (in.Flag()) copy.AddCombinationFunction(&TakeFunction);
@@ -260,6 +269,7 @@ struct GeneratorState : State
             unsigned int written, calls = 0;
             void Take(T* set)
             {
+                const Aside aside;
                 ++calls;
                 set[1] = static_cast<T>(written);
                 Generator inner;

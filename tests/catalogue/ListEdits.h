@@ -5,6 +5,7 @@
 #include "Operations.h"
 
 #include <algorithm>
+#include <exception>
 #include <numeric>
 
 namespace CorvexCatalogue
@@ -63,7 +64,12 @@ public:
     ListEdits(TList<E>& edited, TList<E>& otherList, const E& value, Source& source)
         : list(edited), other(otherList), outside(value), in(source), model(ModelOf(edited))
     {}
-    ~ListEdits() { Require(ModelOf(list) == model); }
+    ~ListEdits()
+    {
+        if (std::uncaught_exceptions() > 0) return;
+        const Aside aside;
+        Require(ModelOf(list) == model);
+    }
 
     void Add()
     {
@@ -83,6 +89,7 @@ public:
             list.AddRange(source.GetStream() + first, n);
         }
         if (kind == 5) list.AddRange(source);
+        const Aside aside;
         CorvexCatalogue::Insert(model, count, range);
     }
 
@@ -100,6 +107,7 @@ public:
         if (kind == 1) list.Insert(&value, position);
         if (kind == 2) list.InsertRange(run, 3, position);
         if (kind == 3) list.InsertRange(other, position);
+        const Aside aside;
         CorvexCatalogue::Insert(model, position, range);
     }
 
@@ -139,6 +147,7 @@ public:
         if (kind == 0) list.Grow(n);
         if (kind == 1) {
             list.Expand(n);
+            const Aside aside;
             // What new slots hold is undefined for numbers and pointers.
             for (auto i = static_cast<unsigned int>(model.size()); i < list.GetCount(); ++i) list[i] = outside;
             model.resize(list.GetCount(), ModelOf(outside));
@@ -194,7 +203,7 @@ private:
         Sort(ascending, 1);
         Sort(copy, kind);
         const auto sum = [](const ListModel& m) { return std::accumulate(m.begin(), m.end(), std::uint64_t(0)); };
-        const ListModel sorted = ModelOf(copy);
+        ListModel sorted = ModelOf(copy);
         Require(sum(sorted) == sum(model) && sum(ModelOf(ascending)) == sum(model));
         for (unsigned int i = 0; i < ascending.GetCount(); ++i) {
             const E &element = ascending[i], &before = ascending[i == 0 ? 0 : i - 1];
@@ -202,7 +211,7 @@ private:
             if (!(before < element) && ModelOf(before) != ModelOf(element)) return;
         }
         Sort(list, kind);
-        model = sorted;
+        model.swap(sorted);
     }
 
     TList<E>& list;

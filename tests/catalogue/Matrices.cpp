@@ -65,11 +65,11 @@ struct MatrixState : State
         Require(HasElements(copy, Rows<T>(a)));
         out << -copy << static_cast<TMatrix2x2<T>>(copy) << static_cast<TMatrix3x3<T>>(copy);
         out << static_cast<TMatrix4x4<T>>(copy) << (a == b) << (a == copy);
-        c = a;
         copy.Transpose();
         out << copy;
         copy.Transpose();
         Require(AreSame(copy, a) && AreSame(-(-copy), a));
+        c = a;
         const bool isNull = in.Flag();
         isNull ? a.ToNull() : a.ToIdentity();
         for (unsigned int r = 0; r < a.GetM(); ++r)
@@ -344,9 +344,9 @@ struct DenseState : MatrixState<TMatrixMxN<T>>
         int* pivots = nullptr;
         T parity = 5, expectedParity = 5, *solution = nullptr;
         const bool isDone = a.LUD(&lu, &pivots, &parity);
+        const std::unique_ptr<int[]> owner(pivots);
         Require(isDone == (pivots != nullptr) && isDone == same.LUD(&same, expected.data(), &expectedParity));
         if (!isDone) return;
-        const std::unique_ptr<int[]> owner(pivots);
         for (T& value : values) value = in.template Finite<T>();
         Dense::BackSub(lu, pivots, values.data(), &solution);
         const std::unique_ptr<T[]> solutionOwner(solution);

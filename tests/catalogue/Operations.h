@@ -36,6 +36,25 @@ inline void Require(bool holds, const char* file = __builtin_FILE(), int line = 
     std::abort();
 }
 
+/// Called as an operation begins and ends to work for itself, and by each hook of a derived class, which passes on what
+/// that throws; nothing unless a driver sets them.
+inline void (*tellAside)(bool begins) = nullptr;
+inline void (*tellHook)() = nullptr;
+
+/// A scope in which an operation prepares objects or looks back on them. Memory does not run out there and no hook
+/// throws, and what it leaves of the objects is what the operation has to keep where memory runs out later.
+struct Aside
+{
+    Aside()
+    {
+        if (tellAside) tellAside(true);
+    }
+    ~Aside()
+    {
+        if (tellAside) tellAside(false);
+    }
+};
+
 /// The live objects of a family, where operations find their source `in` and their sink `out`. As it is made, a state
 /// holds objects without content; operations take it as they find it.
 class State
@@ -65,16 +84,30 @@ enum class Functions
     Trigonometric
 };
 
+/// What an operation leaves of the objects where memory runs out: what they were, maybe with more room in lists, or
+/// something that can be used.
+enum class Promise
+{
+    Unchanged,
+    Valid
+};
+
 struct Operation
 {
     template <class S>
-    Operation(const char* shownName, void (S::*method)(), Functions functionsUsed = Functions::Exact)
-        : name(shownName), run(static_cast<void (State::*)()>(method)), functions(functionsUsed)
+    Operation(const char* shownName, void (S::*method)(), Functions functionsUsed = Functions::Exact,
+              Promise promiseKept = Promise::Unchanged)
+        : name(shownName), run(static_cast<void (State::*)()>(method)), functions(functionsUsed), promise(promiseKept)
+    {}
+    template <class S>
+    Operation(const char* shownName, void (S::*method)(), Promise promiseKept)
+        : Operation(shownName, method, Functions::Exact, promiseKept)
     {}
 
     const char* name;
     void (State::*run)();
     Functions functions;
+    Promise promise;
 };
 
 /// A state in one instantiation, with its operations.

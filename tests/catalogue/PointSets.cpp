@@ -96,6 +96,7 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
         Points expected = Base::Copy(set);
         for (Vector& point : expected) point *= matrix;
         set *= matrix;
+        const Aside aside;
         RequireExactBox(set);
         if constexpr (!std::is_same_v<Matrix, TMatrix4x4<T>>) out << AreSame(Base::Copy(set), expected);
     }
@@ -129,6 +130,7 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
         const unsigned int passes = in.Below(6);
         const bool isClosed = in.Flag();
         set.Smooth(passes, isClosed);
+        const Aside aside;
         Require(set.GetCount() == before.size());
         if (!isClosed && !before.empty())
             Require(AreSame(before.front(), set.GetFirst()) && AreSame(before.back(), set.GetLast()));
@@ -148,6 +150,7 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
         if (!(spacing > T(0))) spacing = T(1);
         const Points before = Base::Copy(set);
         set.Infill(spacing, isClosed);
+        const Aside aside;
         Require(AreInOrderAmong(before, Base::Copy(set)));
     }
     template <bool isSum>
@@ -188,6 +191,7 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
             Require(AreSame(Base::Copy(results[i]), i < 2 ? inPlace : ofTwo));
             out << results[i];
         }
+        const Aside aside;
         Pick() = results[0];
     }
     /// The range of an outline, the two forms of the point, the scores of its sides one by one, and the outline made
@@ -236,7 +240,7 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
     {
         return {{"edits", &PointSetState::Edit},
                 {"constructors", &PointSetState::Construct},
-                {"operator=", &PointSetState::Assign},
+                {"operator=", &PointSetState::Assign, Promise::Valid},
                 {"RecalculateBoundingBox", &PointSetState::Recalculate},
                 {"GetCentre", &PointSetState::GetCentre},
                 {"WithinRectangle", &PointSetState::WithinRectangle},
@@ -245,31 +249,32 @@ struct PointSetState : SetState<T, V, TPointSet<T, V>>
                 {"operator*=(TMatrix3x3)", &PointSetState::template Transform<TMatrix3x3<T>>},
                 {"operator*=(TMatrix4x4)", &PointSetState::template Transform<TMatrix4x4<T>>},
                 {"operator*=(TMatrixMxN)", &PointSetState::template Transform<TMatrixMxN<T>>},
-                {"Register", &PointSetState::Register},
+                {"Register", &PointSetState::Register, Promise::Valid},
                 {"Smooth", &PointSetState::Smooth},
-                {"Infill", &PointSetState::Infill},
+                {"Infill", &PointSetState::Infill, Promise::Valid},
                 {"MinkowskiSum", &PointSetState::template Combine<true>},
                 {"MinkowskiDifference", &PointSetState::template Combine<false>},
                 {"IsWithin", &PointSetState::IsWithin},
-                {"IntersectWith", &PointSetState::IntersectWith}};
+                {"IntersectWith", &PointSetState::IntersectWith, Promise::Valid}};
     }
 };
 
 /// Polylines with their positions opened; edited as sets they keep those of points that have moved or gone.
 template <class T, template <class> class V>
-struct OpenLine : TParameterization<T, V>
+struct OpenLine : Hooked<T, V, TParameterization<T, V>>
 {
-    using TParameterization<T, V>::TParameterization, TParameterization<T, V>::parameters;
-    OpenLine() : TParameterization<T, V>(0, 16) {}
+    using Base = Hooked<T, V, TParameterization<T, V>>;
+    using Base::Base, Base::parameters;
+    OpenLine() : Base(0, 16) {}
     void Assign(const TParameterization<T, V>& other) { TParameterization<T, V>::operator=(other); }
 };
 
 template <class T, template <class> class V>
-struct LineState : SetState<T, V, OpenLine<T, V>>
+struct LineState : SetState<T, V, OpenLine<T, V>, OpenLine<T, V>>
 {
     using Line = TParameterization<T, V>;
     using Open = OpenLine<T, V>;
-    using Base = SetState<T, V, Open>;
+    using Base = SetState<T, V, Open, Open>;
     using Base::Base, Base::first, Base::in, Base::out, Base::Pick, Base::PickLarge, Base::second;
 
     void Fill() override
@@ -337,9 +342,12 @@ struct LineState : SetState<T, V, OpenLine<T, V>>
 
     static std::vector<Operation> GetOperations()
     {
-        return {{"edits", &LineState::Edit},        {"constructors", &LineState::Construct},
-                {"operator=", &LineState::Assign},  {"Parameterize", &LineState::Parameterize},
-                {"Evaluate", &LineState::Evaluate}, {"GetLength", &LineState::GetLength}};
+        return {{"edits", &LineState::Edit},
+                {"constructors", &LineState::Construct},
+                {"operator=", &LineState::Assign, Promise::Valid},
+                {"Parameterize", &LineState::Parameterize},
+                {"Evaluate", &LineState::Evaluate},
+                {"GetLength", &LineState::GetLength}};
     }
 };
 

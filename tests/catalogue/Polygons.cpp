@@ -12,14 +12,13 @@ namespace
 
 /// A polygon with its protected side opened.
 template <class T, template <class> class V>
-struct OpenPolygon : TPolygon<T, V>
+struct OpenPolygon : Hooked<T, V, TPolygon<T, V>>
 {
     using Polygon = TPolygon<T, V>;
     using Polygon::AddOffsetPoints, Polygon::OffsetEdge, Polygon::SimplifySection, Polygon::sortedList;
     using Polygon::GetSignedSimpleArea, Polygon::GetSimpleArea, Polygon::GetSignedTriangleAreaWithOrigin;
-    OpenPolygon() : Polygon(0, 7) {}
-    OpenPolygon(const Polygon& other) : Polygon(other) {}
-    void Assign(const Polygon& other) { Polygon::operator=(other); }
+    OpenPolygon() : Hooked<T, V, Polygon>(0, 7) {}
+    OpenPolygon(const Polygon& other) { static_cast<Polygon&>(*this) = other; }
 };
 
 /// Throws the outline that a reordering makes, before its crossings are taken out.
@@ -31,16 +30,18 @@ struct UnfinishedPolygon : TPolygon<T, V>
     void ElementsAdded(V<T>* points, unsigned int n) override { throw Points(points, points + n); }
 };
 
+/// Operations on a polygon and on one of a derived class, in whose hooks the polygon's own shortcuts would be seen.
 template <class T, template <class> class V>
-struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
+struct PolygonState : SetState<T, V, TPolygon<T, V>, OpenPolygon<T, V>>
 {
     using Polygon = TPolygon<T, V>;
     using Open = OpenPolygon<T, V>;
-    using Base = SetState<T, V, Open>;
-    using Base::Base, Base::Copy, Base::first, Base::in, Base::out, Base::Pick, Base::PickLarge, Base::second;
+    using Base = SetState<T, V, Polygon, Open>;
+    using Base::Copy, Base::first, Base::in, Base::out, Base::Pick, Base::PickLarge, Base::second;
     using typename Base::Points, typename Base::Set, typename Base::Vector;
     using Outline = PlainOutline<T>;
 
+    PolygonState(Source& source, Sink& sink) : Base(source, sink) { first = Polygon(0, 7); }
     void Fill() override
     {
         Base::FillBy(65);
@@ -73,7 +74,7 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
 
     void Construct()
     {
-        Open& polygon = Pick();
+        Polygon& polygon = Pick();
         const unsigned int capacity = in.Below(20), growSize = in.Below(20);
         const Polygon copy(static_cast<const Polygon&>(polygon)), empty(capacity, growSize);
         const Polygon ofArray(polygon.GetStream(), polygon.GetCount());
@@ -85,17 +86,19 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
         const TPolygon<T, TVector4> four(set);
         RequireExactBox(plane);
         out << copy << empty << ofArray << plane << space << four;
-        second.Assign(Polygon(static_cast<const TPointSet<T, TVector3>&>(space)));
+        const Aside aside;
+        const Polygon flattened(static_cast<const TPointSet<T, TVector3>&>(space));
+        static_cast<Polygon&>(second) = flattened;
     }
     void Assign()
     {
-        Open &target = Pick(), &source = Pick();
-        target.Assign(source);
+        Polygon &target = Pick(), &source = Pick();
+        target = source;
         Require(&target == &source ? target.GetCount() == 0 : AreSame(Copy(target), Copy(source)));
     }
     void Areas()
     {
-        const Open& polygon = PickLarge(1100);
+        const Open polygon(PickLarge(1100));
         const unsigned int count = polygon.GetCount(), bottomLeft = polygon.GetBottomLeft();
         const T area = polygon.GetSignedSimpleArea();
         Require(AreSame(polygon.GetSimpleArea(), Numbers::Absolute(area)));
@@ -109,7 +112,7 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
     }
     void GetEdges()
     {
-        const Open& polygon = Pick();
+        const Polygon& polygon = Pick();
         TList<TEdge2<T>> edges(0, 5);
         edges.Add(TEdge2<T>());
         polygon.GetEdges(&edges);
@@ -122,15 +125,16 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
     }
     void MakeCCW()
     {
-        Open& polygon = PickLarge(700);
+        Polygon& polygon = PickLarge(700);
         Points turned = Copy(polygon);
         if (polygon.GetSignedSimpleArea() < T(0)) std::reverse(turned.begin(), turned.end());
         polygon.MakeCCW();
+        const Aside aside;
         Require(AreSame(Copy(polygon), turned));
     }
     void GetOpenConvexBoundary()
     {
-        const Open& polygon = PickLarge(1100);
+        const Polygon& polygon = PickLarge(1100);
         const auto drawn = in.template Vector<TVector3<T>>();
         const Polygon boundary = polygon.GetOpenConvexBoundary(in.Flag() ? drawn : TVector3<T>(0, 0, 1));
         const Points kept = Copy(boundary), all = Copy(polygon);
@@ -140,22 +144,23 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
     }
     void MakeConvexHull()
     {
-        Open& polygon = PickLarge(4200);
+        Polygon& polygon = PickLarge(4200);
         const Points before = Copy(polygon);
         const TBox<T> box = polygon.GetBoundingBox();
         const unsigned int bottomLeft = polygon.GetBottomLeft();
         polygon.MakeConvexHull();
+        const Aside aside;
         const Points hull = Copy(polygon);
         Require(AreSame(polygon.GetBoundingBox(), box) && hull.size() <= before.size());
         if (before.empty()) return;
         Require(AreSame(hull.front(), before[bottomLeft]));
-        Require(AreSame(Contents(polygon.sortedList), Contents(PlainPolarOrder<T>(before))));
+        Require(AreSame(Contents(polygon.*&Open::sortedList), Contents(PlainPolarOrder<T>(before))));
     }
     /// MakeSimplePolygon, or ReorderCEC that ends with it, on the outlines on which it ends.
     template <bool isReordered>
     void MakeSimple()
     {
-        Open& polygon = Pick();
+        Polygon& polygon = Pick();
         if (polygon.GetCount() == 0) return isReordered ? polygon.ReorderCEC() : polygon.MakeSimplePolygon();
         Open unique(polygon);
         unique.RemoveDuplicateVertices();
@@ -173,15 +178,17 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
         if (!PlainMakeSimple(&expected)) return;
         const TBox<T> box = polygon.GetBoundingBox();
         isReordered ? polygon.ReorderCEC() : polygon.MakeSimplePolygon();
+        const Aside aside;
         Require(AreSame(Copy(polygon), expected) && AreSame(polygon.GetBoundingBox(), box));
     }
     void Offset()
     {
-        Open& polygon = PickLarge(300);
-        OpenSet<T, V>::KeepBox(polygon) = in.Below(4) != 0;
+        Polygon& polygon = PickLarge(300);
+        this->KeepBox(polygon);
         const T distance = DrawLength(), spacing = in.Below(4) == 0 ? in.template Scalar<T>() : T(0);
         const Points before = Copy(polygon);
         const bool isDone = polygon.Offset(distance, spacing);
+        const Aside aside;
         out << isDone;
         if (distance == T(0) || before.empty())
             Require(AreSame(Copy(polygon), before) && isDone == (distance == T(0)));
@@ -191,21 +198,21 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
     }
     void OffsetParts()
     {
-        Open& polygon = Pick();
+        Polygon& polygon = Pick();
         const unsigned int count = polygon.GetCount();
         const auto entering = in.template Vector<TEdge2<T>>(), drawn = in.template Vector<TEdge2<T>>();
         // As a rule the sides meet.
         const TEdge2<T> leaving = in.Below(4) != 0 ? TEdge2<T>(entering.Vertex[1], drawn.Vertex[1]) : drawn;
         const T distance = DrawLength();
-        polygon.AddOffsetPoints(entering, leaving, distance, in.Flag());
+        (polygon.*&Open::AddOffsetPoints)(entering, leaving, distance, in.Flag());
         Require(polygon.GetCount() - count <= 3);
-        out << polygon.OffsetEdge(entering, distance);
+        out << (polygon.*&Open::OffsetEdge)(entering, distance);
     }
     /// What stays are some of the vertices in their order.
     template <bool byDeviation>
     void Simplify()
     {
-        Open& polygon = PickLarge(2100);
+        Polygon& polygon = PickLarge(2100);
         const T limit = DrawLength();
         Points before = Copy(polygon);
         if (byDeviation && before.size() > 1) {
@@ -213,7 +220,7 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
             std::unique_ptr<bool[]> keep(new bool[before.size()]), plain(new bool[before.size()]);
             std::fill_n(keep.get(), before.size(), true);
             std::fill_n(plain.get(), before.size(), true);
-            polygon.SimplifySection(0, polygon.GetCount() - 1, keep.get(), limit);
+            (polygon.*&Open::SimplifySection)(0, polygon.GetCount() - 1, keep.get(), limit);
             // Below -1 the plain form does not end where distances are not numbers.
             if (!(limit < T(-1))) {
                 PlainSimplifySection(outline, 0, before.size() - 1, limit, plain.get());
@@ -221,6 +228,7 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
             }
         }
         byDeviation ? polygon.SimplifyDPM(limit) : polygon.Simplify(limit);
+        const Aside aside;
         const Points after = Copy(polygon);
         if (before.empty()) return;
         // A closed outline is closed again.
@@ -229,19 +237,21 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
     }
     void RemoveDuplicates()
     {
-        Open& polygon = PickLarge(2100);
+        Polygon& polygon = PickLarge(2100);
         const Outline before = Flat(polygon);
         const TBox<T> box = polygon.GetBoundingBox();
         polygon.RemoveDuplicateVertices();
+        const Aside aside;
         Outline removed;
         Require(AreSame(Flat(polygon), PlainRemoveDuplicates(before, &removed)));
         Require(AreSame(polygon.GetBoundingBox(), box));
     }
     void TrimCrossings()
     {
-        Open& polygon = PickLarge(1100);
+        Polygon& polygon = PickLarge(1100);
         const Outline before = Flat(polygon);
         polygon.TrimCrossings();
+        const Aside aside;
         Require(IsFlat(polygon));
         if (!before.empty()) Require(AreSame(Flat(polygon), PlainTrimCrossings(before)));
     }
@@ -250,20 +260,20 @@ struct PolygonState : SetState<T, V, OpenPolygon<T, V>>
     {
         return {{"edits", &PolygonState::Edit},
                 {"constructors", &PolygonState::Construct},
-                {"operator=", &PolygonState::Assign},
+                {"operator=", &PolygonState::Assign, Promise::Valid},
                 {"areas", &PolygonState::Areas},
                 {"GetEdges", &PolygonState::GetEdges},
                 {"GetWindingAngle", &PolygonState::GetWindingAngle, Functions::Trigonometric},
                 {"MakeCCW", &PolygonState::MakeCCW},
                 {"GetOpenConvexBoundary", &PolygonState::GetOpenConvexBoundary},
                 // The order of the hull comes from the arc cosine, and the sorted list holds its values.
-                {"MakeConvexHull", &PolygonState::MakeConvexHull, Functions::Trigonometric},
-                {"ReorderCEC", &PolygonState::template MakeSimple<true>, Functions::Trigonometric},
-                {"MakeSimplePolygon", &PolygonState::template MakeSimple<false>},
-                {"Offset", &PolygonState::Offset},
-                {"AddOffsetPoints", &PolygonState::OffsetParts},
+                {"MakeConvexHull", &PolygonState::MakeConvexHull, Functions::Trigonometric, Promise::Valid},
+                {"ReorderCEC", &PolygonState::template MakeSimple<true>, Functions::Trigonometric, Promise::Valid},
+                {"MakeSimplePolygon", &PolygonState::template MakeSimple<false>, Promise::Valid},
+                {"Offset", &PolygonState::Offset, Promise::Valid},
+                {"AddOffsetPoints", &PolygonState::OffsetParts, Promise::Valid},
                 {"Simplify", &PolygonState::template Simplify<false>},
-                {"SimplifyDPM", &PolygonState::template Simplify<true>},
+                {"SimplifyDPM", &PolygonState::template Simplify<true>, Promise::Valid},
                 {"RemoveDuplicateVertices", &PolygonState::RemoveDuplicates},
                 {"TrimCrossings", &PolygonState::TrimCrossings}};
     }

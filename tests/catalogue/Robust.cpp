@@ -138,6 +138,7 @@ struct RobustState : State
         out << fit.iterations;
         Require(fit.iterations <= 400 && (!keep || distances.GetCount() == (fit ? points.GetCount() : 0)));
         if (!keep || !fit) return;
+        const Aside aside;
         T largest(0);
         for (const T distance : Contents(distances)) largest = std::max(largest, Numbers::Absolute(distance));
         // Squares of distances as small as this, beside the size, may vanish.
@@ -252,6 +253,7 @@ struct RobustState : State
             Require(Distance(fit.Evaluate(T(0)), points[0]) == T(0) &&
                     Distance(fit.Evaluate(T(1)), points.GetLast()) == T(0));
         for (const T parameter : Contents(fit.parameters)) Require(parameter >= T(0) && parameter <= T(1));
+        const Aside aside;
         spline = fit.spline;
     }
     /// Points at equal lengths are no farther apart than along the curve.
@@ -288,18 +290,20 @@ struct RobustState : State
     {
         using namespace Robust;
         using S = RobustState;
-        std::vector<Operation> all = {{"points", &S::Fill},
+        std::vector<Operation> all = {{"points", &S::Fill, Promise::Valid},
                                       {"ConvexHull", &S::Hull},
                                       {"SplineFit(count)", &S::template FitSpline<unsigned int>},
                                       {"SplineFit(tolerance)", &S::template FitSpline<T>},
                                       {"SplineLength", &S::Measure},
                                       {"ClosestPoint", &S::FindClosest}};
         const auto add = [&](const char* name, void (S::*method)()) { all.push_back({name, method}); };
+        // The list of distances is emptied first.
+        const auto addFit = [&](const char* name, void (S::*fit)()) { all.push_back({name, fit, Promise::Valid}); };
         if constexpr (dimension < 4) {
             using Line = LineFit<T, V>;
             using Circle = CircleFit<T, V>;
-            add("LineFit", &S::template FitTo<Line, &Line::line, &Line::deviation>);
-            add("CircleFit", &S::template FitTo<Circle, &Circle::circle, &Circle::deviation>);
+            addFit("LineFit", &S::template FitTo<Line, &Line::line, &Line::deviation>);
+            addFit("CircleFit", &S::template FitTo<Circle, &Circle::circle, &Circle::deviation>);
         }
         if constexpr (dimension == 2) {
             add("LineZone", &S::template FindZone<LineZone<T>, &LineZone<T>::line, LineFit<T, V>>);
@@ -312,10 +316,11 @@ struct RobustState : State
             using Sphere = SphereFit<T>;
             using Cylinder = CylinderFit<T>;
             using Cone = ConeFit<T>;
-            add("PlaneFit", &S::template FitTo<Plane, &Plane::plane, &Plane::deviation>);
-            add("SphereFit", &S::template FitTo<Sphere, &Sphere::sphere, &Sphere::deviation>);
-            add("CylinderFit", &S::template FitTo<Cylinder, &Cylinder::cylinder, &Cylinder::deviation>);
-            add("ConeFit",
+            addFit("PlaneFit", &S::template FitTo<Plane, &Plane::plane, &Plane::deviation>);
+            addFit("SphereFit", &S::template FitTo<Sphere, &Sphere::sphere, &Sphere::deviation>);
+            addFit("CylinderFit", &S::template FitTo<Cylinder, &Cylinder::cylinder, &Cylinder::deviation>);
+            addFit(
+                "ConeFit",
                 &S::template FitTo<Cone, &Cone::cone, &Cone::deviation, &Cone::point, &Cone::radius, &Cone::halfAngle,
                                    &Cone::pointDeviation, &Cone::radiusDeviation, &Cone::halfAngleDeviation>);
             add("PlaneZone", &S::template FindZone<PlaneZone<T>, &PlaneZone<T>::plane, Plane>);

@@ -42,8 +42,28 @@ bool AreInOrderAmong(const std::vector<E>& some, const std::vector<E>& all)
     return found == some.size();
 }
 
-/// Operations on two live objects of a class over point sets.
-template <class T, template <class> class V, class Object>
+/// A class over point sets with hooks that may throw.
+template <class T, template <class> class V, class Set>
+struct Hooked : Set
+{
+    using Set::Set;
+
+protected:
+    void ElementAdded(V<T>& point) override { Set::ElementAdded(point), Tell(); }
+    void ElementsAdded(V<T>* points, unsigned int n) override { Set::ElementsAdded(points, n), Tell(); }
+    void ElementRemoved(V<T>& point) override { Set::ElementRemoved(point), Tell(); }
+    void ElementsRemoved(V<T>* points, unsigned int n) override { Set::ElementsRemoved(points, n), Tell(); }
+    void Cleared() override { Set::Cleared(), Tell(); }
+
+private:
+    static void Tell()
+    {
+        if (tellHook) tellHook();
+    }
+};
+
+/// Operations on two live objects of a class over point sets, of which the second is of a derived class.
+template <class T, template <class> class V, class Object, class Derived = Hooked<T, V, Object>>
 struct SetState : State
 {
     using State::State;
@@ -51,7 +71,9 @@ struct SetState : State
     using Set = TPointSet<T, V>;
     using Points = std::vector<Vector>;
 
-    Object first, second;
+    Object first;
+    Derived second;
+    Object* const both[2] = {&first, &second};
     /// The most points of a set between operations of a sequence.
     static constexpr unsigned int most = 65;
 
@@ -61,6 +83,7 @@ struct SetState : State
     {
         Object& object = Pick();
         if (!in.IsEndless() || in.Below(24) != 0) return object;
+        const Aside aside;
         const auto shape = static_cast<Shape>(in.Byte() % 6);
         const unsigned int half = in.Below(4), rest = in.Below(9);
         const Points points = DrawPoints<T, V>(in, shape, (atMost >> half) + rest);
@@ -75,7 +98,7 @@ struct SetState : State
     void Show() const override { out << first << second; }
     void Check() override
     {
-        for (Object* object : {&first, &second}) {
+        for (Object* object : both) {
             object->GetCentre();
             Trim(*object);
         }
@@ -88,20 +111,25 @@ struct SetState : State
 
     void FillBy(unsigned int atMost)
     {
-        for (Object* object : {&first, &second}) {
+        for (Object* object : both) {
             const Points points = Draw(atMost);
             object->Clear();
             object->AddRange(points.data(), static_cast<unsigned int>(points.size()));
         }
+    }
+    /// Has the box kept, as a rule.
+    void KeepBox(Object& object)
+    {
+        const Aside aside;
+        OpenSet<T, V>::KeepBox(object) = in.Below(4) != 0;
     }
     /// Edits what is inherited from the list, with and without the box being kept, so that it can be stale afterwards.
     void Edit()
     {
         Object& object = Pick();
         const Vector value = Point();
-        bool& keepBox = OpenSet<T, V>::KeepBox(object);
-        keepBox = in.Below(4) != 0;
-        ListEdits<Vector>(object, in.Flag() ? first : second, value, in).Edit();
+        KeepBox(object);
+        ListEdits<Vector>(object, Pick(), value, in).Edit();
         Trim(object);
     }
 };

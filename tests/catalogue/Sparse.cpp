@@ -153,7 +153,10 @@ struct SparseState : State
     void Copy()
     {
         const Rows copy(a);
-        other = copy;
+        {
+            const Aside aside;
+            other = copy;
+        }
         Require(other.values == a.values && other.matrixType == a.matrixType);
         const ByColumns sharer(columns);
         ByColumns assigned(2, 2);
@@ -163,6 +166,7 @@ struct SparseState : State
             const T value = DrawValue(in);
             columns.AddElement(value, static_cast<int>(in.Below(9)), column);
         }
+        const Aside aside;
         Rows rows;
         rows.TransposeFrom(assigned);
         out << assigned << static_cast<const ByRows&>(rows);
@@ -284,17 +288,17 @@ struct SparseState : State
 
     static std::vector<Operation> GetOperations()
     {
-        return {{"Redefine", &SparseState::Redefine},
+        return {{"Redefine", &SparseState::Redefine, Promise::Valid},
                 {"copies", &SparseState::Copy},
-                {"AddElement", &SparseState::AddElement},
-                {"TransposeFrom", &SparseState::TransposeFrom},
-                {"Transpose", &SparseState::Transpose},
+                {"AddElement", &SparseState::AddElement, Promise::Valid},
+                {"TransposeFrom", &SparseState::TransposeFrom, Promise::Valid},
+                {"Transpose", &SparseState::Transpose, Promise::Valid},
                 {"Multiply(vector)", &SparseState::MultiplyVector},
-                {"Multiply(dense)", &SparseState::MultiplyDense},
-                {"Multiply(sparse)", &SparseState::MultiplyRows},
-                {"Normalise(dense)", &SparseState::NormaliseDense},
-                {"Normalise(columns)", &SparseState::NormaliseColumns},
-                {"Multiply(first,last)", &SparseState::MultiplyRanges}};
+                {"Multiply(dense)", &SparseState::MultiplyDense, Promise::Valid},
+                {"Multiply(sparse)", &SparseState::MultiplyRows, Promise::Valid},
+                {"Normalise(dense)", &SparseState::NormaliseDense, Promise::Valid},
+                {"Normalise(columns)", &SparseState::NormaliseColumns, Promise::Valid},
+                {"Multiply(first,last)", &SparseState::MultiplyRanges, Promise::Valid}};
     }
 };
 

@@ -11,20 +11,20 @@ namespace
 
 /// A spline with its knots opened.
 template <class T, template <class> class V>
-struct OpenSpline : TBSpline<T, V>
+struct OpenSpline : Hooked<T, V, TBSpline<T, V>>
 {
     using Spline = TBSpline<T, V>;
     using Spline::coefficients, Spline::knotCount, Spline::knots, Spline::order, Spline::type;
-    OpenSpline() : Spline(3, Clamped, 0, 16) {}
+    OpenSpline() : Hooked<T, V, Spline>(3, Clamped, 0, 16) {}
     void Assign(const Spline& other) { Spline::operator=(other); }
 };
 
 template <class T, template <class> class V>
-struct SplineState : SetState<T, V, OpenSpline<T, V>>
+struct SplineState : SetState<T, V, OpenSpline<T, V>, OpenSpline<T, V>>
 {
     using Open = OpenSpline<T, V>;
     using Spline = TBSpline<T, V>;
-    using Base = SetState<T, V, Open>;
+    using Base = SetState<T, V, Open, Open>;
     using Base::Base, Base::first, Base::in, Base::out, Base::Pick, Base::second;
     using typename Base::Points, typename Base::Set;
     Set data;
@@ -61,6 +61,7 @@ struct SplineState : SetState<T, V, OpenSpline<T, V>>
     Open& PickReady()
     {
         Open& spline = this->PickLarge(700);
+        const Aside aside;
         if (spline.GetCount() == 0) spline.Add(this->Point());
         if (spline.GetType() > Clamped) spline.SetType(Clamped);
         if (spline.knots.GetCount() != spline.order + spline.GetCount() || spline.knotCount != spline.knots.GetCount())
@@ -117,6 +118,7 @@ struct SplineState : SetState<T, V, OpenSpline<T, V>>
         Open& spline = Pick();
         Points points = Base::Copy(spline);
         spline.Wrap();
+        const Aside aside;
         if (points.size() > spline.GetOrder()) {
             const Points start(points.begin(), points.begin() + spline.GetOrder());
             points.insert(points.end(), start.begin(), start.end());
@@ -130,6 +132,7 @@ struct SplineState : SetState<T, V, OpenSpline<T, V>>
         for (unsigned int i = 0; i < 8; ++i) {
             const T u = DrawParameter(spline);
             const auto point = spline.Evaluate(u);
+            const Aside aside;
             out << point;
             const bool isUniform = spline.type == Uniform;
             const T upper = spline.knots[isUniform ? spline.GetCount() : spline.knotCount - 1];
@@ -185,11 +188,16 @@ struct SplineState : SetState<T, V, OpenSpline<T, V>>
 
     static std::vector<Operation> GetOperations()
     {
-        return {{"edits", &SplineState::Edit},          {"constructors", &SplineState::Construct},
-                {"operator=", &SplineState::Assign},    {"SetOrder", &SplineState::SetOrder},
-                {"SetType", &SplineState::SetType},     {"Wrap", &SplineState::Wrap},
-                {"Evaluate", &SplineState::Evaluate},   {"Evaluate(step)", &SplineState::Sample},
-                {"GetLength", &SplineState::GetLength}, {"Fit", &SplineState::Fit}};
+        return {{"edits", &SplineState::Edit, Promise::Valid},
+                {"constructors", &SplineState::Construct},
+                {"operator=", &SplineState::Assign, Promise::Valid},
+                {"SetOrder", &SplineState::SetOrder},
+                {"SetType", &SplineState::SetType},
+                {"Wrap", &SplineState::Wrap, Promise::Valid},
+                {"Evaluate", &SplineState::Evaluate},
+                {"Evaluate(step)", &SplineState::Sample, Promise::Valid},
+                {"GetLength", &SplineState::GetLength},
+                {"Fit", &SplineState::Fit, Promise::Valid}};
     }
 };
 

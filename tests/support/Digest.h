@@ -40,6 +40,9 @@ public:
 
     std::uint64_t Get() const { return state; }
 
+    /// Whether the room of lists counts, and not only what is in them.
+    bool takesCapacities = true;
+
 private:
     template <class... Values>
     void Take(const Values&... values)
@@ -121,8 +124,9 @@ private:
         {
             static void Show(const TList<Element>& shown, Digest& digest)
             {
-                digest << shown.*(&Open::count) << shown.*(&Open::growSize) << shown.*(&Open::capacity)
-                       << shown.*(&Open::useExponentialGrowth);
+                digest << shown.*(&Open::count) << shown.*(&Open::growSize);
+                if (digest.takesCapacities) digest << shown.*(&Open::capacity);
+                digest << shown.*(&Open::useExponentialGrowth);
             }
         };
         Open::Show(list, *this);
