@@ -50,8 +50,11 @@ struct Request
     CornerShape join, end;
 
     Request(double signedDistance, Join joinKind, Cap cap, double limit)
-        : distance(std::fabs(signedDistance)), deviation(defaultDeviation * distance), mitreLimit(defaultMitreLimit),
-          join(ShapeOf(joinKind)), end(ShapeOf(cap))
+        : distance(std::fabs(signedDistance)),
+          deviation(defaultDeviation * distance),
+          mitreLimit(defaultMitreLimit),
+          join(ShapeOf(joinKind)),
+          end(ShapeOf(cap))
     {
         if (!(limit > 0)) return;
         if (joinKind == Join::Mitre)

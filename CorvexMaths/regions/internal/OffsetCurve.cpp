@@ -52,9 +52,11 @@
 // Rounding
 // --------
 // Copies, tangents and crossings are computed with `double`, relative to the first vertex: their error is some thousandths
-// of a step of the curve, which may be coarser than those of the rings. Each point is rounded to that corner of its cell that is not nearer than r to either of the
-// features it lies on; so nothing of the raw curve lies nearer than r, nor further than a step and a half beyond, and
-// copies that fall on the grid are exact. The arrangement moves crossings by half a step in x and y.
+// of a step of the curve, which may be coarser than those of the rings. Each point is rounded to the nearest of those
+// corners of its cell that are not nearer than r to either of the features it lies on, where there is one, as there is
+// unless they turn by more than a right angle. So copies and joins lie nowhere nearer than r, nor further than a step
+// and a half beyond, and copies that fall on the grid are exact. The arrangement moves crossings by half a step in x and
+// y, which together is less than a step.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -63,9 +65,8 @@ namespace
 
 using Index = std::uint32_t;
 
-/// A dihedral choice of directions in which widths are measured.
+/// Directions in which widths are measured.
 constexpr PlaneVector widthDirections[] = {{1, 0}, {0, 1}, {1, 1}, {1, -1}, {2, 1}, {1, 2}, {2, -1}, {1, -2}};
-
 
 /// How the curve comes to an element.
 enum class Link : std::uint8_t
@@ -90,7 +91,10 @@ class Chain
 {
 public:
     Chain(const Ring& ring, const OffsetRule& offsetRule, bool isLine)
-        : rule(offsetRule), r(offsetRule.distance), slack(rule.Fine(OffsetRule::slack)), origin(OriginOf(ring.front())),
+        : rule(offsetRule),
+          r(offsetRule.distance),
+          slack(rule.Fine(OffsetRule::slack)),
+          origin(OriginOf(ring.front())),
           isOpenLine(isLine)
     {
         Prepare(ring);
@@ -149,7 +153,7 @@ private:
 
     Index Next(Index i) const { return i + 1 < count ? i + 1 : 0; }
     Index Previous(Index i) const { return i > 0 ? i - 1 : count - 1; }
-    static bool IsEdge(Index element) { return element & 1; }
+    static bool IsEdge(Index element) { return (element & 1) != 0; }
     /// The vertex of a corner, or at which an edge starts, whatever the lap.
     Index VertexOf(Index element) const
     {
@@ -166,8 +170,7 @@ private:
         if (IsEnd(vertex)) return true;
         const PlaneVector in = places[vertex] - places[Previous(vertex)];
         const PlaneVector out = places[Next(vertex)] - places[vertex];
-        const double turn = Cross(in, out);
-        return turn > 0 || turn == 0;
+        return Cross(in, out) >= 0;
     }
 
     CornerShape ShapeOf(Index vertex) const { return IsEnd(vertex) ? rule.end : rule.join; }
@@ -422,28 +425,30 @@ private:
         if (kept.empty()) return {{1, Link::Raw, {}}};
         std::vector<Part> parts;
         parts.reserve(2 * kept.size());
-        bool isCornerThere = false;
-        const Kept& last = kept.back();
-        if (kept.front().link == Link::Natural && last.link == Link::Cut && last.start.to == Zone::After) isCornerThere = true;
-        for (std::size_t i = 0; i < kept.size(); ++i) {
-            const Kept& part = kept[i];
-            const Kept& next = kept[i + 1 < kept.size() ? i + 1 : 0];
-            const Index edge = part.edge % count;
-            const bool isCut = part.link == Link::Cut;
-            const Zone from = isCut ? part.start.to : Zone::Before;
-            const Zone to = next.link == Link::Cut ? next.start.from : from == Zone::After ? Zone::After : Zone::Copy;
-            const auto add = [&](Zone zone, Index element) {
-                const bool isFirst = isCut && zone == from;
-                Link link = isFirst ? Link::Cut : Link::Natural;
-                if (part.link == Link::Raw && zone == Zone::Copy) link = Link::Raw;
-                parts.push_back({element % (2 * count), link, part.start.x});
-            };
-            if (from == Zone::Before && !isCornerThere && part.link != Link::Raw && (isCut || IsOpen(edge))) add(Zone::Before, 2 * edge);
-            if (from <= Zone::Copy && to >= Zone::Copy) add(Zone::Copy, 2 * edge + 1);
-            if (to == Zone::After && (from == Zone::After || IsOpen(Next(edge)))) add(Zone::After, 2 * edge + 2);
-            isCornerThere = to == Zone::After && next.link == Link::Natural;
-        }
+        for (std::size_t i = 0; i < kept.size(); ++i)
+            AddParts(kept[i > 0 ? i - 1 : kept.size() - 1], kept[i], kept[i + 1 < kept.size() ? i + 1 : 0], &parts);
         return parts;
+    }
+
+    /// Adds the join before an edge, its copy and the join after it, as far as the curve runs along them.
+    void AddParts(const Kept& before, const Kept& kept, const Kept& next, std::vector<Part>* parts) const
+    {
+        const Index edge = kept.edge % count;
+        const bool isCut = kept.link == Link::Cut;
+        const Zone from = isCut ? kept.start.to : Zone::Before;
+        const Zone to = next.link == Link::Cut ? next.start.from : std::max(from, Zone::Copy);
+        const auto add = [&](Zone zone, Index element, Link link) {
+            if (isCut && zone == from) link = Link::Cut;
+            parts->push_back({element % (2 * count), link, kept.start.x});
+        };
+        // The edge before may end with the join that this one would start with.
+        const bool isDone = before.link == Link::Cut && before.start.to == Zone::After;
+        const bool hasJoin = kept.link == Link::Natural && !isDone && IsOpen(edge);
+        if (from == Zone::Before && (isCut || hasJoin)) add(Zone::Before, 2 * edge, Link::Natural);
+        if (from <= Zone::Copy && to >= Zone::Copy)
+            add(Zone::Copy, 2 * edge + 1, kept.link == Link::Raw ? Link::Raw : Link::Natural);
+        if (to == Zone::After && (from == Zone::After || IsOpen(Next(edge))))
+            add(Zone::After, 2 * edge + 2, Link::Natural);
     }
 
     // What is proved
@@ -571,7 +576,8 @@ private:
         const PlaneVector way = x - places[VertexOf(element)];
         if (IsEdge(element)) return std::fabs(Dot(way, normals[VertexOf(element)]) - r) <= slack;
         const Index vertex = VertexOf(element);
-        return IsOpen(vertex) && ShapeOf(vertex) == CornerShape::Round && std::fabs(std::sqrt(Dot(way, way)) - r) <= slack;
+        return IsOpen(vertex) && ShapeOf(vertex) == CornerShape::Round &&
+               std::fabs(std::sqrt(Dot(way, way)) - r) <= slack;
     }
 
     /// Whether an edge comes into the disc about x.
@@ -640,8 +646,10 @@ private:
             Part& next = (*parts)[i + 1 < parts->size() ? i + 1 : 0];
             if (part.link != Link::Cut || next.link != Link::Cut) continue;
             if (!IsBefore(part.element, next.start, part.start, slack)) continue;
-            if (IsAtCorner((*parts)[i > 0 ? i - 1 : parts->size() - 1], part)) part.link = Link::Spike;
-            else if (IsAtCorner(part, next)) next.link = Link::Spike;
+            if (IsAtCorner((*parts)[i > 0 ? i - 1 : parts->size() - 1], part))
+                part.link = Link::Spike;
+            else if (IsAtCorner(part, next))
+                next.link = Link::Spike;
         }
     }
 

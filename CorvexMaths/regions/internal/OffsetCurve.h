@@ -10,10 +10,10 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 /// What a curve does at a corner that turns away from it, or at the end of a line.
 enum class CornerShape
 {
-    Round,  ///< Tangents of the circle about the corner.
-    Mitre,  ///< The two copies extended to where they meet, or across the bisector at the distance, past the limit.
-    Bevel,  ///< Straight from the end of one copy to the start of the next.
-    Square  ///< The copies extended by the distance and joined at right angles; for ends of lines.
+    Round, ///< Tangents of the circle about the corner.
+    Mitre, ///< The two copies extended to where they meet, or across the bisector at the distance, past the limit.
+    Bevel, ///< Straight from the end of one copy to the start of the next.
+    Square ///< The copies extended by the distance and joined at right angles; for ends of lines.
 };
 
 /// How curves are drawn; lengths are in steps of the grid of the rings.

@@ -208,8 +208,8 @@ private:
     {
         Index previous, next;
         Index ring;
-        Index version = 0;   ///< Counts the changes of the neighbours.
-        double error = 0;    ///< Of the edge that starts here.
+        Index version = 0; ///< Counts the changes of the neighbours.
+        double error = 0;  ///< Of the edge that starts here.
         bool isGone = false;
     };
 

@@ -275,7 +275,8 @@ private:
             if (neighbour == none) continue;
             const Index opposite = triangles[neighbour].corners[SideTo(neighbour, triangle)];
             if (Turn(point, around.corners[1], around.corners[2]) == 0 ||
-                IsInCircle(point, around.corners[1], around.corners[2], opposite)) {
+                IsInCircle(point, around.corners[1], around.corners[2], opposite))
+            {
                 Flip(triangle, 0);
                 doubtful.emplace_back(triangle, 0);
                 doubtful.emplace_back(neighbour, 0);
