@@ -19,9 +19,9 @@ PlaneVector Bisector(const PlaneVector& from, const PlaneVector& to)
 
 } // namespace
 
-// Tangents to the circle at an angle of 2 a to each other meet at r / cos a from the centre. With r / cos a = r + d for
-// a deviation d, cos 2a = 2 cos^2 a - 1 and sin 2a = 2 cos a sin a, where sin^2 a = d (2 r + d) / (r + d)^2. The angle is
-// a right one at most.
+// Tangents to the circle at an angle of 2 a to each other meet at r / cos a from the centre. With r / cos a = r + d
+// for a deviation d, cos 2a = 2 cos^2 a - 1 and sin 2a = 2 cos a sin a, where sin^2 a = d (2 r + d) / (r + d)^2. The
+// angle is a right one at most.
 CurveWriter::CurveWriter(const OffsetRule& offsetRule, const GridPoint& first, Ring* written)
     : rule(offsetRule), r(offsetRule.distance), origin{first.x >> rule.coarser, first.y >> rule.coarser}, curve(written)
 {

@@ -17,7 +17,8 @@ public:
     /// The origin is a point of the grid of the curve too.
     CurveWriter(const OffsetRule& rule, const GridPoint& origin, Ring* curve);
 
-    /// Adds the grid point next to a place that is not behind it in either direction, or the nearest if both are null.
+    /// Adds the grid point next to a place that is not behind it in either direction, or the nearest if both are
+    /// null.
     void AddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n);
 
     /// Adds a join about a corner, between copies in two directions from it, the second to the left of the first or

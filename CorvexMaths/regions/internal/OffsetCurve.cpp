@@ -11,37 +11,38 @@
 // The raw curve, and why it loses nothing
 // ---------------------------------------
 // A ring is followed with its inside, or outside, to the right. Each edge gives the rectangle between itself and its
-// copy, moved to the right by the distance r; each corner that opens to the right (the ring turns left there) gives the
-// wedge of its join. Every point to the right of the ring that is nearer to it than r has its nearest point on an edge,
-// and then lies in that rectangle, or at an open corner, and then in that wedge. The borders of rectangles and wedges,
-// all counter-clockwise, and the ring add up to the raw curve: along the copies and joins, and at a corner that closes,
-// from the end of one copy through the corner itself to the start of the next. So the curve winds round a point as
-// often as the rings do, plus once for each rectangle and wedge over it. No piece and no hole can be lost.
+// copy, moved to the right by the distance r; each corner that opens to the right (the ring turns left there) gives
+// the wedge of its join. Every point to the right of the ring that is nearer to it than r has its nearest point on an
+// edge, and then lies in that rectangle, or at an open corner, and then in that wedge. The borders of rectangles and
+// wedges, all counter-clockwise, and the ring add up to the raw curve: along the copies and joins, and at a corner
+// that closes, from the end of one copy through the corner itself to the start of the next. So the curve winds round
+// a point as often as the rings do, plus once for each rectangle and wedge over it. No piece and no hole can be lost.
 //
 // Pits
 // ----
 // Where the ring is dense for the distance, neighbouring rectangles overlap many times over, and an arrangement would
 // have to sort out crossings by the square of their number. Most are avoided beforehand: think of a disc of radius r
 // that rolls along the ring. Where it rests on two places u and w at once, its centre x lying to the right of the way
-// from u to w, what the ring does from u to w is the pit below it. Its rectangles and wedges are left out, and what the
-// ways u x and x w cut off is filled instead: the curve turns at x from the copy or arc about u into that about w.
+// from u to w, what the ring does from u to w is the pit below it. Its rectangles and wedges are left out, and what
+// the ways u x and x w cut off is filled instead: the curve turns at x from the copy or arc about u into that about
+// w.
 //
-//   Theorem. If the pit keeps out of the open disc about x, the points nearer than r are covered as before.
-//   Proof. Let p be nearer than r to a point q of the pit, and not covered by rings and fillings. The way from q to p
-//   leaves the fillings through a side, say u x, at y. As |x q| >= r = |x y| + |y u|, |y q| >= |x q| - |x y| >= |y u|, so
-//   that p is as near to u as to q. Hence the nearest place that p has on what is kept of the ring is nearer than r, and
-//   p lies in its rectangle or wedge.
+//   Theorem. If the pit keeps out of the open disc about x, the points nearer than r are covered as before. Proof.
+//   Let p be nearer than r to a point q of the pit, and not covered by rings and fillings. The way from q to p leaves
+//   the fillings through a side, say u x, at y. As |x q| >= r = |x y| + |y u|, |y q| >= |x q| - |x y| >= |y u|, so
+//   that p is as near to u as to q. Hence the nearest place that p has on what is kept of the ring is nearer than r,
+//   and p lies in its rectangle or wedge.
 //
 // Nothing else is covered if the filling itself lies within r of the ring. The triangle u x w does, by its sides of
-// length r. The rest does if all of the pit lies in the discs about u and w, of which the one about x only cuts the notch
-// between them. Or if the pit stays on the left of the line u w and is narrow: a parallel to that line through any point
-// of the rest ends on the pit on both sides, within r on one of them if the pit is at most 2 r wide along it; a line in
-// any other direction ends on the pit on one side at least, within r if the pit is no wider that way. In all cases the
-// pit with u x w is a simple loop, run the same way as the triangle, which makes it wind once more. An open line may cross
-// itself; there the pit must advance along u w throughout, for the same end.
+// length r. The rest does if all of the pit lies in the discs about u and w, of which the one about x only cuts the
+// notch between them. Or if the pit stays on the left of the line u w and is narrow: a parallel to that line through
+// any point of the rest ends on the pit on both sides, within r on one of them if the pit is at most 2 r wide along
+// it; a line in any other direction ends on the pit on one side at least, within r if the pit is no wider that way.
+// In all cases the pit with u x w is a simple loop, run the same way as the triangle, which makes it wind once more.
+// An open line may cross itself; there the pit must advance along u w throughout, for the same end.
 //
-// At an end that is cut straight the disc is not covered either. Where that end is the nearest place to p, it lies within
-// 2 r of q; so pits that come so near to it are not filled.
+// At an end that is cut straight the disc is not covered either. Where that end is the nearest place to p, it lies
+// within 2 r of q; so pits that come so near to it are not filled.
 //
 // A mitre reaches beyond the disc, a bevel less far. So with mitres a pit ends at an open corner. With bevels, which
 // leave the discs about corners uncovered, only the overlap of two rectangles at a closed corner is cut off, where it
@@ -51,12 +52,12 @@
 //
 // Rounding
 // --------
-// Copies, tangents and crossings are computed with `double`, relative to the first vertex: their error is some thousandths
-// of a step of the curve, which may be coarser than those of the rings. Each point is rounded to the nearest of those
-// corners of its cell that are not nearer than r to either of the features it lies on, where there is one, as there is
-// unless they turn by more than a right angle. So copies and joins lie nowhere nearer than r, nor further than a step
-// and a half beyond, and copies that fall on the grid are exact. The arrangement moves crossings by half a step in x and
-// y, which together is less than a step.
+// Copies, tangents and crossings are computed with `double`, relative to the first vertex: their error is some
+// thousandths of a step of the curve, which may be coarser than those of the rings. Each point is rounded to the
+// nearest of those corners of its cell that are not nearer than r to either of the features it lies on, where there
+// is one, as there is unless they turn by more than a right angle. So copies and joins lie nowhere nearer than r, nor
+// further than a step and a half beyond, and copies that fall on the grid are exact. The arrangement moves crossings
+// by half a step in x and y, which together is less than a step.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -77,8 +78,8 @@ enum class Link : std::uint8_t
     Raw      ///< Not known yet: by way of all elements between.
 };
 
-/// A part of the curve: the join at a corner, or the copy of an edge. Element 2 i is the join at vertex i, 2 i + 1 the
-/// copy of the edge that starts there; a second lap round the ring counts on.
+/// A part of the curve: the join at a corner, or the copy of an edge. Element 2 i is the join at vertex i, 2 i + 1
+/// the copy of the edge that starts there; a second lap round the ring counts on.
 struct Part
 {
     Index element;
@@ -364,8 +365,8 @@ private:
         return {};
     }
 
-    /// Adds an edge to those kept so far, after taking back what it makes a pit: like the walk round a convex hull, with
-    /// borders of dilated edges for lines.
+    /// Adds an edge to those kept so far, after taking back what it makes a pit: like the walk round a convex hull,
+    /// with borders of dilated edges for lines.
     void Push(Index edge, double widest, std::vector<Kept>* stack, std::size_t* patience) const
     {
         const Index c = edge % count;
@@ -542,7 +543,8 @@ private:
         }
     }
 
-    /// Whether a pit below the line u w is narrow enough along it, or across the direction in which it reaches furthest.
+    /// Whether a pit below the line u w is narrow enough along it, or across the direction in which it reaches
+    /// furthest.
     bool IsNarrow(const PlaneVector& u, Index first, Index last, const PlaneVector& w) const
     {
         const PlaneVector chord = w - u;
@@ -600,8 +602,8 @@ private:
         return size > 1 && reach <= 0.5 * lengths[edge] && reach <= 0.5 * lengths[next];
     }
 
-    /// Puts all elements between into the places of what is raw. Where two copies meet at a closed corner between, their
-    /// overlap is cut off if both are long enough, or else the curve goes through the corner.
+    /// Puts all elements between into the places of what is raw. Where two copies meet at a closed corner between,
+    /// their overlap is cut off if both are long enough, or else the curve goes through the corner.
     std::vector<Part> Fill(const std::vector<Part>& parts) const
     {
         std::vector<Part> filled;
@@ -640,7 +642,8 @@ private:
     /// Gives up cuts that lie beyond the next cut of the same edge.
     void CheckOrder(std::vector<Part>* parts) const
     {
-        // A cut at a corner that both copies end at is given up; a proved pit never needs to be, being checked before.
+        // A cut at a corner that both copies end at is given up; a proved pit never needs to be, being checked
+        // before.
         for (std::size_t i = 0; i < parts->size(); ++i) {
             Part& part = (*parts)[i];
             Part& next = (*parts)[i + 1 < parts->size() ? i + 1 : 0];

@@ -19,7 +19,8 @@ enum class CornerShape
 /// How curves are drawn; lengths are in steps of the grid of the rings.
 struct OffsetRule
 {
-    /// What rounding may do to a computed place, in steps of the curve: well above its errors, below what anybody sees.
+    /// What rounding may do to a computed place, in steps of the curve: well above its errors, below what anybody
+    /// sees.
     static constexpr double slack = 1.0 / 256;
 
     double distance;  ///< Above 0.
@@ -33,15 +34,15 @@ struct OffsetRule
     double Fine(double length) const { return std::ldexp(length, coarser); }
 };
 
-/// Closed curves, on their own grid, that run at the distance to the right of the rings, which have no repeated neighbours and do not
-/// cross themselves or one another. The points about which the curves wind more often than the rings do are those
-/// nearer to the right side of a ring than the distance, with what the joins add. Linear in the vertices and what the
-/// round joins need.
+/// Closed curves, on their own grid, that run at the distance to the right of the rings, which have no repeated
+/// neighbours and do not cross themselves or one another. The points about which the curves wind more often than the
+/// rings do are those nearer to the right side of a ring than the distance, with what the joins add. Linear in the
+/// vertices and what the round joins need.
 std::vector<Ring> OffsetCurves(const std::vector<Ring>& rings, const OffsetRule& rule);
 
 /// One closed curve round an open line, which may cross itself but has no repeated neighbours: it winds at least once
-/// about every point nearer to the line than the distance, with what joins and ends add, and about no other. A line of
-/// one point has a circle or a square about it, or none.
+/// about every point nearer to the line than the distance, with what joins and ends add, and about no other. A line
+/// of one point has a circle or a square about it, or none.
 Ring OffsetCurve(const Ring& line, const OffsetRule& rule);
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -8,13 +8,13 @@
 #include <cstdint>
 #include <utility>
 
-// Vertices are inserted one by one into a Delaunay triangulation of a wide box (C. L. Lawson, 1977): in rounds of twice
-// as many each time, drawn at random, so that no order of theirs makes for many flips, and in each round along a curve
-// that fills the plane, so that each lies near the one before (N. Amenta, S. Choi and G. Rote, 2003). The edges of
-// the outlines are then forced in by flips of the diagonals that they cross (S. W. Sloan, 1993), and the others flipped
-// until they are Delaunay again. All decisions are exact; where four vertices lie on a circle the diagonal that is there
-// stays. Insertion takes n log n time on average over the draws, whatever the points; the edges take linear time where
-// few diagonals cross them, and at worst the square.
+// Vertices are inserted one by one into a Delaunay triangulation of a wide box (C. L. Lawson, 1977): in rounds of
+// twice as many each time, drawn at random, so that no order of theirs makes for many flips, and in each round along
+// a curve that fills the plane, so that each lies near the one before (N. Amenta, S. Choi and G. Rote, 2003). The
+// edges of the outlines are then forced in by flips of the diagonals that they cross (S. W. Sloan, 1993), and the
+// others flipped until they are Delaunay again. All decisions are exact; where four vertices lie on a circle the
+// diagonal that is there stays. Insertion takes n log n time on average over the draws, whatever the points; the
+// edges take linear time where few diagonals cross them, and at worst the square.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -215,8 +215,8 @@ private:
         if (neighbour != none) triangles[neighbour].beyond[SideTo(neighbour, from)] = to;
     }
 
-    /// Exchanges the diagonal of the two triangles at a side: a b c and d c b become a b d and a d c, under the numbers
-    /// of the first and the second.
+    /// Exchanges the diagonal of the two triangles at a side: a b c and d c b become a b d and a d c, under the
+    /// numbers of the first and the second.
     void Flip(Index first, int side)
     {
         const Triangle t = triangles[first];
@@ -239,8 +239,8 @@ private:
         triangleAt[t.corners[c]] = second;
     }
 
-    /// The triangle in which or on whose side a point lies, by a walk from the one before. In a Delaunay triangulation it
-    /// cannot go round in circles.
+    /// The triangle in which or on whose side a point lies, by a walk from the one before. In a Delaunay
+    /// triangulation it cannot go round in circles.
     Index Locate(Index point) const
     {
         Index triangle = recent;
@@ -285,8 +285,8 @@ private:
         recent = triangleAt[point];
     }
 
-    /// Makes the way between two points a side, and notes that the inside lies on its left. Points that lie on the way
-    /// divide it.
+    /// Makes the way between two points a side, and notes that the inside lies on its left. Points that lie on the
+    /// way divide it.
     void Force(Index from, Index to)
     {
         while (from != to) {
@@ -298,8 +298,8 @@ private:
         }
     }
 
-    /// Collects the triangles through which the way leads from a point towards another, up to the first point on it; none
-    /// if that is a neighbour.
+    /// Collects the triangles through which the way leads from a point towards another, up to the first point on it;
+    /// none if that is a neighbour.
     Index FindStrip(Index from, Index to, std::vector<Index>* strip) const
     {
         Index triangle = triangleAt[from];
