@@ -97,7 +97,7 @@ Ring Narrowest(const LocalPoints<2>& points, double strip, const double (&along)
         // beside its radius in any case: what tells is the strip.
         if (points.ToLength(narrowing.best.width) < 0.02 * strip) return narrowing.best;
     }
-    const auto mean = points.Mean();
+    const auto& mean = points.Mean();
     const int half = points.GetCount() > 2000 ? 1 : 2;
     for (const double reach : {0.3, 1.0, 4.0}) {
         for (int a = -half; a <= half; ++a) {

@@ -161,6 +161,10 @@ private:
         return Feature::Signed(distances);
     }
 
+    /// `Real` for several points side by side.
+    template <class Real>
+    using LanesOf = std::conditional_t<std::is_same_v<Real, double>, DoubleLanes, Twofold<DoubleLanes>>;
+
     template <class Real>
     void Evaluate(const Feature& at)
     {
@@ -169,22 +173,42 @@ private:
         lowest = std::numeric_limits<double>::infinity();
         highest = -lowest;
         DoubleDouble sum;
-        double row[Feature::rows][K + 1];
-        for (unsigned int i = 0; i < points.GetCount(); ++i) {
+        constexpr unsigned int laneCount = baselineCount<double>;
+        unsigned int i = 0;
+        for (; i + laneCount <= points.GetCount(); i += laneCount) {
+            DoubleLanes place[Feature::dimension];
+            DoubleLanes row[Feature::rows][K + 1];
+            for (unsigned int k = 0; k < Feature::dimension; ++k)
+                place[k] = GatherLanes<double, Feature::dimension>(points[i] + k);
+            at.template Row<LanesOf<Real>>(place, row);
+            for (unsigned int lane = 0; lane < laneCount; ++lane)
+                sum += Take([&](unsigned int j, unsigned int k) { return row[j][k][lane]; });
+        }
+        for (; i < points.GetCount(); ++i) {
+            double row[Feature::rows][K + 1];
             at.template Row<Real>(points[i], row);
-            double square = 0.0;
-            for (const auto& values : row) {
-                double* const to = triangle.Next();
-                for (unsigned int k = 0; k <= K; ++k) to[k * TallTriangle<K + 1>::blockRows] = values[k];
-                square += values[K] * values[K];
-            }
-            sum += square;
-            const double distance = Signed(row);
-            lowest = std::min(lowest, distance);
-            highest = std::max(highest, distance);
+            sum += Take([&](unsigned int j, unsigned int k) { return row[j][k]; });
         }
         triangle.Finish();
         squares = sum.high;
+    }
+
+    /// Takes in the rows of a point, entry(j, k) being that of row j and column k; returns its squared distance.
+    template <class Entry>
+    double Take(Entry entry)
+    {
+        double square = 0.0;
+        double distances[Feature::rows];
+        for (unsigned int j = 0; j < Feature::rows; ++j) {
+            double* const to = triangle.Next();
+            for (unsigned int k = 0; k <= K; ++k) to[k * TallTriangle<K + 1>::blockRows] = entry(j, k);
+            distances[j] = entry(j, K);
+            square += distances[j] * distances[j];
+        }
+        const double distance = Feature::Signed(distances);
+        lowest = std::min(lowest, distance);
+        highest = std::max(highest, distance);
+        return square;
     }
 
     /// Whether the columns before j already span column j, as far as rounding lets that be seen.

@@ -7,8 +7,8 @@
 
 /// The features to fit: for each the distances of a point and their derivatives by the parameters, and how a step moves
 /// it. `Row` writes the derivatives and then the distance; it is written once for double and for twice its digits, in
-/// which the distance is computed before it is rounded. A feature with two rows has a distance in two components at
-/// right angles, whose squares add.
+/// which the distance is computed before it is rounded, of one point or of as many as there are lanes. A feature with
+/// two rows has a distance in two components at right angles, whose squares add.
 ///
 /// `hasSign` tells whether distances have one, `startsThere` whether the starting value is the minimum but for
 /// rounding.
@@ -33,12 +33,12 @@ struct Flat
 
     Placement<D> place;
 
-    template <class Real>
-    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    template <class Real, class Value = RoundedType<Real>>
+    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
-        row[0][0] = -1.0;
-        for (unsigned int k = 0; k < D - 1; ++k) row[0][1 + k] = place.template Along<double>(k, point);
-        row[0][D] = static_cast<double>(place.template Along<Real>(D - 1, point));
+        row[0][0] = Spread<Value>(-1.0);
+        for (unsigned int k = 0; k < D - 1; ++k) row[0][1 + k] = place.template Along<Value>(k, point);
+        row[0][D] = Rounded(place.template Along<Real>(D - 1, point));
     }
     static double Signed(const double* distances) { return distances[0]; }
 
@@ -62,16 +62,16 @@ struct Straight
 
     Placement<3> place;
 
-    template <class Real>
-    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    template <class Real, class Value = RoundedType<Real>>
+    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
-        const double z = place.Along<double>(2, point);
+        const Value z = place.Along<Value>(2, point);
         for (unsigned int k = 0; k < 2; ++k) {
-            row[k][k] = -1.0;
-            row[k][1 - k] = 0.0;
+            row[k][k] = Spread<Value>(-1.0);
+            row[k][1 - k] = Value{};
             row[k][2 + k] = -z;
-            row[k][3 - k] = 0.0;
-            row[k][4] = static_cast<double>(place.Along<Real>(k, point));
+            row[k][3 - k] = Value{};
+            row[k][4] = Rounded(place.Along<Real>(k, point));
         }
     }
     static double Signed(const double* d) { return std::sqrt(d[0] * d[0] + d[1] * d[1]); }
@@ -99,25 +99,29 @@ struct Round
     DoubleDouble centre[D];
     DoubleDouble radius;
 
-    template <class Real>
-    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    template <class Real, class Value = RoundedType<Real>>
+    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
         Real out[D];
-        Real square(0.0);
+        Real square{};
         for (unsigned int k = 0; k < D; ++k) {
-            out[k] = Real(point[k]) - static_cast<Real>(centre[k]);
+            out[k] = Real(point[k]) - As<Real>(centre[k]);
             square = square + out[k] * out[k];
         }
         const Real length = SquareRoot(square);
-        const double divisor = Divisor(static_cast<double>(length));
-        for (unsigned int k = 0; k < D; ++k) row[0][k] = -static_cast<double>(out[k]) / divisor;
-        row[0][D] = -1.0;
-        row[0][D + 1] = static_cast<double>(length - static_cast<Real>(radius));
+        const Value divisor = Divisor(Rounded(length));
+        for (unsigned int k = 0; k < D; ++k) row[0][k] = -Rounded(out[k]) / divisor;
+        row[0][D] = Spread<Value>(-1.0);
+        row[0][D + 1] = Rounded(length - As<Real>(radius));
     }
     static double Signed(const double* distances) { return distances[0]; }
 
     /// A point at the centre itself has no direction, and no derivative by the centre.
-    static double Divisor(double length) { return length > 0.0 ? length : 1.0; }
+    template <class Value>
+    static Value Divisor(const Value& length)
+    {
+        return length > 0.0 ? length : Spread<Value>(1.0);
+    }
 
     void Move(const double* step)
     {
@@ -131,17 +135,19 @@ struct Round
 template <class Real>
 struct AboutAxis
 {
-    Real length; ///< The distance from the axis.
-    double x, y; ///< The unit vector from the axis to the point, along the first two axes; zeros on the axis.
+    using Value = RoundedType<Real>;
 
-    AboutAxis(const Placement<3>& place, const double* point)
+    Real length; ///< The distance from the axis.
+    Value x, y;  ///< The unit vector from the axis to the point, along the first two axes; zeros on the axis.
+
+    AboutAxis(const Placement<3>& place, const Value* point)
     {
         const Real u = place.Along<Real>(0, point);
         const Real v = place.Along<Real>(1, point);
         length = SquareRoot(u * u + v * v);
-        const double divisor = Round<2>::Divisor(static_cast<double>(length));
-        x = static_cast<double>(u) / divisor;
-        y = static_cast<double>(v) / divisor;
+        const Value divisor = Round<2>::Divisor(Rounded(length));
+        x = Rounded(u) / divisor;
+        y = Rounded(v) / divisor;
     }
 };
 
@@ -159,21 +165,18 @@ struct Ring
     Placement<3> place;
     DoubleDouble radius;
 
-    template <class Real>
-    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    template <class Real, class Value = RoundedType<Real>>
+    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
         const AboutAxis<Real> about(place, point);
         const Real height = place.Along<Real>(2, point);
-        const double z = static_cast<double>(height);
-        const double flat = static_cast<double>(about.length);
-        const double in[] = {-about.x,
-                             -about.y,
-                             0.0,
-                             -z * about.x,
-                             -z * about.y,
-                             -1.0,
-                             static_cast<double>(about.length - static_cast<Real>(radius))};
-        const double along[] = {0.0, 0.0, -1.0, flat * about.x, flat * about.y, 0.0, z};
+        const Value z = Rounded(height);
+        const Value flat = Rounded(about.length);
+        const Value zero{};
+        const Value minusOne = Spread<Value>(-1.0);
+        const Value in[] = {
+            -about.x, -about.y, zero, -z * about.x, -z * about.y, minusOne, Rounded(about.length - As<Real>(radius))};
+        const Value along[] = {zero, zero, minusOne, flat * about.x, flat * about.y, zero, z};
         std::copy(in, in + 7, row[0]);
         std::copy(along, along + 7, row[1]);
     }
@@ -247,24 +250,27 @@ struct Arc
         return ring;
     }
 
-    template <class>
-    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    template <class Value>
+    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
-        const double u = place.Along<double>(0, point);
-        const double w = place.Along<double>(1, point);
-        const double v = place.Along<double>(2, point);
+        const Value u = place.Along<Value>(0, point);
+        const Value w = place.Along<Value>(1, point);
+        const Value v = place.Along<Value>(2, point);
         const double k = curvature;
-        const double ahead = 1.0 + k * u;
-        const double q = std::sqrt(ahead * ahead + (k * v) * (k * v));
-        const double divisor = Round<2>::Divisor(q);
-        const double outwards = ahead / divisor;
-        const double forwards = k * v / divisor;
+        const Value ahead = 1.0 + k * u;
+        const Value q = SquareRoot(ahead * ahead + (k * v) * (k * v));
+        const Value divisor = Round<2>::Divisor(q);
+        const Value outwards = ahead / divisor;
+        const Value forwards = k * v / divisor;
         // (q - 1 - k u) / k^2, where the point does not lie behind the centre without a difference.
-        const double sag = ahead > 0.0 ? v * v / (q + ahead) : (q - ahead) / (k * k);
-        const double distance = (2.0 * u + k * (u * u + v * v)) / (1.0 + q);
-        const double in[] = {
-            -outwards, 0.0, u * forwards - v * outwards, w * forwards, sag / divisor, -k * w * sag / divisor, distance};
-        const double along[] = {0.0, -1.0, 0.0, -v, 0.0, sag, w};
+        const Value sag = ahead > 0.0 ? v * v / (q + ahead) : (q - ahead) / (k * k);
+        const Value distance = (2.0 * u + k * (u * u + v * v)) / (1.0 + q);
+        const Value zero{};
+        const Value minusOne = Spread<Value>(-1.0);
+        const Value in[] = {-outwards,    zero,          u * forwards - v * outwards,
+                            w * forwards, sag / divisor, -k * w * sag / divisor,
+                            distance};
+        const Value along[] = {zero, minusOne, zero, -v, zero, sag, w};
         std::copy(in, in + 7, row[0]);
         std::copy(along, along + 7, row[1]);
     }
@@ -300,26 +306,26 @@ struct Tapered
     DoubleDouble cosine = 1.0;
     DoubleDouble sine;
 
-    template <class Real>
-    void Row(const double* point, double (&row)[rows][parameters + 1]) const
+    template <class Real, class Value = RoundedType<Real>>
+    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
         const AboutAxis<Real> about(place, point);
-        const Real outside = about.length - static_cast<Real>(radius);
-        const double z = place.Along<double>(2, point);
+        const Real outside = about.length - As<Real>(radius);
+        const Value z = place.Along<Value>(2, point);
         const double c = cosine.high;
         const double s = sine.high;
-        const double lever = -z * c - static_cast<double>(about.length) * s;
+        const Value lever = -z * c - Rounded(about.length) * s;
         row[0][0] = -about.x * c;
         row[0][1] = -about.y * c;
         row[0][2] = about.x * lever;
         row[0][3] = about.y * lever;
-        row[0][4] = -c;
+        row[0][4] = Spread<Value>(-c);
         if constexpr (isCone) {
             const Real height = place.Along<Real>(2, point);
-            row[0][5] = -static_cast<double>(outside) * s - z * c;
-            row[0][6] = static_cast<double>(outside * static_cast<Real>(cosine) - height * static_cast<Real>(sine));
+            row[0][5] = -Rounded(outside) * s - z * c;
+            row[0][6] = Rounded(outside * As<Real>(cosine) - height * As<Real>(sine));
         } else {
-            row[0][5] = static_cast<double>(outside);
+            row[0][5] = Rounded(outside);
         }
     }
     static double Signed(const double* distances) { return distances[0]; }

@@ -67,7 +67,7 @@ public:
     /// The coordinates of the points' centroid along the first two axes.
     std::array<double, 2> CentroidAcross() const
     {
-        const auto mean = points.Mean();
+        const auto& mean = points.Mean();
         const double centroid[3] = {mean[0].high, mean[1].high, mean[2].high};
         return {feature.place.template Along<double>(0, centroid), feature.place.template Along<double>(1, centroid)};
     }
@@ -131,7 +131,8 @@ inline bool Approach(const LocalPoints<3>& points, DistanceFit<Ring>* fit)
     DistanceFit<Arc> rim(points, Arc(fit->feature, points.Mean().data()));
     const bool rests = rim.Approach() && rim.feature.curvature > 0.0;
     if (rests) fit->feature = rim.feature.ToRing();
-    fit->Approach(0);
+    // What the points determine is asked for in any case.
+    if (!rests) fit->Approach(0);
     fit->iterations += rim.iterations;
     return rests;
 }
@@ -155,7 +156,7 @@ Status Anchor(const LocalPoints<3>& points, DistanceFit<Tapered<isCone>>* fit)
         const double halfAngle[6] = {0.0, 0.0, 0.0, 0.0, 0.0, 1.0};
         if (!fit->Determines(halfAngle, std::fabs(feature.sine.high))) return Status::Degenerate;
     }
-    const auto mean = points.Mean();
+    const auto& mean = points.Mean();
     DoubleDouble height;
     for (unsigned int k = 0; k < 3; ++k) {
         height += (mean[k] - feature.place.origin[k]) * feature.place.axes[2][k];

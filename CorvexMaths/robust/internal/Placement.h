@@ -30,19 +30,18 @@ public:
         Straighten();
     }
 
-    /// The coordinate of a point along an axis, from the origin.
+    /// The coordinate of a point along an axis, from the origin; of as many points as Real has lanes.
     template <class Real>
-    Real Along(unsigned int axis, const double* point) const
+    Real Along(unsigned int axis, const RoundedType<Real>* point) const
     {
-        if constexpr (std::is_same_v<Real, double>) {
-            double sum = 0.0;
-            for (unsigned int k = 0; k < D; ++k) sum += (point[k] - nearOrigin[k]) * nearAxes[axis][k];
-            return sum;
-        } else {
-            DoubleDouble sum;
-            for (unsigned int k = 0; k < D; ++k) sum += (DoubleDouble(point[k]) - origin[k]) * axes[axis][k];
-            return sum;
+        Real sum{};
+        for (unsigned int k = 0; k < D; ++k) {
+            if constexpr (std::is_same_v<Real, RoundedType<Real>>)
+                sum += (point[k] - nearOrigin[k]) * nearAxes[axis][k];
+            else
+                sum += (Real(point[k]) - As<Real>(origin[k])) * As<Real>(axes[axis][k]);
         }
+        return sum;
     }
 
     /// Moves the origin along an axis.
