@@ -182,10 +182,18 @@ TBox<T> TRegion<T>::GetBoundingBox() const
 {
     TBox<T> box;
     if (!outlines) return box;
+    GridPoint low = outlines->rings[0][0];
+    GridPoint high = low;
+    for (const Ring& ring : outlines->rings) {
+        for (const GridPoint& p : ring) {
+            low = GridPoint{std::min(low.x, p.x), std::min(low.y, p.y)};
+            high = GridPoint{std::max(high.x, p.x), std::max(high.y, p.y)};
+        }
+    }
+    // Written rather than extended, as coordinates may lie beyond the limit of a box.
     const Grid grid(stepExponent);
-    for (const Ring& ring : outlines->rings)
-        for (const GridPoint& p : ring)
-            box.Extend(static_cast<T>(grid.FromGrid(p.x)), static_cast<T>(grid.FromGrid(p.y)), T(0));
+    box.minimum = TVector3<T>(static_cast<T>(grid.FromGrid(low.x)), static_cast<T>(grid.FromGrid(low.y)), T(0));
+    box.maximum = TVector3<T>(static_cast<T>(grid.FromGrid(high.x)), static_cast<T>(grid.FromGrid(high.y)), T(0));
     return box;
 }
 

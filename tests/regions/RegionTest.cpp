@@ -1,3 +1,5 @@
+#include "../support/FailingAllocator.h"
+
 #include <CorvexMaths/regions/TRegion.h>
 #include <CorvexMaths/robust/Predicates.h>
 
@@ -131,6 +133,21 @@ std::vector<Outline> MakeRandomOutlines(std::mt19937* random, unsigned int side)
     return outlines;
 }
 
+/// Slivers from end to end of a grid, which pass near the crossings of others without meeting these.
+std::vector<Outline> MakeSlivers(std::mt19937* random)
+{
+    const unsigned int side = 20 + Draw(random, 60);
+    std::vector<Outline> outlines(2 + Draw(random, 5));
+    for (Outline& outline : outlines) {
+        const double x = Draw(random, side);
+        const double y = Draw(random, side);
+        outline = Outline{{double(Draw(random, side)), double(Draw(random, side))},
+                          {x, y},
+                          {x + Draw(random, 5) - 2.0, y + Draw(random, 5) - 2.0}};
+    }
+    return outlines;
+}
+
 /// The same outlines in another order, from other vertices on.
 std::vector<Outline> Shuffle(std::vector<Outline> outlines, std::mt19937* random)
 {
@@ -147,7 +164,7 @@ std::vector<Outline> Shuffle(std::vector<Outline> outlines, std::mt19937* random
 }
 
 /// A triangle so far away that the step of the grid becomes 1, and all crossings beside whole numbers are rounded.
-const Outline farAway{{0x1p41, 0.0}, {0x1p41, 1.0}, {0x1p41 - 1.0, 1.0}};
+const Outline farAway{{0x1p41 - 9.0, 0.0}, {0x1p41 - 8.0, 0.0}, {0x1p41 - 8.0, 1.0}};
 
 class Rules : public testing::TestWithParam<WindingRule>
 {};
@@ -176,8 +193,10 @@ TEST_P(Rules, ResultIsCanonicalAndStaysAsItIs)
     for (unsigned int seed = 1; seed <= 700; ++seed) {
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
-        std::vector<Outline> outlines = MakeRandomOutlines(&random, 4 + Draw(&random, 20));
-        if (Draw(&random, 4) != 0) outlines.push_back(farAway);
+        const bool isSlender = seed % 2 == 0;
+        std::vector<Outline> outlines =
+            isSlender ? MakeSlivers(&random) : MakeRandomOutlines(&random, 4 + Draw(&random, 20));
+        if (isSlender || seed % 8 != 1) outlines.push_back(farAway);
         const Region region(outlines, GetParam());
         ASSERT_EQ(FindFault(region), "");
         ASSERT_EQ(Region(region.GetOutlines(), WindingRule::EvenOdd), region);
@@ -228,6 +247,35 @@ TEST(Region, OperationsKeepTheLawsOfSets)
         ASSERT_EQ(all.Subtract(both), either);
         ASSERT_EQ(a.Exclude(either), b);
     }
+}
+
+TEST(Region, RoundsCrossingsToTheNearestPointOfTheGrid)
+{
+    // The two cross at (1.5, 1), and mirrored at (-1.5, 1); of two points as near the one to the right is taken.
+    for (const double sign : {1.0, -1.0}) {
+        const Outline bow{{0, 0}, {3 * sign, 2}, {3 * sign, 0}, {0, 2}};
+        const Region region(std::vector<Outline>{bow, farAway});
+        const double x = sign > 0.0 ? 2.0 : -1.0;
+        const Region expected(
+            std::vector<Outline>{{{0, 0}, {x, 1}, {0, 2}}, {{x, 1}, {3 * sign, 0}, {3 * sign, 2}}, farAway});
+        EXPECT_EQ(region, expected);
+    }
+}
+
+TEST(Region, LeavesOperandsAsTheyWereWhereMemoryRunsOut)
+{
+    const Outline star{{0, 0}, {4, 3}, {0, 3}, {4, 0}, {2, 5}};
+    const Region other(MakeRectangle(1, 1, 5, 2));
+    const Region before(star);
+    Region result;
+    const int failures = CorvexTest::FailEachAllocation([&] { return Region(before); },
+                                                        [&](Region& region) { result = region.Exclude(other); },
+                                                        [&](const Region& region, bool failed) {
+                                                            EXPECT_EQ(region, before);
+                                                            EXPECT_EQ(result.IsEmpty(), failed);
+                                                            result = Region();
+                                                        });
+    EXPECT_GT(failures, 20);
 }
 
 TEST(Region, LinksOutlinesThatTouchWithoutCrossing)
@@ -311,11 +359,12 @@ TEST(Region, SaysWhyItIsEmpty)
 TEST(Region, HoldsExtremeCoordinates)
 {
     for (const double size : {0x1p-1070, 0x1p-500, 1.0, 0x1p52, 0x1p1000}) {
-        const Region region(std::vector<Outline>{MakeRectangle(0, 0, 2 * size, 2 * size),
-                                                 MakeRectangle(size, size, 3 * size, 3 * size)});
+        const Region region(std::vector<Outline>{MakeRectangle(size, size, 3 * size, 3 * size),
+                                                 MakeRectangle(2 * size, 2 * size, 4 * size, 4 * size)});
         EXPECT_EQ(FindFault(region), "");
         EXPECT_EQ(region.GetVertexCount(), 8u) << size;
-        EXPECT_EQ(region.GetBoundingBox().maximum.x, 3 * size);
+        EXPECT_EQ(region.GetBoundingBox().minimum.x, size);
+        EXPECT_EQ(region.GetBoundingBox().maximum.x, 4 * size);
     }
     // The scalar changes nothing.
     const TRegion<float> narrow(TPolygon<float, TVector2>{{0.1f, 0.0f}, {1.0f, 0.1f}, {0.3f, 1.0f}, {0.9f, 0.9f}});

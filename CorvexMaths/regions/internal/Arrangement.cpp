@@ -13,15 +13,44 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// The ring without repeats of a vertex by the next one.
-Ring WithoutRepeats(const Ring& ring)
+/// The ring without repeats of a vertex by the next one, and without ways there and back along the same edge, which
+/// bound nothing. What is left does not depend on the vertex where it starts, but for its own start.
+Ring Reduce(const Ring& ring)
 {
     Ring result;
     result.reserve(ring.size());
-    for (const GridPoint& p : ring)
-        if (result.empty() || p != result.back()) result.push_back(p);
-    while (result.size() > 1 && result.back() == result.front()) result.pop_back();
+    for (const GridPoint& p : ring) {
+        if (!result.empty() && p == result.back()) continue;
+        if (result.size() > 1 && p == result[result.size() - 2]) {
+            result.pop_back();
+        } else {
+            result.push_back(p);
+        }
+    }
+    // The same where the ring closes.
+    std::size_t first = 0;
+    while (result.size() - first > 2) {
+        if (result.back() == result[first]) {
+            result.pop_back();
+        } else if (result[result.size() - 2] == result[first]) {
+            result.resize(result.size() - 2);
+        } else if (result.back() == result[first + 1]) {
+            ++first;
+            result.pop_back();
+        } else {
+            break;
+        }
+    }
+    result.erase(result.begin(), result.begin() + static_cast<std::ptrdiff_t>(first));
     return result;
+}
+
+/// Whether the last chain is this ring.
+bool IsLast(const Chains& chains, const Ring& ring)
+{
+    if (chains.GetCount() == 0) return false;
+    const auto last = chains.points.begin() + chains.starts[chains.GetCount() - 1];
+    return std::equal(ring.begin(), ring.end(), last, chains.points.end() - 1);
 }
 
 /// The places of points along a curve on which neighbours are near in the plane.
@@ -112,11 +141,15 @@ OutlineSet Arrange(const std::vector<Ring>& rings, const std::vector<std::int64_
     Chains chains;
     std::vector<std::int64_t> chainWeights;
     for (const std::size_t r : SortByPlace(rings)) {
-        const Ring ring = WithoutRepeats(rings[r]);
-        // Two points are a way there and back, which bounds nothing.
+        const Ring ring = Reduce(rings[r]);
         if (ring.size() < 3) continue;
-        chains.Add(ring);
-        chainWeights.push_back(weights.empty() ? 1 : weights[r]);
+        const std::int64_t weight = weights.empty() ? 1 : weights[r];
+        if (IsLast(chains, ring)) {
+            chainWeights.back() += weight;
+        } else {
+            chains.Add(ring);
+            chainWeights.push_back(weight);
+        }
     }
     return LinkOutlines(RunGraph(Node(std::move(chains)), chainWeights), isInside);
 }

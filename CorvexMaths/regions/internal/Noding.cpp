@@ -249,7 +249,8 @@ void Noder::Meet(std::uint32_t i, std::uint32_t j)
 
     if (SignOf(start) * SignOf(end) < 0 && SignOf(otherStart) * SignOf(otherEnd) < 0) {
         Cross(e, f, Meeting{{}, {i, j}, {}}, otherStart, turn);
-    } else {
+    } else if (!(e.a == f.a && e.b == f.b) && !(e.a == f.b && e.b == f.a)) {
+        // Edges that coincide have the same stops anyway.
         neighbours.push_back(Neighbour{i, j});
         neighbours.push_back(Neighbour{j, i});
     }
