@@ -1,5 +1,3 @@
-#include "../support/FailingAllocator.h"
-
 #include <CorvexMaths/regions/TRegion.h>
 #include <CorvexMaths/robust/Predicates.h>
 
@@ -260,22 +258,6 @@ TEST(Region, RoundsCrossingsToTheNearestPointOfTheGrid)
             std::vector<Outline>{{{0, 0}, {x, 1}, {0, 2}}, {{x, 1}, {3 * sign, 0}, {3 * sign, 2}}, farAway});
         EXPECT_EQ(region, expected);
     }
-}
-
-TEST(Region, LeavesOperandsAsTheyWereWhereMemoryRunsOut)
-{
-    const Outline star{{0, 0}, {4, 3}, {0, 3}, {4, 0}, {2, 5}};
-    const Region other(MakeRectangle(1, 1, 5, 2));
-    const Region before(star);
-    Region result;
-    const int failures = CorvexTest::FailEachAllocation([&] { return Region(before); },
-                                                        [&](Region& region) { result = region.Exclude(other); },
-                                                        [&](const Region& region, bool failed) {
-                                                            EXPECT_EQ(region, before);
-                                                            EXPECT_EQ(result.IsEmpty(), failed);
-                                                            result = Region();
-                                                        });
-    EXPECT_GT(failures, 20);
 }
 
 TEST(Region, LinksOutlinesThatTouchWithoutCrossing)
