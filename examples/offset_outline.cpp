@@ -6,6 +6,7 @@
 #include "support/Svg.h"
 
 #include <CorvexMaths/polygons/TPolygon.h>
+#include <CorvexMaths/regions/TRegion.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -16,6 +17,7 @@
 
 namespace Maths = Halmont::Orrin::CorvexMaths;
 using Polygon = Maths::TPolygon<double, Maths::TVector2>;
+using Region = Maths::TRegion<double>;
 using Box = Maths::TBox<double>;
 
 namespace
@@ -25,6 +27,10 @@ const char* const usage = R"(Usage: offset_outline [OPTION ...] FILE DISTANCE ..
 
 Reads an outline, offsets it by each distance (positive: outward, negative: inward), prints a table of the results and,
 if asked to, draws them to scale.
+
+Each offset is made in two ways: of the polygon, which stays one outline, and of the region inside it, which may fall
+into pieces or close round holes. Where the two differ the table has a second line, and the picture shows the outlines
+of the region dashed, on top.
 
 FILE holds a vertex a line: x and y, separated by blanks. What follows a # is a comment; blank lines are passed over. The
 last vertex is joined to the first. The outline may run either way round; run counter-clockwise, its offsets get an
@@ -108,13 +114,28 @@ struct Row
     Polygon result;
     Box before;
     bool done;
+    /// The offset of the region, where it is another answer; else empty.
+    Region region;
+    bool differs;
 };
+
+/// Whether the offset of a polygon is that of the region inside it but for its corners, at which a region has arcs and
+/// a polygon one vertex or none: their areas differ by less than a twentieth of the strip between outline and offset.
+bool IsSame(const Polygon& outline, const Row& row, const Region& region)
+{
+    const double strip = std::fabs(region.GetArea() - outline.GetSimpleArea());
+    if (!row.done) return region.IsEmpty();
+    return region.GetOutlineCount() == 1 && std::fabs(row.result.GetSimpleArea() - region.GetArea()) < 0.05 * strip;
+}
 
 Row OffsetBy(const Polygon& outline, double distance, const Request& request)
 {
     // Offset works in place, so each distance starts from a copy of its own.
-    Row row{distance, outline, outline.GetBoundingBox(), false};
+    Row row{distance, outline, outline.GetBoundingBox(), false, {}, false};
     row.done = row.result.Offset(distance, request.spacing);
+    const Region region = Region(outline).Offset(distance);
+    row.differs = !IsSame(outline, row, region);
+    if (row.differs) row.region = region;
     if (row.done && request.thin >= 0) {
         row.result.SimplifyDPM(request.thin);
         // Vertices removed one by one leave the box wider than the rest needs.
@@ -134,6 +155,22 @@ std::string Describe(const Box& box)
 const char* SenseOf(double signedArea)
 {
     return signedArea > 0 ? "counter-clockwise" : signedArea < 0 ? "clockwise" : "none";
+}
+
+/// The line of a region that is another answer than the polygon in the line above.
+void PrintRegion(const Region& region, const char* form)
+{
+    char count[16];
+    char area[32];
+    char pieces[64];
+    const std::size_t pieceCount = region.GetPieces().size();
+    const std::size_t holeCount = region.GetOutlineCount() - pieceCount;
+    std::snprintf(count, sizeof(count), "%u", region.GetVertexCount());
+    std::snprintf(area, sizeof(area), "%.3f", region.GetArea());
+    std::snprintf(pieces, sizeof(pieces), "%zu piece%s, %zu hole%s", pieceCount, pieceCount == 1 ? "" : "s", holeCount,
+                  holeCount == 1 ? "" : "s");
+    const std::string box = region.IsEmpty() ? "-" : Describe(region.GetBoundingBox());
+    std::printf(form, "region", count, area, pieces, "", box.c_str(), "differs");
 }
 
 void PrintTable(const Polygon& outline, const std::vector<Row>& rows)
@@ -156,6 +193,7 @@ void PrintTable(const Polygon& outline, const std::vector<Row>& rows)
             print(distance, row.result, row.before, "true");
         else // what a failed offset leaves behind is no outline
             std::printf(form, distance, "-", "-", "-", Describe(row.before).c_str(), "-", "false");
+        if (row.differs) PrintRegion(row.region, form);
     }
 }
 
@@ -178,7 +216,7 @@ bool Draw(const Polygon& outline, const std::vector<Row>& rows, const Request& r
 {
     std::vector<const Row*> drawn;
     for (const Row& row : rows)
-        if (row.done) drawn.push_back(&row);
+        if (row.done || row.differs) drawn.push_back(&row);
     std::stable_sort(drawn.begin(), drawn.end(), [](const Row* a, const Row* b) { return a->distance > b->distance; });
 
     double farthest = 0;
@@ -193,9 +231,18 @@ bool Draw(const Polygon& outline, const std::vector<Row>& rows, const Request& r
     for (const Row* row : drawn) {
         if (row->distance < 0) drawOutline();
         const double share = std::fabs(row->distance) / farthest;
-        picture.Add(row->result, {LabelOf(row->distance, request.unit), Svg::OffsetColour(row->distance > 0, share)});
+        const Svg::Colour colour = Svg::OffsetColour(row->distance > 0, share);
+        if (row->done) picture.Add(row->result, {LabelOf(row->distance, request.unit), colour});
     }
     drawOutline();
+    for (const Row* row : drawn) {
+        // One entry in the legend for all outlines of a region.
+        std::string label = LabelOf(row->distance, request.unit) + ", region";
+        for (const Polygon& part : row->region.GetOutlines()) {
+            picture.Add(part, {label, "#111111", 1.4, "none", "7 4"});
+            label.clear();
+        }
+    }
     return picture.Save(request.picture);
 }
 

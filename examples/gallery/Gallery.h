@@ -49,6 +49,7 @@ private:
 };
 
 std::vector<Card> DrawPolygons();
+std::vector<Card> DrawRegions();
 std::vector<Card> DrawPoints();
 std::vector<Card> DrawCurves();
 std::vector<Card> DrawSolids();

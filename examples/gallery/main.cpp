@@ -101,11 +101,10 @@ int main(int count, char** values)
     std::filesystem::create_directories(folder, error);
     if (error) return Fail(argument);
 
-    const std::vector<Group> groups = {{"Polygons", Gallery::DrawPolygons()},
-                                       {"Point sets", Gallery::DrawPoints()},
-                                       {"Curves", Gallery::DrawCurves()},
-                                       {"Fits and solids", Gallery::DrawSolids()},
-                                       {"Answers on every input", Gallery::DrawRobust()}};
+    const std::vector<Group> groups = {
+        {"Polygons", Gallery::DrawPolygons()},      {"Regions", Gallery::DrawRegions()},
+        {"Point sets", Gallery::DrawPoints()},      {"Curves", Gallery::DrawCurves()},
+        {"Fits and solids", Gallery::DrawSolids()}, {"Answers on every input", Gallery::DrawRobust()}};
     for (const Group& group : groups)
         for (const Gallery::Card& card : group.cards) {
             const std::string path = (folder / (card.name + ".svg")).string();

@@ -165,13 +165,14 @@ inline std::string WithUnit(double length, const std::string& unit)
     return text + (unit.empty() ? "" : " " + unit);
 }
 
-/// How an outline is drawn, and what the legend says of it.
+/// How an outline is drawn, and what the legend says of it: nothing where there is no label.
 struct Style
 {
     std::string label;
     Colour stroke;
     double width = 1.6;
     Colour fill = "none";
+    std::string dashes = {};
 };
 
 /// A picture of closed outlines, x to the right and y upwards in equal scale.
@@ -206,7 +207,9 @@ public:
         const double width = outlines.empty() ? 1 : std::max(high.x - low.x, 1e-9);
         const double height = outlines.empty() ? 1 : std::max(high.y - low.y, 1e-9);
         const double scale = std::min(maximumWidth / width, maximumHeight / height);
-        const double legendHeight = legendStep * static_cast<double>(outlines.size());
+        const auto entries = std::count_if(outlines.begin(), outlines.end(),
+                                           [](const Outline& outline) { return !outline.style.label.empty(); });
+        const double legendHeight = legendStep * static_cast<double>(entries);
         const double drawnHeight = std::max(height * scale, legendHeight);
         const double pageWidth = 3 * Page::margin + width * scale + legendWidth;
         const double pageHeight = 2 * Page::margin + Page::titleHeight + drawnHeight + barHeight;
@@ -220,7 +223,8 @@ public:
             std::vector<Point> placed;
             for (const Point& point : outline.points)
                 placed.push_back({left + (point.x - low.x) * scale, top + (high.y - point.y) * scale});
-            page.Path(placed, outline.style.stroke, outline.style.width, true, outline.style.fill);
+            page.Path(placed, outline.style.stroke, outline.style.width, true, outline.style.fill,
+                      outline.style.dashes);
         }
         AddLegend(page, pageWidth - Page::margin - legendWidth,
                   Page::margin + Page::titleHeight + (drawnHeight - legendHeight + legendStep) / 2);
@@ -253,7 +257,12 @@ private:
     void AddLegend(Page& page, double x, double y) const
     {
         for (const Outline& outline : outlines) {
-            page.Line({x, y}, {x + 30, y}, outline.style.stroke, outline.style.width + 1);
+            if (outline.style.label.empty()) continue;
+            if (outline.style.dashes.empty())
+                page.Line({x, y}, {x + 30, y}, outline.style.stroke, outline.style.width + 1);
+            else
+                page.Path({{x, y}, {x + 30, y}}, outline.style.stroke, outline.style.width + 1, false, "none",
+                          outline.style.dashes);
             page.Text({x + 40, y + 5}, outline.style.label);
             y += legendStep;
         }

@@ -11,7 +11,7 @@ set -eu
         return name ~ /^_ZSt/ ||
             name ~ /TSetGenerator.*(Combinate|Permute)/ ||
             name ~ /SearchGroup|SearchSides|MeasureAfterSplit|EdgeTree.*(Join|SearchBelow)/ || # boxes in groups
-            name ~ /NearestSearch.*(Build|Descend)|UniteGroups/ ||            # halves and sixteenths of what there is
+            name ~ /NearestSearch.*(Build|Descend)|UniteGroups|VertexTree.*(Build|IsAnyIn)/ ||            # halves and sixteenths of what there is
             name ~ /SearchPiece|AppendPieces/                              # halves of a span, up to a depth of its own
     }
     /^[0-9a-f]+ <.*>:$/ { caller = substr($2, 2, length($2) - 3); next }
