@@ -83,8 +83,9 @@ enum class RegionStatus
 /// extent of the data holds at most 2^41, at least 2^40, and of which `double` holds all multiples up to the largest
 /// coordinate. GetStep tells it. From there on all decisions are about whole numbers and exact, and edges that cross
 /// meet in a point of the grid, by snap rounding (J. D. Hobby, 1999; L. J. Guibas and D. H. Marimont, 1998): no edge
-/// moves by more than half a step in x or in y, none comes to cross another, and what does not cross is not moved. The
-/// answers are the same bits on every machine, and an answer taken as input again is unchanged.
+/// moves by more than half a step in x or in y, and none comes to cross another. Where all crossings lie on the grid
+/// nothing moves at all. The answers are the same bits on every machine, and an answer taken as input again is
+/// unchanged.
 ///
 /// Regions of `float` are held in the same grid. Where they leave as polygons of `float`, each coordinate is rounded to
 /// the nearest `float`, which can make outlines touch that do not; convert the region to `double` where that matters.
@@ -113,7 +114,8 @@ public:
     /// repeat vertices.
     explicit TRegion(const TPolygon<T, TVector2>& outline, WindingRule rule = WindingRule::NonZero);
 
-    /// The points inside several outlines taken together by a rule: winding numbers are summed over all of them.
+    /// The points inside several outlines taken together by a rule: winding numbers are summed over all of them. Where
+    /// many outlines cover one another again and again, regions of each and Unite of all take less time.
     explicit TRegion(const std::vector<TPolygon<T, TVector2>>& outlines, WindingRule rule = WindingRule::NonZero);
 
     /// The same region for the other scalar, exactly.
@@ -196,6 +198,9 @@ public:
     /// distance 2^40 times the extent. A distance below half a step changes nothing. Time grows nearly in proportion to
     /// the vertices, however dense they are for the distance; only with bevels, and with mitres at corners that open,
     /// each edge meets all others within the distance.
+    /// @param distance How far the region grows, or shrinks where it is below 0.
+    /// @param join What fills the gaps at corners that open.
+    /// @param limit How exact arcs are, or how long tips may be.
     TRegion Offset(T distance, Join join = Join::Round, T limit = T(0)) const;
 
     /// The points nearer than a distance to an open path through the points in order, which may cross itself, run back
@@ -204,6 +209,11 @@ public:
     ///
     /// Promises and `limit` are as for Offset, and `limit` serves `Cap::Round` too unless the join is `Join::Mitre`.
     /// The status is `TooFewPoints` without points and `NoArea` where the distance is not above 0 or nothing is left.
+    /// @param points The path.
+    /// @param distance How far the region reaches to either side.
+    /// @param join What fills the gaps at corners.
+    /// @param cap How the region ends at the first point and at the last.
+    /// @param limit How exact arcs are, or how long tips may be.
     static TRegion OffsetLine(const TPointSet<T, TVector2>& points, T distance, Join join = Join::Round,
                               Cap cap = Cap::Round, T limit = T(0));
 
