@@ -138,11 +138,11 @@ private:
         const Real tangent = Rounded(ratio) < 0.0 ? Real(1.0) / (ratio - root) : Real(1.0) / (ratio + root);
         const Real cosine = Real(1.0) / Kernels::SquareRoot(Real(1.0) + tangent * tangent);
         const Real sine = tangent * cosine;
-        for (unsigned int k = 0; k < 4; ++k) {
-            const Real a = matrix[k][p];
-            const Real b = matrix[k][q];
-            matrix[k][p] = cosine * a - sine * b;
-            matrix[k][q] = sine * a + cosine * b;
+        for (auto& row : matrix) {
+            const Real a = row[p];
+            const Real b = row[q];
+            row[p] = cosine * a - sine * b;
+            row[q] = sine * a + cosine * b;
         }
         for (unsigned int k = 0; k < 4; ++k) {
             const Real a = matrix[p][k];

@@ -27,7 +27,7 @@ struct TMatrixFragment
     /// A copy of the three lists with blocks of their own, as the copy constructor of TList makes it.
     TMatrixFragment(const TMatrixFragment& other) = default;
     /// Takes over the three lists with their grow sizes; the other fragment is left empty.
-    TMatrixFragment(TMatrixFragment&& other) = default;
+    TMatrixFragment(TMatrixFragment&& other) noexcept = default;
     /// Releases the lists.
     ~TMatrixFragment() = default;
 
@@ -35,7 +35,7 @@ struct TMatrixFragment
     /// itself ends empty.
     TMatrixFragment& operator=(const TMatrixFragment& other) = default;
     /// Takes over the three lists with their grow sizes; the other fragment is left empty, unless it is this one.
-    TMatrixFragment& operator=(TMatrixFragment&& other) = default;
+    TMatrixFragment& operator=(TMatrixFragment&& other) noexcept = default;
 
     /// Makes room in each list for n elements more than it has and then sets its grow size to n / 2, rounded down, but
     /// at least 1. While it makes room the old grow size counts. The elements stay.

@@ -53,7 +53,7 @@ CORVEX_ALWAYS_INLINE void AddProductsOfFours(const T* x, const T* const (&column
             for (unsigned int c = 0; c < 4; ++c)
                 products[c] = reinterpret_cast<Source>(columns[4 * g + c] + r)->lane * factor;
             Transpose(products);
-            for (unsigned int c = 0; c < 4; ++c) sum[g] += products[c];
+            for (const Lane& product : products) sum[g] += product;
         }
     }
     for (unsigned int g = 0; g < G; ++g) sums[g] = sum[g];

@@ -153,7 +153,7 @@ void ContainmentTree<T>::OrderLevelWeights()
         return a.key < b.key || (std::isnan(b.key) && !std::isnan(a.key));
     });
     while (filterLength * 4 < levels.size()) filterLength *= 2;
-    levelFilter.reset(new std::uint64_t[filterLength]());
+    levelFilter = std::make_unique<std::uint64_t[]>(filterLength);
     int sum = 0;
     for (LevelWeight& level : levels) {
         level.before = sum;

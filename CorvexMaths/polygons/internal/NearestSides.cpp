@@ -108,7 +108,6 @@ NearestSides<T>::NearestSides(const T* points, unsigned int stride, unsigned int
       numbers(new unsigned int[count]),
       x(new T[count]),
       y(new T[count]),
-      start(0),
       next(new unsigned int[count]),
       previous(new unsigned int[count]),
       directionX(new T[count]),

@@ -64,7 +64,7 @@ private:
     /// All by the place of a vertex along the curve. A side goes by the place that it starts at.
     std::unique_ptr<unsigned int[]> numbers;
     std::unique_ptr<T[]> x, y;
-    unsigned int start; ///< The first vertex of the outline.
+    unsigned int start = 0; ///< The first vertex of the outline.
     std::unique_ptr<unsigned int[]> next, previous;
     std::unique_ptr<T[]> directionX, directionY;
     std::unique_ptr<std::uint64_t[]> labels; ///< Ascending from the first side to the last.

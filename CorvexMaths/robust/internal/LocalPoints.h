@@ -107,7 +107,7 @@ private:
             const unsigned int first = i * step;
             const unsigned int run = std::min(step, all.count - first);
             const std::uint64_t share = i * 0x9E3779B97F4A7C15u >> 32;
-            std::copy_n(all[first + static_cast<unsigned int>(share * run >> 32)], D, &coordinates[i * D]);
+            std::copy_n(all[first + static_cast<unsigned int>(share * run >> 32)], D, &coordinates[std::size_t(i) * D]);
         }
     }
 
