@@ -54,18 +54,6 @@ unsigned long long GetTaken(const T* set, T position, T first)
 } // namespace
 
 template <class T>
-TSetGenerator<T>::TSetGenerator(const TSetGenerator& other)
-{
-    *this = other;
-}
-
-template <class T>
-TSetGenerator<T>::~TSetGenerator()
-{
-    Release();
-}
-
-template <class T>
 TSetGenerator<T>& TSetGenerator<T>::operator=(const TSetGenerator& other)
 {
     // Joined before anything is released: both may hold the same handlers already.

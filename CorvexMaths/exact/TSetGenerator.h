@@ -49,9 +49,9 @@ public:
     /// A generator without handlers.
     TSetGenerator() = default;
     /// A generator that shares the handlers of another; one added to either later is not added to the other.
-    TSetGenerator(const TSetGenerator& other);
+    TSetGenerator(const TSetGenerator& other) { *this = other; }
     /// Releases the handlers, unless a copy shares them; never the objects to call methods on.
-    ~TSetGenerator();
+    ~TSetGenerator() { Release(); }
     /// Drops the handlers and shares those of another generator, which may be this one.
     TSetGenerator& operator=(const TSetGenerator& other);
 

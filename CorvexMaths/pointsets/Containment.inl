@@ -143,24 +143,6 @@ bool TPointSet<T, V>::IsWithin(const TVector2<T>& point, unsigned int first, uns
 }
 
 template <class T, template <class> class V>
-bool TPointSet<T, V>::IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const
-{
-    return IsWithin(TVector2<T>(x, y), first, pointCount);
-}
-
-template <class T, template <class> class V>
-bool TPointSet<T, V>::IsWithin(const TVector2<T>& point) const
-{
-    return IsWithin(point, 0, this->count);
-}
-
-template <class T, template <class> class V>
-bool TPointSet<T, V>::IsWithin(const T& x, const T& y) const
-{
-    return IsWithin(TVector2<T>(x, y), 0, this->count);
-}
-
-template <class T, template <class> class V>
 bool TPointSet<T, V>::IntersectWith(const TEdge2<T>& edge, TList<V<T>>* points) const
 {
     CORVEX_PRECONDITION("TPointSet::IntersectWith", points != nullptr && points != this, points, this);

@@ -121,12 +121,6 @@ void TPointSet<T, V>::MinkowskiSum(const V<T>* other, unsigned int otherCount)
 }
 
 template <class T, template <class> class V>
-void TPointSet<T, V>::MinkowskiSum(const TList<V<T>>& other)
-{
-    MinkowskiSum(other.GetStream(), other.GetCount());
-}
-
-template <class T, template <class> class V>
 void TPointSet<T, V>::MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount)
 {
     CORVEX_PRECONDITION("TPointSet::MinkowskiSum", IsApart(a, aCount, this->storage, this->capacity), a, aCount,
@@ -135,12 +129,6 @@ void TPointSet<T, V>::MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T
                         this->storage, this->capacity);
     CORVEX_PRECONDITION("TPointSet::MinkowskiSum", bCount == 0 || aCount <= ~0u / bCount, aCount, bCount);
     CombineOperands<Combination::Sum>(*this, a, aCount, b, bCount);
-}
-
-template <class T, template <class> class V>
-void TPointSet<T, V>::MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b)
-{
-    MinkowskiSum(a.GetStream(), a.GetCount(), b.GetStream(), b.GetCount());
 }
 
 template <class T, template <class> class V>
@@ -154,12 +142,6 @@ void TPointSet<T, V>::MinkowskiDifference(const V<T>* other, unsigned int otherC
 }
 
 template <class T, template <class> class V>
-void TPointSet<T, V>::MinkowskiDifference(const TList<V<T>>& other)
-{
-    MinkowskiDifference(other.GetStream(), other.GetCount());
-}
-
-template <class T, template <class> class V>
 void TPointSet<T, V>::MinkowskiDifference(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount)
 {
     CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", IsApart(a, aCount, this->storage, this->capacity), a, aCount,
@@ -168,12 +150,6 @@ void TPointSet<T, V>::MinkowskiDifference(const V<T>* a, unsigned int aCount, co
                         this->storage, this->capacity);
     CORVEX_PRECONDITION("TPointSet::MinkowskiDifference", bCount == 0 || aCount <= ~0u / bCount, aCount, bCount);
     CombineOperands<Combination::Difference>(*this, a, aCount, b, bCount);
-}
-
-template <class T, template <class> class V>
-void TPointSet<T, V>::MinkowskiDifference(const TList<V<T>>& a, const TList<V<T>>& b)
-{
-    MinkowskiDifference(a.GetStream(), a.GetCount(), b.GetStream(), b.GetCount());
 }
 
 } // namespace Halmont::Orrin::CorvexMaths

@@ -10,26 +10,6 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 template <class T, template <class> class V>
-TParameterization<T, V>::TParameterization(unsigned int initialCapacity, unsigned int stepSize)
-    : TPointSet<T, V>(initialCapacity, stepSize), parameters(initialCapacity, stepSize), length(T(0))
-{}
-
-template <class T, template <class> class V>
-TParameterization<T, V>::TParameterization(const TPointSet<T, TVector2>& other)
-    : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
-{}
-
-template <class T, template <class> class V>
-TParameterization<T, V>::TParameterization(const TPointSet<T, TVector3>& other)
-    : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
-{}
-
-template <class T, template <class> class V>
-TParameterization<T, V>::TParameterization(const TPointSet<T, TVector4>& other)
-    : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
-{}
-
-template <class T, template <class> class V>
 TParameterization<T, V>::TParameterization(TParameterization&& other) noexcept
     : TPointSet<T, V>(std::move(other)),
       parameters(std::move(other.parameters)),
@@ -54,7 +34,7 @@ template <class T, template <class> class V>
 TParameterization<T, V>& TParameterization<T, V>::operator=(TParameterization&& other)
 {
     if (this == &other) return *this;
-    TPointSet<T, V>::operator=(std::move(other));
+    TPointSet<T, V>::operator=(static_cast<TPointSet<T, V>&&>(other)); // the rest of it follows
     parameters = std::move(other.parameters);
     length = std::exchange(other.length, T(0));
     return *this;

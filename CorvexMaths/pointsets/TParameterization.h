@@ -33,7 +33,9 @@ protected:
 public:
     /// An empty set with an empty box, without parameters and of length 0. The arguments are those of the list, and
     /// apply to the parameters too: slots to allocate, and the least step of growth.
-    explicit TParameterization(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
+    explicit TParameterization(unsigned int initialCapacity = 0, unsigned int stepSize = 1000)
+        : TPointSet<T, V>(initialCapacity, stepSize), parameters(initialCapacity, stepSize), length(T(0))
+    {}
 
     /// Copies `pointCount` points from an array; the grow size is 1000, and the box is calculated. There are no
     /// parameters yet, and the length is 0. Takes part only for pointers to points, so that two numbers are always
@@ -65,9 +67,15 @@ public:
     /// Copies a set of points of any dimension, each converted to V; the box is calculated anew, the grow size and the
     /// keep box flag are the other's. There are no parameters yet, and the length is 0.
     /// @{
-    TParameterization(const TPointSet<T, TVector2>& other);
-    TParameterization(const TPointSet<T, TVector3>& other);
-    TParameterization(const TPointSet<T, TVector4>& other);
+    TParameterization(const TPointSet<T, TVector2>& other)
+        : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
+    {}
+    TParameterization(const TPointSet<T, TVector3>& other)
+        : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
+    {}
+    TParameterization(const TPointSet<T, TVector4>& other)
+        : TPointSet<T, V>(other), parameters(other.GetCount(), other.GetGrowSize()), length(T(0))
+    {}
     /// @}
 
     /// Takes over points, box, parameters and length of another, which is left without any. No hook fires.

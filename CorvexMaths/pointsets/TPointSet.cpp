@@ -79,7 +79,7 @@ template <class T, template <class> class V>
 TPointSet<T, V>& TPointSet<T, V>::operator=(TPointSet&& other)
 {
     if (this == &other) return *this;
-    TList<V<T>>::operator=(std::move(other));
+    TList<V<T>>::operator=(static_cast<TList<V<T>>&&>(other)); // the rest of it follows
     TakeBox(other);
     return *this;
 }

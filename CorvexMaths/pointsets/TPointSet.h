@@ -270,7 +270,7 @@ public:
     /// lie in this set's own storage, and the product of the counts must be below 2^32. The block is sized once.
     /// @{
     void MinkowskiSum(const V<T>* other, unsigned int otherCount);
-    void MinkowskiSum(const TList<V<T>>& other);
+    void MinkowskiSum(const TList<V<T>>& other) { MinkowskiSum(other.GetStream(), other.GetCount()); }
     /// @}
 
     /// The Minkowski sum of two operands: a[i] + b[j], all of b with a[0] first, over all components, w included. The
@@ -280,7 +280,10 @@ public:
     /// counts must be below 2^32. The block is sized once.
     /// @{
     void MinkowskiSum(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
-    void MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b);
+    void MinkowskiSum(const TList<V<T>>& a, const TList<V<T>>& b)
+    {
+        MinkowskiSum(a.GetStream(), a.GetCount(), b.GetStream(), b.GetCount());
+    }
     /// @}
 
     /// The Minkowski difference in place: every old point minus every element of the other operand, all old points with
@@ -291,7 +294,7 @@ public:
     /// not lie in this set's own storage, and the product of the counts must be below 2^32. The block is sized once.
     /// @{
     void MinkowskiDifference(const V<T>* other, unsigned int otherCount);
-    void MinkowskiDifference(const TList<V<T>>& other);
+    void MinkowskiDifference(const TList<V<T>>& other) { MinkowskiDifference(other.GetStream(), other.GetCount()); }
     /// @}
 
     /// The Minkowski difference of two operands: a[i] - b[j], all of b with a[0] first, over all components, w
@@ -301,7 +304,10 @@ public:
     /// product of their counts must be below 2^32. The block is sized once.
     /// @{
     void MinkowskiDifference(const V<T>* a, unsigned int aCount, const V<T>* b, unsigned int bCount);
-    void MinkowskiDifference(const TList<V<T>>& a, const TList<V<T>>& b);
+    void MinkowskiDifference(const TList<V<T>>& a, const TList<V<T>>& b)
+    {
+        MinkowskiDifference(a.GetStream(), a.GetCount(), b.GetStream(), b.GetCount());
+    }
     /// @}
 
     /// Whether a point of the plane lies in the closed outline of `pointCount` points from `first` on, by the sum of
@@ -313,7 +319,10 @@ public:
     /// set. Only x and y count. A point of NaN is outside. Linear time.
     /// @{
     bool IsWithin(const TVector2<T>& point, unsigned int first, unsigned int pointCount) const;
-    bool IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const;
+    bool IsWithin(const T& x, const T& y, unsigned int first, unsigned int pointCount) const
+    {
+        return IsWithin(TVector2<T>(x, y), first, pointCount);
+    }
     /// @}
     /// Whether a point of the plane lies in the closed outline of all points, by the sum of the scores of
     /// `ExamineSegment` over its sides, the closing one included: inside unless the sum is 0. On the outline itself
@@ -323,8 +332,8 @@ public:
     /// stale box is used as it stands. An empty set holds nothing. Only x and y count. A point of NaN is outside.
     /// Linear time.
     /// @{
-    bool IsWithin(const TVector2<T>& point) const;
-    bool IsWithin(const T& x, const T& y) const;
+    bool IsWithin(const TVector2<T>& point) const { return IsWithin(point, 0, this->count); }
+    bool IsWithin(const T& x, const T& y) const { return IsWithin(TVector2<T>(x, y), 0, this->count); }
     /// @}
 
     /// Adds to `crossings` what the segment between two points of the set contributes to the crossing count of a point:

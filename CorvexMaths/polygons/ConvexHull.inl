@@ -6,6 +6,7 @@
 #include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
 #include <CorvexMaths/polygons/InPlane.inl>
 #include <CorvexMaths/polygons/TPolygon.h>
+#include <CorvexMaths/polygons/internal/Ascending.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -151,7 +152,7 @@ private:
                      [=](unsigned int i, unsigned int slot) { sorted[slot] = pairs[i]; });
         unsigned int first = 0;
         for (unsigned int b = 0; b < pairCount; first = ends[b++])
-            if (ends[b] - first > 1) std::sort(sorted + first, sorted + ends[b]);
+            if (ends[b] - first > 1) std::sort(sorted + first, sorted + ends[b], Ascending());
         bool isAscending = true;
         for (unsigned int i = 0; i < pairCount; ++i) {
             isAscending &= sorted[i].first > *previous;

@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/containers/internal/ExactClass.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/pointsets/internal/Additions.h>
 #include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
 #include <CorvexMaths/polygons/InPlane.inl>
 #include <CorvexMaths/polygons/TPolygon.h>
@@ -159,7 +160,7 @@ void TPolygon<T, V>::TrimCrossings()
         }
     }
     // Room first: if there is none, the vertices stay.
-    if (walkCount > this->count) ListRoom<V<T>>::Make(*this, walkCount - this->count);
+    if (walkCount > this->count) Kernels::MakeRoomForAdditions(*this, walkCount - this->count);
     this->Clear(false);
     AddInPlane(walk.get(), walkCount);
 

@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/containers/internal/ExactClass.h>
 #include <CorvexMaths/pointsets/PointValues.inl>
+#include <CorvexMaths/pointsets/internal/Additions.h>
 #include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
 #include <CorvexMaths/polygons/InPlane.inl>
 #include <CorvexMaths/polygons/TPolygon.h>
@@ -66,7 +67,7 @@ void TPolygon<T, V>::AddCorners(const TList<TEdge2<T>>& edges, const T& distance
     for (unsigned int i = 0; i < edgeCount; ++i)
         pointCount += Kernels::OffsetCorner(edges[i], edgeAfter(i), distance, negative, &points[pointCount]);
     // Room first: if there is none, the vertices stay.
-    if (pointCount > this->count) ListRoom<V<T>>::Make(*this, pointCount - this->count);
+    if (pointCount > this->count) Kernels::MakeRoomForAdditions(*this, pointCount - this->count);
     this->Clear(false);
     AddInPlane(points.get(), pointCount);
 }

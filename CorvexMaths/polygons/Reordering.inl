@@ -6,6 +6,7 @@
 #include <CorvexMaths/pointsets/internal/KeepBoxGuard.h>
 #include <CorvexMaths/polygons/InPlane.inl>
 #include <CorvexMaths/polygons/TPolygon.h>
+#include <CorvexMaths/polygons/internal/Ascending.h>
 #include <CorvexMaths/polygons/internal/NearestSides.h>
 
 #include <algorithm>
@@ -26,12 +27,12 @@ public:
     {
         for (unsigned int i = 0; i < hullCount; ++i)
             if (hull[i] == hull[i]) members[count++] = hull[i];
-        std::sort(members.get(), members.get() + count);
+        std::sort(members.get(), members.get() + count, Ascending());
     }
 
     bool Has(const Vertex& vertex) const
     {
-        return vertex == vertex && std::binary_search(members.get(), members.get() + count, vertex);
+        return vertex == vertex && std::binary_search(members.get(), members.get() + count, vertex, Ascending());
     }
 
 private:

@@ -3,11 +3,10 @@
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/internal/ExactClass.h>
+#include <CorvexMaths/pointsets/internal/Additions.h>
+#include <CorvexMaths/pointsets/internal/SetHooks.h>
 #include <CorvexMaths/polygons/InPlane.inl>
 
-#include <algorithm>
-#include <cstdint>
-#include <memory>
 #include <utility>
 
 namespace Halmont::Orrin::CorvexMaths
@@ -15,33 +14,6 @@ namespace Halmont::Orrin::CorvexMaths
 
 namespace
 {
-
-/// Opens what a list keeps to itself.
-template <class Element>
-struct ListRoom : TList<Element>
-{
-    /// Makes room for n more elements of a list that nobody watches as adding them one by one would: by at least the
-    /// grow size each time, or by doubling. The block moves once.
-    static void Make(TList<Element>& list, unsigned int n)
-    {
-        const unsigned int count = list.*&ListRoom::count;
-        unsigned int& capacity = list.*&ListRoom::capacity;
-        if (capacity - count >= n) return;
-
-        const std::uint64_t needed = std::uint64_t(count) + n;
-        const std::uint64_t step = std::max(list.*&ListRoom::growSize, 1u);
-        std::uint64_t slots = capacity;
-        while (list.*&ListRoom::useExponentialGrowth && slots < needed) slots += std::max(step, slots);
-        if (slots < needed) slots += (needed - slots + step - 1) / step * step;
-
-        Element*& storage = list.*&ListRoom::storage;
-        std::unique_ptr<Element[]> block(new Element[slots]);
-        std::copy_n(storage, count, block.get());
-        delete[] storage;
-        storage = block.release();
-        capacity = static_cast<unsigned int>(slots);
-    }
-};
 
 /// Twice the signed area of the triangle of two vertices with the origin.
 template <class Vertex>
@@ -53,27 +25,6 @@ auto ShoelaceTerm(const Vertex& p, const Vertex& q)
 } // namespace
 
 template <class T, template <class> class V>
-TPolygon<T, V>::TPolygon(unsigned int initialCapacity, unsigned int stepSize)
-    : TPointSet<T, V>(initialCapacity, stepSize), sortedList(0u, stepSize)
-{}
-
-template <class T, template <class> class V>
-TPolygon<T, V>::TPolygon(const TPointSet<T, TVector2>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
-{}
-
-template <class T, template <class> class V>
-TPolygon<T, V>::TPolygon(const TPointSet<T, TVector3>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
-{}
-
-template <class T, template <class> class V>
-TPolygon<T, V>::TPolygon(const TPointSet<T, TVector4>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u)
-{}
-
-template <class T, template <class> class V>
-TPolygon<T, V>::TPolygon(const TPolygon& other) : TPointSet<T, V>(other), sortedList(other.sortedList)
-{}
-
-template <class T, template <class> class V>
 TPolygon<T, V>::TPolygon(TPolygon&& other) noexcept
     : TPointSet<T, V>(std::move(other)), sortedList(std::move(other.sortedList))
 {}
@@ -82,7 +33,7 @@ template <class T, template <class> class V>
 TPolygon<T, V>& TPolygon<T, V>::operator=(TPolygon&& other)
 {
     if (this == &other) return *this;
-    TPointSet<T, V>::operator=(std::move(other));
+    TPointSet<T, V>::operator=(static_cast<TPointSet<T, V>&&>(other)); // the rest of it follows
     sortedList = std::move(other.sortedList);
     return *this;
 }
@@ -117,24 +68,6 @@ T TPolygon<T, V>::GetSignedSimpleArea(unsigned int first, unsigned int last) con
 }
 
 template <class T, template <class> class V>
-T TPolygon<T, V>::GetSignedSimpleArea() const
-{
-    return this->count == 0 ? T(0) : GetSignedSimpleArea(0, this->count - 1);
-}
-
-template <class T, template <class> class V>
-T TPolygon<T, V>::GetSimpleArea(unsigned int first, unsigned int last) const
-{
-    return Numbers::Absolute(GetSignedSimpleArea(first, last));
-}
-
-template <class T, template <class> class V>
-T TPolygon<T, V>::GetSimpleArea() const
-{
-    return Numbers::Absolute(GetSignedSimpleArea());
-}
-
-template <class T, template <class> class V>
 T TPolygon<T, V>::GetSignedTriangleAreaWithOrigin(unsigned int a, unsigned int b) const
 {
     CORVEX_PRECONDITION("TPolygon::GetSignedTriangleAreaWithOrigin", a < this->count && b < this->count, a, b,
@@ -160,7 +93,7 @@ void TPolygon<T, V>::GetEdges(TList<TEdge2<T>>* edges) const
     CORVEX_PRECONDITION("TPolygon::GetEdges", edges != nullptr, edges);
     edges->Clear(false);
     if (this->count == 0) return;
-    if (IsExactly(*edges)) ListRoom<TEdge2<T>>::Make(*edges, this->count);
+    if (IsExactly(*edges)) Kernels::MakeRoomForAdditions(*edges, this->count);
     for (unsigned int i = 0; i + 1 < this->count; ++i)
         edges->Add(TEdge2<T>(InPlane(this->storage[i]), InPlane(this->storage[i + 1])));
     edges->Add(TEdge2<T>(InPlane(this->storage[this->count - 1]), InPlane(this->storage[0])));
@@ -173,7 +106,7 @@ void TPolygon<T, V>::AddInPlane(const TVector2<T>* points, unsigned int n)
         for (unsigned int i = 0; i < n; ++i) this->Add(static_cast<V<T>>(points[i]));
         return;
     }
-    ListRoom<V<T>>::Make(*this, n);
+    Kernels::MakeRoomForAdditions(*this, n);
     V<T>* const added = this->storage + this->count;
     for (unsigned int i = 0; i < n; ++i) added[i] = static_cast<V<T>>(points[i]);
     this->count += n;
@@ -199,7 +132,15 @@ void TPolygon<T, V>::MakeCCW()
 namespace Halmont::Orrin::CorvexMaths
 {
 
+template <class T, template <class> class V>
+bool Kernels::HasHooksOfSets(const TPointSet<T, V>& set)
+{
+    return IsExactly(set) || HasHooksOf<TPolygon<T, V>>(set);
+}
+
 CORVEX_INSTANTIATE_SETS(, TPolygon);
+CORVEX_INSTANTIATE_SET_HOOKS(float);
+CORVEX_INSTANTIATE_SET_HOOKS(double);
 
 } // namespace Halmont::Orrin::CorvexMaths
 

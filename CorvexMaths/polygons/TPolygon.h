@@ -4,6 +4,7 @@
 
 #include <CorvexMaths/Forward.h>
 #include <CorvexMaths/Instantiate.h>
+#include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Ranges.h>
 #include <CorvexMaths/RealPointer.h>
 #include <CorvexMaths/containers/TList.h>
@@ -42,7 +43,9 @@ protected:
 public:
     /// An empty polygon with room for `initialCapacity` vertices, growing by at least `stepSize`, as does its sorted
     /// list, which starts without room.
-    explicit TPolygon(unsigned int initialCapacity = 0, unsigned int stepSize = 1000);
+    explicit TPolygon(unsigned int initialCapacity = 0, unsigned int stepSize = 1000)
+        : TPointSet<T, V>(initialCapacity, stepSize), sortedList(0u, stepSize)
+    {}
 
     /// The polygon of `vertexCount` vertices from an array, which is copied and may be null for none; the grow size is
     /// 1000, the box calculated and the sorted list empty. Only real pointers take part, so that two numbers are always
@@ -54,13 +57,13 @@ public:
     /// The polygon of the points of a set of any dimension, each converted to V; the box is calculated anew, the grow
     /// size and the keep box flag are the set's, the sorted list is empty.
     /// @{
-    TPolygon(const TPointSet<T, TVector2>& other);
-    TPolygon(const TPointSet<T, TVector3>& other);
-    TPolygon(const TPointSet<T, TVector4>& other);
+    TPolygon(const TPointSet<T, TVector2>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u) {}
+    TPolygon(const TPointSet<T, TVector3>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u) {}
+    TPolygon(const TPointSet<T, TVector4>& other) : TPointSet<T, V>(other), sortedList(0u, 1000u) {}
     /// @}
 
     /// A copy of the point set, its box calculated anew and its keep box flag copied, and of the sorted list.
-    TPolygon(const TPolygon& other);
+    TPolygon(const TPolygon& other) : TPointSet<T, V>(other), sortedList(other.sortedList) {}
 
     /// The polygon of the vertices in braces; the grow size is 1000, the box calculated and the sorted list empty.
     TPolygon(std::initializer_list<V<T>> points) : TPointSet<T, V>(points), sortedList(0u, 1000u) {}
@@ -107,10 +110,10 @@ public:
     /// The area by the shoelace formula, positive for a counter-clockwise outline: half the sum of p.x q.y - q.x p.y
     /// over the sides in order, the closing one last. Loops of the outline count with their sense. 0 without vertices.
     /// Coordinates far from the origin cost accuracy. Linear time.
-    T GetSignedSimpleArea() const;
+    T GetSignedSimpleArea() const { return this->count == 0 ? T(0) : GetSignedSimpleArea(0, this->count - 1); }
     /// The absolute value of the signed area by the shoelace formula: loops of opposite senses cancel. 0 without
     /// vertices. Linear time.
-    T GetSimpleArea() const;
+    T GetSimpleArea() const { return Numbers::Absolute(GetSignedSimpleArea()); }
 
     /// The index of the lowest vertex, of equally low ones that of the smallest x, of equal ones the first; exact
     /// comparisons. 0 for a polygon of no or one vertex. Comparisons with NaN are false: such a vertex is not chosen,
@@ -280,7 +283,10 @@ protected:
     /// The absolute value of the signed area of the run of vertices from `first` to `last`, closed by the chord back to
     /// `first`. If `first` is not below `last` the run passes over the end of the list. Both indices must be below the
     /// count.
-    T GetSimpleArea(unsigned int first, unsigned int last) const;
+    T GetSimpleArea(unsigned int first, unsigned int last) const
+    {
+        return Numbers::Absolute(GetSignedSimpleArea(first, last));
+    }
 
     /// The shoelace term of the vertices a and b, not halved: twice the signed area of their triangle with the origin.
     /// Both indices must be below the count.

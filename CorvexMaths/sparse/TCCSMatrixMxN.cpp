@@ -9,24 +9,6 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 template <class T>
-TCCSMatrixMxN<T>::TCCSMatrixMxN(int columns, unsigned int growSize) : TCCSMatrixMxN()
-{
-    Redefine(columns, growSize);
-}
-
-template <class T>
-TCCSMatrixMxN<T>::TCCSMatrixMxN(const TCCSMatrixMxN& other) : TCCSMatrixMxN()
-{
-    *this = other;
-}
-
-template <class T>
-TCCSMatrixMxN<T>::~TCCSMatrixMxN()
-{
-    Release();
-}
-
-template <class T>
 TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(const TCCSMatrixMxN& other)
 {
     // Joined before anything is released: both may hold the same lists already.
@@ -34,12 +16,6 @@ TCCSMatrixMxN<T>& TCCSMatrixMxN<T>::operator=(const TCCSMatrixMxN& other)
     Release();
     CopyFields(other);
     return *this;
-}
-
-template <class T>
-TCCSMatrixMxN<T>::TCCSMatrixMxN(TCCSMatrixMxN&& other) noexcept : TCCSMatrixMxN()
-{
-    *this = std::move(other);
 }
 
 template <class T>

@@ -6,6 +6,8 @@
 #include <CorvexMaths/Precondition.h>
 #include <CorvexMaths/containers/TList.h>
 
+#include <utility>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 
@@ -40,18 +42,18 @@ public:
     TCCSMatrixMxN() = default;
     /// A matrix without rows and elements, of a number of columns that is not negative. Each list gets the grow size;
     /// one of 0 leaves the 1000 of a new list.
-    TCCSMatrixMxN(int columns, unsigned int growSize);
+    TCCSMatrixMxN(int columns, unsigned int growSize) : TCCSMatrixMxN() { Redefine(columns, growSize); }
     /// Copies the counts and shares the lists with the other matrix. Allocates nothing.
-    TCCSMatrixMxN(const TCCSMatrixMxN& other);
+    TCCSMatrixMxN(const TCCSMatrixMxN& other) : TCCSMatrixMxN() { *this = other; }
     /// Releases the lists unless another matrix shares them.
-    ~TCCSMatrixMxN();
+    ~TCCSMatrixMxN() { Release(); }
 
     /// Copies the counts and shares the lists with the other matrix, which may be this one; the own ones are released
     /// unless another matrix shares them. Allocates nothing.
     TCCSMatrixMxN& operator=(const TCCSMatrixMxN& other);
     /// Takes over the counts and lists of the other matrix, which is left empty. Those that share its lists share them
     /// with this matrix from then on.
-    TCCSMatrixMxN(TCCSMatrixMxN&& other) noexcept;
+    TCCSMatrixMxN(TCCSMatrixMxN&& other) noexcept : TCCSMatrixMxN() { *this = std::move(other); }
     /// Takes over the counts and lists of the other matrix, which is left empty, unless it is this one; the own lists
     /// are released unless another matrix shares them.
     TCCSMatrixMxN& operator=(TCCSMatrixMxN&& other) noexcept;

@@ -12,24 +12,6 @@ namespace Halmont::Orrin::CorvexMaths
 {
 
 template <class T>
-TCRSMatrixMxN<T>::TCRSMatrixMxN(int rows, int columns, int elements) : TCRSMatrixMxN()
-{
-    Redefine(rows, columns, elements);
-}
-
-template <class T>
-TCRSMatrixMxN<T>::TCRSMatrixMxN(const TCRSMatrixMxN& other) : TCRSMatrixMxN()
-{
-    *this = other;
-}
-
-template <class T>
-TCRSMatrixMxN<T>::~TCRSMatrixMxN()
-{
-    Release();
-}
-
-template <class T>
 TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(const TCRSMatrixMxN& other)
 {
     // Joined before anything is released: both may hold the same arrays already.
@@ -37,12 +19,6 @@ TCRSMatrixMxN<T>& TCRSMatrixMxN<T>::operator=(const TCRSMatrixMxN& other)
     Release();
     CopyFields(other);
     return *this;
-}
-
-template <class T>
-TCRSMatrixMxN<T>::TCRSMatrixMxN(TCRSMatrixMxN&& other) noexcept : TCRSMatrixMxN()
-{
-    *this = std::move(other);
 }
 
 template <class T>

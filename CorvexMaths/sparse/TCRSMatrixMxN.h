@@ -6,6 +6,8 @@
 #include <CorvexMaths/Instantiate.h>
 #include <CorvexMaths/Precondition.h>
 
+#include <utility>
+
 namespace Halmont::Orrin::CorvexMaths
 {
 
@@ -60,18 +62,18 @@ public:
     TCRSMatrixMxN() = default;
     /// A general matrix of type 11 with room for a number of elements and every row empty, as Redefine makes it. No
     /// argument is negative.
-    TCRSMatrixMxN(int rows, int columns, int elements);
+    TCRSMatrixMxN(int rows, int columns, int elements) : TCRSMatrixMxN() { Redefine(rows, columns, elements); }
     /// Copies type and counts and shares the arrays with the other matrix. Allocates nothing.
-    TCRSMatrixMxN(const TCRSMatrixMxN& other);
+    TCRSMatrixMxN(const TCRSMatrixMxN& other) : TCRSMatrixMxN() { *this = other; }
     /// Releases the arrays unless another matrix shares them.
-    ~TCRSMatrixMxN();
+    ~TCRSMatrixMxN() { Release(); }
 
     /// Copies type and counts and shares the arrays with the other matrix, which may be this one; the own ones are
     /// released unless another matrix shares them. Allocates nothing.
     TCRSMatrixMxN& operator=(const TCRSMatrixMxN& other);
     /// Takes over the type, counts and arrays of the other matrix, which is left empty and general. Those that share
     /// its arrays share them with this matrix from then on.
-    TCRSMatrixMxN(TCRSMatrixMxN&& other) noexcept;
+    TCRSMatrixMxN(TCRSMatrixMxN&& other) noexcept : TCRSMatrixMxN() { *this = std::move(other); }
     /// Takes over the type, counts and arrays of the other matrix, which is left empty and general, unless it is this
     /// one; the own arrays are released unless another matrix shares them.
     TCRSMatrixMxN& operator=(TCRSMatrixMxN&& other) noexcept;

@@ -2,9 +2,8 @@
 
 #include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/Precondition.h>
-#include <CorvexMaths/containers/internal/ExactClass.h>
 #include <CorvexMaths/pointsets/internal/Additions.h>
-#include <CorvexMaths/polygons/TPolygon.h>
+#include <CorvexMaths/pointsets/internal/SetHooks.h>
 #include <CorvexMaths/splines/Basis.inl>
 #include <CorvexMaths/splines/Knots.inl>
 
@@ -96,7 +95,7 @@ template <class T, template <class> class V>
 TBSpline<T, V>& TBSpline<T, V>::operator=(TBSpline&& other)
 {
     if (this == &other) return *this;
-    TPointSet<T, V>::operator=(std::move(other));
+    TPointSet<T, V>::operator=(static_cast<TPointSet<T, V>&&>(other)); // the rest of it follows
     TakeKnots(other);
     return *this;
 }
@@ -120,12 +119,6 @@ void TBSpline<T, V>::SetOrder(unsigned int splineOrder)
 {
     CORVEX_PRECONDITION("TBSpline::SetOrder", splineOrder >= 1, splineOrder);
     BuildKnots(splineOrder, type);
-}
-
-template <class T, template <class> class V>
-void TBSpline<T, V>::SetType(KnotType knotType)
-{
-    BuildKnots(order, knotType);
 }
 
 template <class T, template <class> class V>
@@ -154,12 +147,6 @@ void TBSpline<T, V>::ElementsRemoved(V<T>* points, unsigned int pointCount)
 {
     TPointSet<T, V>::ElementsRemoved(points, pointCount);
     AssignPersistentMembers();
-}
-
-template <class T, template <class> class V>
-void TBSpline<T, V>::AssignPersistentMembers()
-{
-    BuildKnots(order, type);
 }
 
 template <class T, template <class> class V>
@@ -210,12 +197,6 @@ T TBSpline<T, V>::MapToKnots(T u) const
 }
 
 template <class T, template <class> class V>
-void TBSpline<T, V>::CalculateCoefficients(T u)
-{
-    CalculateCoefficients(u, order);
-}
-
-template <class T, template <class> class V>
 void TBSpline<T, V>::CalculateCoefficients(T u, unsigned int levels)
 {
     FillBasis<T, V>(knots.GetStream(), coefficients.GetStream(), coefficientCount, *this, MapToKnots(u), levels);
@@ -244,7 +225,7 @@ void TBSpline<T, V>::Evaluate(TPointSet<T, V>* out, T step, bool byLength)
     if (increment == T(0) || !CanEvaluate()) return;
 
     // A derived class may change the spline in its hooks, so there each point is computed by itself.
-    if (!IsExactly(*out) && !HasHooksOf<TPolygon<T, V>>(*out)) {
+    if (!Kernels::HasHooksOfSets(*out)) {
         ForParameters(increment, [&](T u) { out->Add(Evaluate(u)); });
         return;
     }

@@ -170,7 +170,7 @@ public:
     void SetOrder(unsigned int splineOrder);
     /// Sets the type and builds the knots anew for the control points there are; for a type that is neither of the two
     /// they are emptied.
-    void SetType(KnotType knotType);
+    void SetType(KnotType knotType) { BuildKnots(order, knotType); }
 
     /// Replaces the control points by the `controlCount` that fit a sequence of data best by least squares.
     ///
@@ -242,7 +242,7 @@ private:
     void TakeKnots(TBSpline& other) noexcept;
 
     /// Builds the knots for the control points there are, and sets the coefficients to 0.
-    void AssignPersistentMembers();
+    void AssignPersistentMembers() { BuildKnots(order, type); }
 
     /// Sets order and type and builds the knots for the control points there are; where memory runs out, neither.
     void BuildKnots(unsigned int newOrder, KnotType newType);
@@ -254,7 +254,7 @@ private:
     T MapToKnots(T u) const;
 
     /// Sets the coefficients to the basis functions of the full order.
-    void CalculateCoefficients(T u);
+    void CalculateCoefficients(T u) { CalculateCoefficients(u, order); }
     /// Sets the coefficients to the basis functions of the order `levels`; 0 gives those of order 1.
     void CalculateCoefficients(T u, unsigned int levels);
 
