@@ -4,7 +4,7 @@
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 #include <utility>
