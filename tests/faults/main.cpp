@@ -4,11 +4,11 @@
 //   corvex_faults [STATES [PART/PARTS [NAME]]]
 //
 // What must come out of memory that runs out is `std::bad_alloc`, unless the operation can do without and answers as
-// ever. The objects are then as they were, or fit for any use if the operation is marked `Valid`. So they are after a
-// hook that throws: they are shown, checked, given to the operation once more, to another one and to Fill, and
-// released; no block may be lost. Each operation runs on so many states, 1 if that is not said. Of so many parts of the
-// catalogue one is run, the first being 0, and with a NAME what begins with it. Prints a line for each operation, and a
-// total.
+// ever. The objects are then as they were, or fit for any use if the operation is marked `Valid`; fit for any use they
+// are after a hook that throws, too. So they are shown, checked, given to the operation once more, to another one and
+// to Fill, and released; no block may be lost. Each operation runs on so many states, 1 if that is not said. Of so
+// many parts of the catalogue one is run, the first being 0, and with a NAME what begins with it. Prints a line for
+// each operation, and a total.
 
 #include <tests/catalogue/Operations.h>
 
@@ -216,6 +216,12 @@ void* operator new(std::size_t size)
 void* operator new[](std::size_t size)
 {
     return Allocate(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+try {
+    return Allocate(size);
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 void operator delete(void* block) noexcept
 {
