@@ -23,6 +23,7 @@ using Point = bg::model::d2::point_xy<double>;
 using Chain = bg::model::linestring<Point>;
 /// Counter-clockwise, the first vertex repeated at the end.
 using Polygon = bg::model::polygon<Point, false>;
+using Polygons = bg::model::multi_polygon<Polygon>;
 
 template <class Range>
 void Append(Range& range, const Coordinates& coordinates)
@@ -45,6 +46,21 @@ Polygon MakePolygon(const Coordinates& outline)
     Append(polygon.outer(), outline);
     polygon.outer().push_back(polygon.outer().front());
     return polygon;
+}
+
+Values Summarise(const Polygons& polygons)
+{
+    return {bg::area(polygons), static_cast<double>(polygons.size())};
+}
+
+/// Halves united by themselves and then with one another: there is no operation on many.
+Polygons Unite(const std::vector<Polygon>& polygons, std::size_t first, std::size_t last)
+{
+    if (last - first == 1) return Polygons{polygons[first]};
+    const std::size_t middle = first + (last - first) / 2;
+    Polygons united;
+    bg::union_(Unite(polygons, first, middle), Unite(polygons, middle, last), united);
+    return united;
 }
 
 } // namespace
@@ -88,14 +104,37 @@ Work BoostThinning(const Coordinates& chain, double tolerance)
 Work BoostOffset(const Coordinates& outline, double distance)
 {
     const auto polygon = std::make_shared<Polygon>(MakePolygon(outline));
-    const auto result = std::make_shared<bg::model::multi_polygon<Polygon>>();
+    const auto result = std::make_shared<Polygons>();
     return {[=] {
                 result->clear();
                 bg::buffer(*polygon, *result, bg::strategy::buffer::distance_symmetric<double>(distance),
                            bg::strategy::buffer::side_straight(), bg::strategy::buffer::join_round(),
                            bg::strategy::buffer::end_round(), bg::strategy::buffer::point_circle());
             },
-            [=] { return Values{bg::area(*result)}; }};
+            [=] { return Summarise(*result); }};
+}
+
+Work BoostUnion(const Outlines& outlines)
+{
+    const auto polygons = std::make_shared<std::vector<Polygon>>();
+    const auto result = std::make_shared<Polygons>();
+    for (const Coordinates& outline : outlines) polygons->push_back(MakePolygon(outline));
+    return {[=] { *result = Unite(*polygons, 0, polygons->size()); }, [=] { return Summarise(*result); }};
+}
+
+Work BoostCombination(const Coordinates& first, const Coordinates& second, bool isIntersection)
+{
+    const auto a = std::make_shared<Polygon>(MakePolygon(first));
+    const auto b = std::make_shared<Polygon>(MakePolygon(second));
+    const auto result = std::make_shared<Polygons>();
+    return {[=] {
+                result->clear();
+                if (isIntersection)
+                    bg::intersection(*a, *b, *result);
+                else
+                    bg::union_(*a, *b, *result);
+            },
+            [=] { return Summarise(*result); }};
 }
 
 } // namespace Peers

@@ -1,12 +1,16 @@
-// What CGAL does for comparison, on plain `double`: its kernel of the fastest arithmetic, without exact predicates.
+// What CGAL does for comparison, on plain `double`: its kernel of the fastest arithmetic, without exact predicates. Sets
+// of polygons need a kernel with exact constructions.
 
 #include "PeersGeometry.h"
 
+#include <CGAL/Boolean_set_operations_2.h>
+#include <CGAL/Exact_predicates_exact_constructions_kernel.h>
 #include <CGAL/Min_circle_2.h>
 #include <CGAL/Min_circle_2_traits_2.h>
 #include <CGAL/Min_sphere_of_points_d_traits_2.h>
 #include <CGAL/Min_sphere_of_spheres_d.h>
 #include <CGAL/Polygon_2_algorithms.h>
+#include <CGAL/Polygon_set_2.h>
 #include <CGAL/Simple_cartesian.h>
 #include <CGAL/convex_hull_2.h>
 
@@ -31,6 +35,31 @@ std::shared_ptr<Points> MakePoints(const Coordinates& coordinates)
     for (std::size_t i = 0; i + 1 < coordinates.size(); i += 2)
         points->emplace_back(coordinates[i], coordinates[i + 1]);
     return points;
+}
+
+using ExactKernel = CGAL::Exact_predicates_exact_constructions_kernel;
+using ExactPolygon = CGAL::Polygon_2<ExactKernel>;
+using ExactPolygonSet = CGAL::Polygon_set_2<ExactKernel>;
+
+ExactPolygon MakeExactPolygon(const Coordinates& outline)
+{
+    ExactPolygon polygon;
+    for (std::size_t i = 0; i + 1 < outline.size(); i += 2)
+        polygon.push_back(ExactKernel::Point_2(outline[i], outline[i + 1]));
+    return polygon;
+}
+
+Values Summarise(const ExactPolygonSet& set)
+{
+    std::vector<CGAL::Polygon_with_holes_2<ExactKernel>> pieces;
+    set.polygons_with_holes(std::back_inserter(pieces));
+    double area = 0;
+    const auto add = [&](const ExactPolygon& outline) { area += CGAL::to_double(outline.area()); };
+    for (const auto& piece : pieces) {
+        add(piece.outer_boundary());
+        for (auto hole = piece.holes_begin(); hole != piece.holes_end(); ++hole) add(*hole);
+    }
+    return {area, static_cast<double>(pieces.size())};
 }
 
 } // namespace
@@ -87,6 +116,30 @@ Work CgalBoundingSphere(const Coordinates& points)
                 *circle = {centre[0], centre[1], bounding.radius()};
             },
             [=] { return *circle; }};
+}
+
+Work CgalUnion(const Outlines& outlines)
+{
+    const auto polygons = std::make_shared<std::vector<ExactPolygon>>();
+    const auto result = std::make_shared<ExactPolygonSet>();
+    for (const Coordinates& outline : outlines) polygons->push_back(MakeExactPolygon(outline));
+    return {[=] {
+                result->clear();
+                result->join(polygons->begin(), polygons->end());
+            },
+            [=] { return Summarise(*result); }};
+}
+
+Work CgalCombination(const Coordinates& first, const Coordinates& second, bool isIntersection)
+{
+    const auto a = std::make_shared<ExactPolygon>(MakeExactPolygon(first));
+    const auto b = std::make_shared<ExactPolygon>(MakeExactPolygon(second));
+    const auto result = std::make_shared<ExactPolygonSet>();
+    return {[=] {
+                *result = ExactPolygonSet(*a);
+                isIntersection ? result->intersection(*b) : result->join(*b);
+            },
+            [=] { return Summarise(*result); }};
 }
 
 } // namespace Peers

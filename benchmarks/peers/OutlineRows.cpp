@@ -36,6 +36,12 @@ Work Summary(const Work& work)
             }};
 }
 
+/// The same work, its result the area alone: ours keeps one piece.
+Work AreaOnly(const Work& work)
+{
+    return {work.run, [result = work.result] { return Values{result()[0]}; }};
+}
+
 /// The hull of a cloud, with what is compared of its result.
 void AddHull(const std::string& name, bool isOnCircle, double bound, Work (*compared)(const Work&))
 {
@@ -98,11 +104,11 @@ void AddOffset(const std::string& name, double bound, double distance, std::size
     const Row row(name + "/" + std::to_string(count), bound, static_cast<double>(count));
     row.Add("ours", [=] { return OurOffset(outline(), distance); });
     if constexpr (hasBoost)
-        if (count < limits.indexed) row.Add("Boost", [=] { return BoostOffset(outline(), distance); });
+        if (count < limits.indexed) row.Add("Boost", [=] { return AreaOnly(BoostOffset(outline(), distance)); });
     if constexpr (hasGeos)
-        if (count < limits.indexed) row.Add("GEOS", [=] { return GeosOffset(outline(), distance); });
+        if (count < limits.indexed) row.Add("GEOS", [=] { return AreaOnly(GeosOffset(outline(), distance)); });
     if constexpr (hasClipper)
-        if (count < limits.clipper) row.Add("Clipper", [=] { return ClipperOffset(outline(), distance); });
+        if (count < limits.clipper) row.Add("Clipper", [=] { return AreaOnly(ClipperOffset(outline(), distance)); });
 }
 
 /// Smooth outlines; rings with sides about as long as the distance; and dense ones, whose noise is above the length of

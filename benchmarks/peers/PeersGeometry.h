@@ -25,7 +25,23 @@ Work GeosContainment(const Coordinates& outline, const Coordinates& queries);
 // The vertices that Douglas and Peucker's method keeps of an open chain.
 Work BoostThinning(const Coordinates& chain, double tolerance);
 
-// The outline at a distance from a counter-clockwise one, corners rounded as the library does if not told: its area.
+/// Any number of outlines, counter-clockwise each.
+using Outlines = std::vector<Coordinates>;
+
+// Whatever any of many outlines goes round: the area, and the number of pieces.
+Work BoostUnion(const Outlines& outlines);
+Work CgalUnion(const Outlines& outlines);
+Work ClipperUnion(const Outlines& outlines);
+Work GeosUnion(const Outlines& outlines);
+
+// What two outlines have between them, or in common: the area, and the number of pieces.
+Work BoostCombination(const Coordinates& first, const Coordinates& second, bool isIntersection);
+Work CgalCombination(const Coordinates& first, const Coordinates& second, bool isIntersection);
+Work ClipperCombination(const Coordinates& first, const Coordinates& second, bool isIntersection);
+Work GeosCombination(const Coordinates& first, const Coordinates& second, bool isIntersection);
+
+// The outlines at a distance from a counter-clockwise one, corners rounded as the library does if not told: the area,
+// and the number of pieces.
 Work BoostOffset(const Coordinates& outline, double distance);
 Work GeosOffset(const Coordinates& outline, double distance);
 Work ClipperOffset(const Coordinates& outline, double distance);
