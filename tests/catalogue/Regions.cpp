@@ -154,11 +154,11 @@ struct RegionState : State
         const Shape shape = in.Flag() ? Shape::Round : Shape::Comb;
         const unsigned int count = in.Size(4200);
         const std::vector<Vector> points = DrawPoints<T, TVector2>(in, shape, count);
-        const Vector step(in.template Unit<T>(), in.template Unit<T>());
+        const T step = in.template Unit<T>();
         Outlines outlines(2);
         for (const Vector& point : points) {
             outlines[0].Add(point);
-            outlines[1].Add(point + step);
+            outlines[1].Add(point + Vector(step, step / 2));
         }
         const Region one(outlines[0], WindingRule::EvenOdd), other(outlines[1], WindingRule::EvenOdd);
         const Region either(outlines, WindingRule::EvenOdd);
