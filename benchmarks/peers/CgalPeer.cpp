@@ -1,5 +1,5 @@
-// What CGAL does for comparison, on plain `double`: its kernel of the fastest arithmetic, without exact predicates. Sets of
-// polygons alone need a kernel with exact constructions.
+// What CGAL does for comparison, on plain `double`: its kernel of the fastest arithmetic, without exact predicates. For
+// sets of polygons it needs one with exact constructions.
 
 #include "PeersGeometry.h"
 
