@@ -228,8 +228,9 @@ public:
     /// the constrained Delaunay triangulation, in which no vertex that a triangle sees from its inside lies in its
     /// circle. For `double` corners are the vertices and areas add up exactly; for `float` each coordinate is rounded.
     ///
-    /// Of v vertices, p pieces and h holes, v + 2 h - 2 p triangles. Time grows as n log n unless edges cross very many
-    /// diagonals between nearer vertices, and with the square at worst.
+    /// Of v vertices, p pieces and h holes, v + 2 h - 2 p triangles, two fewer for each vertex in which a hole touches
+    /// another outline of its piece. Time grows as n log n unless edges cross very many diagonals between nearer
+    /// vertices, and with the square at worst.
     std::vector<TTriangle2<T>> Triangulate() const;
 
 private:

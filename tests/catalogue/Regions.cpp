@@ -4,6 +4,8 @@
 
 #include <tests/support/plain/PlainRegion.h>
 
+#include <set>
+
 namespace CorvexCatalogue
 {
 namespace
@@ -94,23 +96,29 @@ struct RegionState : State
                     TVector2<double>(static_cast<double>(outlines[i][k].x), static_cast<double>(outlines[i][k].y)));
         return rim;
     }
-    /// Requires a region to have the points that a question says are inside: some whose coordinates are half those of
-    /// two vertices of the outlines they come from, clear of these by more than rounding moves edges.
+    /// Shows points whose coordinates are half those of two vertices of some outlines.
+    template <class Look>
+    void Sample(const PlainRim& rim, Look look)
+    {
+        const std::vector<PlainSide> sides = PlainSides(rim);
+        Source many = in.Fork();
+        for (unsigned int i = 0; i < 40 && !sides.empty(); ++i) {
+            double half[4];
+            for (unsigned int k = 0; k < 4; ++k)
+                half[k] = sides[many.Below(static_cast<unsigned int>(sides.size()))].a[k % 2] / 2;
+            look(TVector2<double>(half[0] + half[2], half[1] + half[3]));
+        }
+    }
+    /// Requires a region to have the points that a question says are inside: of samples those clear of the outlines it
+    /// comes from by more than rounding moves edges.
     template <class Question>
     void RequireInside(const Region& region, const PlainRim& rim, Question isInside)
     {
-        std::vector<TVector2<double>> vertices;
-        for (const PlainSide& side : PlainSides(rim)) vertices.push_back(side.a);
         const Precise precise(region);
-        Source many = in.Fork();
-        for (unsigned int i = 0; i < 40 && !vertices.empty(); ++i) {
-            double half[4];
-            for (unsigned int k = 0; k < 4; ++k)
-                half[k] = vertices[many.Below(static_cast<unsigned int>(vertices.size()))][k % 2] / 2;
-            const TVector2<double> p(half[0] + half[2], half[1] + half[3]);
+        Sample(rim, [&](const TVector2<double>& p) {
             if (IsClear(rim, p, 4 * region.GetStep()))
                 Require(precise.IsWithin(p) == (isInside(p) ? RegionSide::Inside : RegionSide::Outside));
-        }
+        });
     }
 
     void Tell(const Region& region) const
@@ -264,12 +272,115 @@ struct RegionState : State
         region = region.Subtract(in.Flag() ? first : second);
     }
 
+    /// Distances and limits: shares of an extent, whole numbers, or any scalar.
+    T DrawLength(const Region& region)
+    {
+        const unsigned int kind = in.Below(12);
+        const T unit = in.template Unit<T>(), any = in.template Scalar<T>();
+        const TBox<T> box = region.GetBoundingBox();
+        if (kind == 0 || region.IsEmpty()) return any;
+        return kind < 4 ? static_cast<T>(kind) - 2 : std::ldexp((box.maximum.x - box.minimum.x) * unit, -int(kind) / 2);
+    }
+    /// Requires samples to be on the side of a result that their distance from some lines and the side on which they
+    /// were tell. Of what lies between the distance and what corners and ends may reach nothing is asked.
+    template <class Kept>
+    void RequireOffset(const Region& region, const std::vector<PlainSide>& lines, T by, T limit, Join join, Cap cap,
+                       Kept wasInside)
+    {
+        Tell(region);
+        const Precise result(region);
+        const double step = result.GetStep(), distance = std::fabs(static_cast<double>(by)), given = double(limit);
+        if (region.GetStatus() != RegionStatus::Done || lines.size() > most || step < 1e-99 || step > 1e99) return;
+        double reach = std::min(2.0, given > 0 ? 1 + given / distance : 1.001);
+        if (join == Join::Mitre) reach = std::max(1.5, given > 0 ? given : 4);
+        if (cap == Cap::Square) reach = std::max(1.5, reach);
+        PlainRim places = result.GetOutlines();
+        for (const PlainSide& line : lines) places.push_back({line.a, line.b});
+        Sample(places, [&](const TVector2<double>& p) {
+            const double away = PlainDistance(lines, p);
+            const bool was = wasInside(p), is = result.IsWithin(p) == RegionSide::Inside;
+            if (away > reach * distance + 8 * step || (was == (by > 0) && away > 8 * step)) Require(is == was);
+            if (away < distance - 8 * step && join != Join::Bevel && cap != Cap::Butt) Require(is == (by > 0));
+        });
+    }
+    void Offset()
+    {
+        Region& region = Pick();
+        const auto join = static_cast<Join>(in.Below(3));
+        const T distance = DrawLength(region), limit = DrawLength(region);
+        const Region result = region.Offset(distance, join, limit);
+        const Precise before(region);
+        RequireOffset(result, PlainSides(before.GetOutlines()), distance, limit, join, Cap::Round,
+                      [&](const auto& p) { return before.IsWithin(p) == RegionSide::Inside; });
+        region = result;
+    }
+    void OffsetLine()
+    {
+        Region& region = Pick();
+        const auto join = static_cast<Join>(in.Below(3));
+        const auto cap = static_cast<Cap>(in.Below(3));
+        const T distance = DrawLength(region), limit = DrawLength(region);
+        const std::vector<Vector> points = DrawRing();
+        const TPointSet<T, TVector2> path(points.data(), static_cast<unsigned int>(points.size()));
+        Outlines line(1);
+        for (const Vector& point : points) line[0].Add(point);
+        std::vector<PlainSide> sides = PlainSides(ToRim(line));
+        if (sides.size() > 1) sides.pop_back();
+        const Region result = Region::OffsetLine(path, distance, join, cap, limit);
+        RequireOffset(result, sides, distance, limit, join, cap, [](const auto&) { return false; });
+        region = result;
+    }
+    /// Each vertex that goes is near to what is left.
+    void Simplify()
+    {
+        Region& region = Pick();
+        const T tolerance = DrawLength(region);
+        const Region result = region.Simplify(tolerance);
+        Tell(result);
+        if (result.GetStatus() == RegionStatus::NotFinite) return;
+        Require(result.GetOutlineCount() == region.GetOutlineCount());
+        const Precise before(region), after(result);
+        const auto sides = PlainSides(after.GetOutlines());
+        const double bound = std::max(0.0, static_cast<double>(tolerance)) + after.GetStep();
+        if (region.GetVertexCount() < most && bound > 1e-99 && bound < 1e99)
+            for (const PlainSide& side : PlainSides(before.GetOutlines()))
+                Require(PlainDistance(sides, side.a) <= bound);
+        region = result;
+    }
+    /// As many triangles as there must be, whose areas add up.
+    void Triangulate()
+    {
+        const Region& region = Pick();
+        const Precise precise(region);
+        out << region.Triangulate();
+        const auto triangles = precise.Triangulate();
+        // Outlines of a piece may have vertices in common.
+        std::size_t count = 0;
+        for (const auto& piece : precise.GetPieces()) {
+            std::set<std::pair<double, double>> places;
+            PlainRim rim = piece.holes;
+            rim.push_back(piece.outline);
+            for (const PlainSide& side : PlainSides(rim)) places.emplace(side.a.x, side.a.y);
+            count += 2 * places.size() + 2 * piece.holes.size() - 2 - PlainSides(rim).size();
+        }
+        double area = 0;
+        for (const auto& triangle : triangles) {
+            const auto &a = triangle.corners[0], &b = triangle.corners[1], &c = triangle.corners[2];
+            Require(Turn(a, b, c) > 0);
+            area += (b.x - a.x) * (c.y - a.y) / 2 - (b.y - a.y) * (c.x - a.x) / 2;
+        }
+        Require(triangles.size() == count);
+        RequireNear(static_cast<T>(area), region.GetArea(), precise.GetOutlines(), region.GetStep());
+    }
+
     static std::vector<Operation> GetOperations()
     {
         return {{"outlines", &RegionState::Make},          {"outlines, large", &RegionState::MakeLarge},
                 {"queries", &RegionState::Query},          {"operator==", &RegionState::Compare},
                 {"two regions", &RegionState::CombineTwo}, {"many regions", &RegionState::CombineMany},
-                {"one region", &RegionState::CombineOne}};
+                {"one region", &RegionState::CombineOne},  {"Offset", &RegionState::Offset},
+                {"OffsetLine", &RegionState::OffsetLine},  {"Simplify", &RegionState::Simplify},
+                {"Triangulate", &RegionState::Triangulate}};
     }
 };
 

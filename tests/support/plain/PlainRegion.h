@@ -59,6 +59,18 @@ inline bool IsClear(const PlainRim& rim, const TVector2<double>& p, double dista
     return true;
 }
 
+/// The distance of a point from the nearest of some sides, as `double` has it.
+inline double PlainDistance(const std::vector<PlainSide>& sides, const TVector2<double>& p)
+{
+    double least = HUGE_VAL;
+    for (const auto& [a, b] : sides) {
+        const double x = b.x - a.x, y = b.y - a.y, square = x * x + y * y;
+        const double along = square > 0 ? std::clamp(((p.x - a.x) * x + (p.y - a.y) * y) / square, 0.0, 1.0) : 0;
+        least = std::min(least, std::hypot(p.x - a.x - along * x, p.y - a.y - along * y));
+    }
+    return least;
+}
+
 /// How often outlines go round a point; sets a flag where it is on one of them.
 inline int PlainWindingNumber(const PlainRim& rim, const TVector2<double>& p, bool* isOnRim)
 {
