@@ -103,6 +103,16 @@ Coordinates MakeCoast(std::size_t count, unsigned int seed)
     return outline;
 }
 
+/// Spikes inward and outward by turns, closer to one another than they are long by far.
+Coordinates MakeStar(std::size_t count)
+{
+    Coordinates outline;
+    for (std::size_t i = 0; i < count; ++i)
+        AddPoint(outline, size * (i % 2 == 0 ? 1 : 0.999),
+                 fullTurn * static_cast<double>(i) / static_cast<double>(count));
+    return outline;
+}
+
 void AddUnion()
 {
     constexpr std::size_t count = 10000;
@@ -129,10 +139,37 @@ void AddCombination(const std::string& name, bool isIntersection, double count)
     if constexpr (hasClipper) row.Add("Clipper", [=] { return ClipperCombination(first(), second(), isIntersection); });
 }
 
+/// An offset with round joins as exact as those of GEOS, eight sides for a quarter of a circle.
+void AddOffset(const std::string& name, std::size_t vertexCount, double distance, Coordinates (*make)(std::size_t),
+               double area, bool isIndexed)
+{
+    const auto outline = [=] { return make(vertexCount); };
+    const RegionRow row("region-offset-" + name + "/" + std::to_string(vertexCount), 2e-3,
+                        static_cast<double>(vertexCount), area, 1);
+    row.Add("ours", [=] {
+        const OutlinePointer<double> polygon = MakeOutline<double>(outline());
+        return MakeWork([=] { return Region(*polygon).Offset(distance, Join::Round, 0.0048 * std::abs(distance)); });
+    });
+    // A run of these would take minutes where outlines are long, and tens of seconds where they are dense.
+    if constexpr (hasBoost)
+        if (isIndexed) row.Add("Boost", [=] { return BoostOffset(outline(), distance); });
+    if constexpr (hasGeos)
+        if (isIndexed) row.Add("GEOS", [=] { return GeosOffset(outline(), distance); });
+    if constexpr (hasClipper) row.Add("Clipper", [=] { return ClipperOffset(outline(), distance); });
+}
+
 const Registration regionRows([] {
     AddUnion();
     AddCombination("region-coasts-united", false, 1);
     AddCombination("region-coasts-intersected", true, 1);
+    const auto gear = [](std::size_t count) { return MakeGear(count, 0); };
+    for (const std::size_t count : {1000, 10000, 100000, 1000000})
+        AddOffset("smooth", count, 50, gear, 3.4e6, count < 100000);
+    // The noise is above the length of the sides, and the distance that of fifty of them.
+    AddOffset(
+        "dense", 64000, 5, [](std::size_t count) { return MakeGear(count, 0.001); }, 3.1e6, false);
+    AddOffset(
+        "star", 256000, 0.05, [](std::size_t count) { return MakeGear(count, 0.001); }, 3.1e6, true);
 });
 
 } // namespace

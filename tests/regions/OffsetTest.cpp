@@ -1,3 +1,5 @@
+#include <tests/support/plain/PlainRegion.h>
+
 #include <CorvexMaths/regions/TRegion.h>
 
 #include <gtest/gtest.h>
@@ -250,15 +252,7 @@ TEST(OffsetShapes, MitresAndBevelsAreTheirRectanglesAndWedges)
 
 double DistanceToRim(const std::vector<Outline>& rim, const Vector& p)
 {
-    double least = HUGE_VAL;
-    for (const Outline& outline : rim)
-        for (unsigned int i = 0; i < outline.GetCount(); ++i) {
-            const Vector& a = outline[i];
-            const Vector way = outline[(i + 1) % outline.GetCount()] - a;
-            const double share = std::min(std::max(Dot(p - a, way) / Dot(way, way), 0.0), 1.0);
-            least = std::min(least, (p - a - way * share).GetLength());
-        }
-    return least;
+    return CorvexTest::PlainDistance(CorvexTest::PlainSides(rim), p);
 }
 
 /// How far a point lies outside; negative inside.
@@ -298,35 +292,6 @@ TEST(OffsetDistances, RoundOffsetsAreTrueToDistance)
             const Region back = offset.Offset(-distance, Join::Round, deviation);
             const Region lost = distance > 0 ? region.Subtract(back) : back.Subtract(region);
             EXPECT_TRUE(lost.Offset(-(deviation + 4 * step)).IsEmpty());
-        }
-    }
-}
-
-// A line is as thick on either side, whatever it crosses; where it is dense its pits are filled.
-TEST(OffsetDistances, LinesAreTrueToDistance)
-{
-    for (unsigned int seed = 0; seed < 200; ++seed) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        Outline line;
-        const bool isDense = seed % 2 != 0;
-        for (int i = 0; i < (isDense ? 60 : 8); ++i)
-            line.Add(isDense ? Vector(i * 0.125, Draw(&random, 64) * 0.01)
-                             : Vector(Draw(&random, 6), Draw(&random, 6)));
-        const double r = 0.01 * (1 + Draw(&random, 150));
-        const Region band = Region::OffsetLine(line, r, Join::Round, Cap::Round, r / 1000);
-        Outline both = line;
-        for (unsigned int i = line.GetCount() - 1; i-- > 0;) both.Add(line[i]);
-        // Repeated points would have no direction.
-        std::vector<Outline> rim(1);
-        for (unsigned int i = 0; i < both.GetCount(); ++i)
-            if (rim[0].GetCount() == 0 || !(rim[0].GetLast() == both[i])) rim[0].Add(both[i]);
-        for (int i = 0; i < 100; ++i) {
-            const Vector p(Draw(&random, 1000) * 0.012 - 3, Draw(&random, 1000) * 0.012 - 3);
-            const double distance = DistanceToRim(rim, p);
-            if (distance < r - 1e-9 || distance > r * 1.001 + 1e-9) {
-                EXPECT_EQ(band.IsWithin(p), distance > r ? RegionSide::Outside : RegionSide::Inside);
-            }
         }
     }
 }

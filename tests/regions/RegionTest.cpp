@@ -84,25 +84,6 @@ const Outline farAway{{0x1p41 - 9.0, 0.0}, {0x1p41 - 8.0, 0.0}, {0x1p41 - 8.0, 1
 class Rules : public testing::TestWithParam<WindingRule>
 {};
 
-TEST_P(Rules, InsideIsWhatTheWindingNumbersSay)
-{
-    for (unsigned int seed = 1; seed <= 700; ++seed) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        const std::vector<Outline> outlines = MakeRandomOutlines(&random, 5);
-        const Region region(outlines, GetParam());
-        ASSERT_EQ(FindFault(region), "");
-        for (int i = 0; i < 13 * 13; ++i) {
-            // Some points on edges, some beside them by more than crossings are rounded.
-            const Vector p(i % 13 * 0.5 - 1.0 + i % 2 * 0.1875, i / 13 * 0.5 - 1.0 + i % 2 * 0.125);
-            bool isOnInput = false;
-            const bool isInside = IsInsideBy(GetParam(), PlainWindingNumber(outlines, p, &isOnInput));
-            if (isOnInput) continue;
-            ASSERT_EQ(region.IsWithin(p), isInside ? RegionSide::Inside : RegionSide::Outside) << p.x << " " << p.y;
-        }
-    }
-}
-
 TEST_P(Rules, ResultIsCanonicalAndStaysAsItIs)
 {
     for (unsigned int seed = 1; seed <= 700; ++seed) {
@@ -122,47 +103,6 @@ TEST_P(Rules, ResultIsCanonicalAndStaysAsItIs)
 
 INSTANTIATE_TEST_SUITE_P(All, Rules,
                          testing::Values(WindingRule::NonZero, WindingRule::EvenOdd, WindingRule::Positive));
-
-TEST(Region, OperationsKeepTheLawsOfSets)
-{
-    for (unsigned int seed = 1; seed <= 500; ++seed) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        // Upright rectangles cross in whole numbers, so that all is exact; other outlines up to the grid.
-        const bool isExact = seed % 2 == 0;
-        std::vector<Outline> outlines[2];
-        for (std::vector<Outline>& given : outlines) {
-            if (!isExact) given = MakeRandomOutlines(&random, 6);
-            for (int i = 0; i < 5 && isExact; ++i) {
-                const double x = Draw(&random, 9);
-                const double y = Draw(&random, 9);
-                given.push_back(MakeRectangle(x, y, x + 1 + Draw(&random, 4), y + 1 + Draw(&random, 4)));
-            }
-        }
-        const Region a(outlines[0]);
-        const Region b(outlines[1]);
-        const Region both = a.Intersect(b);
-        const Region rest = a.Subtract(b);
-        const Region all = a.Unite(b);
-        const Region either = a.Exclude(b);
-        for (const Region* region : {&both, &rest, &all, &either}) ASSERT_EQ(FindFault(*region), "");
-        const double rounding = 1e-9;
-        ASSERT_NEAR(all.GetArea() + both.GetArea(), a.GetArea() + b.GetArea(), rounding);
-        ASSERT_NEAR(rest.GetArea() + both.GetArea(), a.GetArea(), rounding);
-        ASSERT_NEAR(either.GetArea() + both.GetArea(), all.GetArea(), rounding);
-        ASSERT_EQ(a.Unite(a), a);
-        ASSERT_EQ(a.Intersect(a), a);
-        ASSERT_TRUE(a.Exclude(a).IsEmpty());
-        ASSERT_EQ(b.Unite(a), all);
-        ASSERT_EQ(Region::Unite({a, b}), all);
-        ASSERT_EQ(Region::Intersect({b, a}), both);
-        ASSERT_EQ(Region::Exclude({a, b}), either);
-        if (!isExact) continue;
-        ASSERT_EQ(rest.Unite(both), a);
-        ASSERT_EQ(all.Subtract(both), either);
-        ASSERT_EQ(a.Exclude(either), b);
-    }
-}
 
 TEST(Region, RoundsCrossingsToTheNearestPointOfTheGrid)
 {

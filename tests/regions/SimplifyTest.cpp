@@ -1,3 +1,5 @@
+#include <tests/support/plain/PlainRegion.h>
+
 #include <CorvexMaths/regions/TRegion.h>
 
 #include <gtest/gtest.h>
@@ -17,27 +19,13 @@ using Vector = TVector2<double>;
 using Outline = TPolygon<double, TVector2>;
 using Region = TRegion<double>;
 
-double DistanceToEdge(const Vector& p, const Vector& a, const Vector& b)
-{
-    const Vector way = b - a;
-    const Vector to = p - a;
-    const double share = (to.x * way.x + to.y * way.y) / (way.x * way.x + way.y * way.y);
-    return (to - way * std::min(std::max(share, 0.0), 1.0)).GetLength();
-}
-
 /// The greatest distance of a vertex of some outlines from the rim of others.
 double Farthest(const std::vector<Outline>& outlines, const std::vector<Outline>& rim)
 {
+    const std::vector<CorvexTest::PlainSide> sides = CorvexTest::PlainSides(rim);
     double farthest = 0;
-    for (const Outline& outline : outlines)
-        for (unsigned int i = 0; i < outline.GetCount(); ++i) {
-            double nearest = HUGE_VAL;
-            for (const Outline& other : rim)
-                for (unsigned int k = 0; k < other.GetCount(); ++k)
-                    nearest =
-                        std::min(nearest, DistanceToEdge(outline[i], other[k], other[(k + 1) % other.GetCount()]));
-            farthest = std::max(farthest, nearest);
-        }
+    for (const CorvexTest::PlainSide& side : CorvexTest::PlainSides(outlines))
+        farthest = std::max(farthest, CorvexTest::PlainDistance(sides, side.a));
     return farthest;
 }
 
