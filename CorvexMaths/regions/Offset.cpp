@@ -137,9 +137,12 @@ TRegion<T> TRegion<T>::Offset(T distance, Join join, T limit) const
     const OffsetRule rule = request.GetRule(grid, result);
     if (rule.distance < 0.5) return *this;
 
-    std::vector<Ring> rings = outlines->rings;
-    if (isInward) Turn(&rings);
-    std::vector<Ring> curves = OffsetCurves(rings, rule);
+    std::vector<Ring> turned;
+    if (isInward) {
+        turned = outlines->rings;
+        Turn(&turned);
+    }
+    std::vector<Ring> curves = OffsetCurves(isInward ? turned : outlines->rings, rule);
     if (isInward) Turn(&curves);
     return TRegion(Arrange(curves, WindingRule::Positive), result, RegionStatus::Done);
 }

@@ -17,6 +17,13 @@ PlaneVector Bisector(const PlaneVector& from, const PlaneVector& to)
     return middle * (1 / std::sqrt(Dot(middle, middle)));
 }
 
+/// The greatest whole number not above another; without a call where the processor cannot round.
+std::int64_t Floor(double x)
+{
+    const std::int64_t truncated = static_cast<std::int64_t>(x);
+    return truncated - (static_cast<double>(truncated) > x ? 1 : 0);
+}
+
 } // namespace
 
 // Tangents to the circle at an angle of 2 a to each other meet at r / cos a from the centre. With r / cos a = r + d
@@ -34,19 +41,19 @@ CurveWriter::CurveWriter(const OffsetRule& offsetRule, const GridPoint& first, R
 void CurveWriter::AddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n)
 {
     const PlaneVector x = place * std::ldexp(1.0, -rule.coarser);
-    const PlaneVector low{std::floor(x.x), std::floor(x.y)};
-    PlaneVector best{std::nearbyint(x.x), std::nearbyint(x.y)};
+    const GridPoint low{Floor(x.x), Floor(x.y)};
+    GridPoint best{Floor(x.x + 0.5), Floor(x.y + 0.5)};
     double bestSquare = HUGE_VAL;
     for (int i = 0; i < 4; ++i) {
-        const PlaneVector corner{low.x + (i & 1), low.y + (i >> 1)};
-        const PlaneVector way = corner - x;
+        const GridPoint corner{low.x + (i & 1), low.y + (i >> 1)};
+        const PlaneVector way = PlaneVector{static_cast<double>(corner.x), static_cast<double>(corner.y)} - x;
         if (Dot(way, m) < -OffsetRule::slack || Dot(way, n) < -OffsetRule::slack) continue;
         const double square = Dot(way, way);
         if (!(square < bestSquare)) continue;
         best = corner;
         bestSquare = square;
     }
-    const GridPoint point{origin.x + static_cast<std::int64_t>(best.x), origin.y + static_cast<std::int64_t>(best.y)};
+    const GridPoint point{origin.x + best.x, origin.y + best.y};
     if (curve->empty() || curve->back() != point) curve->push_back(point);
 }
 

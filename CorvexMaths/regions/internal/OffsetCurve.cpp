@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 // The raw curve, and why it loses nothing
 // ---------------------------------------
@@ -111,9 +112,9 @@ public:
             std::vector<Part> others = FindParts(4 * r);
             CheckPits(&others);
             if (CountRaw(others) < CountRaw(parts)) parts.swap(others);
+            parts = Fill(parts);
+            CheckOrder(&parts);
         }
-        parts = Fill(parts);
-        CheckOrder(&parts);
         Emit(parts, curve);
     }
 
@@ -330,75 +331,111 @@ private:
         Index edge; ///< Counted on through the laps.
         Link link;
         Crossing start; ///< Where it is cut from the one before.
-        Extent pit;     ///< Of the pit there, with the edge.
     };
 
-    /// Goes round twice, and takes a lap that begins and ends with the same edge.
+    /// A search as far as it has come.
+    struct Search
+    {
+        double widest;     ///< How broad pits may be.
+        std::size_t tries; ///< How many edges may yet be looked at in vain.
+        std::vector<Kept> stack;
+        std::vector<Extent> pits; ///< Of the edges on the stack with the pits before them, where breadth counts.
+
+        bool IsBounded() const { return widest < HUGE_VAL; }
+
+        void Add(const Kept& kept, const Extent& pit)
+        {
+            stack.push_back(kept);
+            if (IsBounded()) pits.push_back(pit);
+        }
+
+        void Resize(std::size_t size)
+        {
+            stack.resize(size);
+            if (IsBounded()) pits.resize(size);
+        }
+
+        std::vector<Kept>::iterator Find(Index edge)
+        {
+            const auto isBefore = [](const Kept& kept, Index sought) { return kept.edge < sought; };
+            return std::lower_bound(stack.begin(), stack.end(), edge, isBefore);
+        }
+
+        bool Has(Index edge)
+        {
+            const auto place = Find(edge);
+            return place != stack.end() && place->edge == edge;
+        }
+    };
+
+    /// The edges kept on the way round, cyclic. Goes round once, and on until an edge is met again and nothing near
+    /// makes a pit of it.
     std::vector<Kept> FindKept(double widest) const
     {
-        std::vector<Kept> stack;
-        stack.reserve(count);
-        std::size_t patience = std::size_t(64) * count;
-        for (Index edge = 0; edge < 2 * count; ++edge) Push(edge, widest, &stack, &patience);
-        // What lies in the midst of a lap is settled best.
-        std::vector<Kept> kept = FindLap(stack, count / 2, count);
-        if (kept.empty()) kept = FindLap(stack, 0, count / 2);
-        return kept;
-    }
-
-    /// A lap that begins with an edge of a range; none if none of these has been kept twice.
-    std::vector<Kept> FindLap(const std::vector<Kept>& stack, Index least, Index end) const
-    {
-        std::size_t first = 0;
-        std::size_t again = 0;
-        for (; first < stack.size() && stack[first].edge < end; ++first) {
-            if (stack[first].edge < least) continue;
-            while (again < stack.size() && stack[again].edge < stack[first].edge + count) ++again;
-            if (again == stack.size()) break;
-            if (stack[again].edge != stack[first].edge + count) continue;
-            std::vector<Kept> kept(stack.begin() + static_cast<std::ptrdiff_t>(first),
-                                   stack.begin() + static_cast<std::ptrdiff_t>(again));
-            kept.front().link = stack[again].link;
-            kept.front().start = stack[again].start;
-            return kept;
+        constexpr Index none = ~Index(0);
+        Search search{widest, std::size_t(64) * count, {}, {}};
+        search.stack.reserve(count);
+        for (Index edge = 0; edge < count; ++edge) Push(edge, &search);
+        Index met = none;
+        double since = 0;
+        for (Index edge = count; edge < 2 * count && !(met != none && since > 8 * r); ++edge) {
+            Push(edge, &search);
+            since += lengths[edge - count];
+            if (met != none && since > 8 * r && !search.Has(met)) met = none;
+            if (met == none && search.stack.back().edge == edge && search.Has(edge - count)) {
+                met = edge;
+                since = 0;
+            }
         }
-        return {};
+        if (met != none && !search.Has(met)) met = none;
+        for (std::size_t i = 0; met == none && i < search.stack.size() && search.stack[i].edge < count; ++i)
+            if (search.Has(search.stack[i].edge + count)) met = search.stack[i].edge + count;
+        if (met == none || !search.Has(met - count)) return {};
+
+        const auto first = search.Find(met - count);
+        const auto again = search.Find(met);
+        first->link = again->link;
+        first->start = again->start;
+        search.stack.erase(again, search.stack.end());
+        search.stack.erase(search.stack.begin(), first);
+        return std::move(search.stack);
     }
 
     /// Adds an edge to those kept so far, after taking back what it makes a pit: like the walk round a convex hull,
     /// with borders of dilated edges for lines.
-    void Push(Index edge, double widest, std::vector<Kept>* stack, std::size_t* patience) const
+    void Push(Index edge, Search* search) const
     {
         const Index c = edge % count;
-        std::size_t left = stack->size();
-        if (left > 0 && stack->back().edge + 1 == edge && IsOpen(c)) {
+        std::vector<Kept>& stack = search->stack;
+        std::size_t left = stack.size();
+        Extent pit = ExtentOf(c);
+        if (left > 0 && stack.back().edge + 1 == edge && IsOpen(c)) {
             // An arc that another cuts beyond its end is in a pit with the edge before it.
-            const Kept& last = stack->back();
+            const Kept& last = stack.back();
             const bool isPast = rule.join == CornerShape::Round && last.link == Link::Cut &&
                                 last.start.to == Zone::After && Cross(last.start.x - places[c], normals[c]) < 0;
             if (!isPast) {
-                stack->push_back({edge, Link::Natural, {}, ExtentOf(c)});
+                search->Add({edge, Link::Natural, {}}, pit);
                 return;
             }
             --left;
+            if (search->IsBounded()) pit.Add(search->pits.back());
         }
-        Extent pit = ExtentOf(c);
-        if (left < stack->size()) pit.Add(stack->back().pit);
         for (; left > 0; --left) {
-            const Kept& last = (*stack)[left - 1];
+            const Kept& last = stack[left - 1];
             Crossing crossing;
             if (!FindCrossing(last.edge % count, c, &crossing)) break;
             if (IsPast(last, crossing)) {
-                stack->resize(left);
-                stack->push_back({edge, Link::Cut, crossing, pit});
+                search->Resize(left);
+                search->Add({edge, Link::Cut, crossing}, pit);
                 return;
             }
-            pit.Add(last.pit);
-            if (*patience == 0 || !MayLeaveOut(last.edge % count) || pit.Breadth() > widest) break;
-            --*patience;
+            if (search->IsBounded()) pit.Add(search->pits[left - 1]);
+            if (search->tries == 0 || !MayLeaveOut(last.edge % count) || pit.Breadth() > search->widest) break;
+            --search->tries;
         }
-        if (left == 0) stack->clear();
-        stack->push_back({edge, left == 0 ? Link::Natural : Link::Raw, {}, ExtentOf(c)});
+        if (left == 0) search->Resize(0);
+        search->Add({edge, left == 0 ? Link::Natural : Link::Raw, {}}, ExtentOf(c));
     }
 
     /// Whether a crossing lies beyond the start of what it leaves.
@@ -665,6 +702,7 @@ private:
 
     void Emit(const std::vector<Part>& parts, Ring* curve) const
     {
+        curve->reserve(parts.size());
         CurveWriter writer(rule, origin, curve);
         for (std::size_t i = 0; i < parts.size(); ++i) {
             const Part& before = parts[i > 0 ? i - 1 : parts.size() - 1];
