@@ -364,7 +364,11 @@ CORVEX_ALWAYS_INLINE void WeighLanes(const T* knots, const T* values, const T* p
     for (unsigned int lane = 0; lane < width; ++lane) first[lane] = std::size_t(spans[lane]) + 1 - levels;
     Lane x, near[2 * levels - 2], basis[levels];
     Load(x, parameters);
-    for (unsigned int k = 0; k < 2 * levels - 2; ++k) Gather<isShared>(near[k], knots + k + 1, first);
+    for (unsigned int k = 0; k < 2 * levels - 2; ++k) {
+        Lane knot = {};
+        Gather<isShared>(knot, knots + k + 1, first);
+        near[k] = knot;
+    }
     Broadcast(basis[0], T(1));
     RaiseOrder<1, levels, T>(near, x, basis);
     if constexpr (levels > 2) RaiseOrder<2, levels, T>(near, x, basis);
@@ -375,7 +379,7 @@ CORVEX_ALWAYS_INLINE void WeighLanes(const T* knots, const T* values, const T* p
     Lane sums[components] = {};
     for (unsigned int i = 0; i < levels; ++i) {
         for (unsigned int k = 0; k < components; ++k) {
-            Lane value;
+            Lane value = {};
             Gather<isShared>(value, values + i * components + k, first);
             sums[k] += value * basis[i];
         }
