@@ -15,7 +15,8 @@ template <class T, template <class> class V>
 struct OpenPolygon : Hooked<T, V, TPolygon<T, V>>
 {
     using Polygon = TPolygon<T, V>;
-    using Polygon::AddOffsetPoints, Polygon::OffsetEdge, Polygon::SimplifySection, Polygon::sortedList;
+    using Polygon::AddOffsetPoints, Polygon::OffsetEdge, Polygon::SimplifySection, Polygon::sortedList,
+        Polygon::capacity;
     using Polygon::GetSignedSimpleArea, Polygon::GetSimpleArea, Polygon::GetSignedTriangleAreaWithOrigin;
     OpenPolygon() : Hooked<T, V, Polygon>(0, 7) {}
     OpenPolygon(const Polygon& other) { static_cast<Polygon&>(*this) = other; }
@@ -147,11 +148,11 @@ struct PolygonState : SetState<T, V, TPolygon<T, V>, OpenPolygon<T, V>>
         Polygon& polygon = PickLarge(4200);
         const Points before = Copy(polygon);
         const TBox<T> box = polygon.GetBoundingBox();
-        const unsigned int bottomLeft = polygon.GetBottomLeft();
+        const unsigned int bottomLeft = polygon.GetBottomLeft(), capacity = polygon.capacity;
         polygon.MakeConvexHull();
         const Aside aside;
         const Points hull = Copy(polygon);
-        Require(AreSame(polygon.GetBoundingBox(), box) && hull.size() <= before.size());
+        Require(AreSame(polygon.GetBoundingBox(), box) && hull.size() <= before.size() && polygon.capacity == capacity);
         if (before.empty()) return;
         Require(AreSame(hull.front(), before[bottomLeft]));
         Require(AreSame(Contents(polygon.*&Open::sortedList), Contents(PlainPolarOrder<T>(before))));

@@ -27,6 +27,22 @@ TYPED_TEST(ReorderingTest, HooksRunUnderTheSavedOrTheCallersFlag)
     EXPECT_EQ(near.removed, (OpenPolygon<TypeParam>(Plane{{5, 5}, {5, 5}, {0, 0}}).GetOutline())) << "from the left";
 }
 
+TYPED_TEST(ReorderingTest, NearVerticesAreFoundOnAnySideOfEachOther)
+{
+    using T = typename TypeParam::T;
+    PlainOutline<T> outline;
+    for (int i = 1; i <= 200; ++i) outline.emplace_back(T(-i), T(i % 7));
+    // The corners of the cells of a search are at halves of 16 or of 1024 tolerances.
+    for (const double cell : {16e-6, 1024e-6})
+        for (int k = 0; k < 9; ++k)
+            for (const int side : {-1, 1})
+                outline.emplace_back(static_cast<T>((100 * k + 0.5) * cell + side * (k % 3 - 1) * 0.45e-6),
+                                     static_cast<T>(0.5 * cell + side * (k / 3 - 1) * 0.45e-6));
+    OpenPolygon<TypeParam> polygon(outline);
+    polygon.RemoveDuplicateVertices();
+    EXPECT_EQ(polygon.removed.size(), 18u);
+}
+
 TYPED_TEST(ReorderingTest, OutlinesTakeTheirOrderAndKeepHeightAndFlag)
 {
     const Plane inside = {{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}, bowTie = {{0, 0}, {2, 2}, {2, 0}, {0, 2}};
