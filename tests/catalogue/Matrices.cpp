@@ -123,17 +123,26 @@ struct MatrixState : State
         values.resize(n);
         Require(AreSame(x, values));
         out << x;
+
+        Spoil(matrix);
+        Rows<T> spoilt(matrix);
+        const bool isSpoiltDone = matrix.LUD(&lu, pivots.data(), &parity);
+        Require(isSpoiltDone ==
+                PlainLUDRows<T>(spoilt.rows.data(), plainPivots.data(), scale.data(), &plainParity, int(n)));
+        Require(HasElements(lu, spoilt) && parity == plainParity && (!isSpoiltDone || pivots == plainPivots));
     }
-    void Invert()
+    /// A row with a value that is not a number is no pivot while there are others, so that one above may stay it.
+    void Spoil(M& matrix)
     {
-        M matrix = Draw(130, 130, true), inverse = matrix;
-        const Rows<T> before(matrix);
-        const unsigned int n = matrix.GetM();
-        const bool isDone = matrix.Invert(&inverse);
-        out << isDone << inverse;
-        Require(matrix.Invert() == isDone && (isDone ? AreSame(matrix, inverse) : HasElements(matrix, before)));
-        if (!isDone) return;
-        Rows<T> lu(before), expected(n, n);
+        if (matrix.GetM() == 0) return;
+        const unsigned int row = in.Below(matrix.GetM()), column = in.Below(matrix.GetM());
+        matrix[row][column] = std::numeric_limits<T>::quiet_NaN();
+    }
+    /// By the plain form's solutions for the unit vectors.
+    static void RequireInverse(Rows<T> lu, const M& inverse)
+    {
+        const unsigned int n = lu.GetM();
+        Rows<T> expected(n, n);
         std::vector<int> pivots(n);
         std::vector<T> unit(n), x(n);
         T parity;
@@ -144,6 +153,19 @@ struct MatrixState : State
             for (unsigned int r = 0; r < n; ++r) expected[r][k] = x[r];
         }
         Require(HasElements(inverse, expected));
+    }
+    void Invert()
+    {
+        M matrix = Draw(130, 130, true), inverse = matrix;
+        const Rows<T> before(matrix);
+        const bool isDone = matrix.Invert(&inverse);
+        out << isDone << inverse;
+        Require(matrix.Invert() == isDone && (isDone ? AreSame(matrix, inverse) : HasElements(matrix, before)));
+        if (!isDone) return;
+        RequireInverse(before, inverse);
+        Spoil(inverse);
+        const Rows<T> spoilt(inverse);
+        if (inverse.Invert(&matrix)) RequireInverse(spoilt, matrix);
     }
     void FindSingularValues()
     {

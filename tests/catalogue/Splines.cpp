@@ -126,25 +126,38 @@ struct SplineState : SetState<T, V, OpenSpline<T, V>, OpenSpline<T, V>>
         Require(AreSame(Base::Copy(spline), points));
     }
     /// The point, and the basis functions behind it by the whole recursion.
+    static V<T> EvaluatePlainly(Open& spline, T u)
+    {
+        const auto point = spline.Evaluate(u);
+        const Aside aside;
+        const bool isUniform = spline.type == Uniform;
+        const T upper = spline.knots[isUniform ? spline.GetCount() : spline.knotCount - 1];
+        const T lower = spline.knots[isUniform ? spline.order : 0];
+        T x = (upper - lower) * u + lower;
+        if (x >= upper) x = upper - Numbers::commonTolerance<T>;
+        std::vector<T> basis(spline.knotCount - 1);
+        Plain::FillBasis(spline.knots.GetStream(), spline.knotCount, basis.data(), x, spline.order);
+        auto sum = spline[0] * T(0) * T(0);
+        for (unsigned int k = 0; k < sizeof(sum) / sizeof(T); ++k) sum[k] = T(0);
+        for (unsigned int k = 0; k < spline.GetCount(); ++k) sum += spline[k] * basis[k];
+        Require(AreSame(point, sum) && AreSame(Contents(spline.coefficients), basis));
+        return point;
+    }
     void Evaluate()
     {
         Open& spline = PickReady();
         for (unsigned int i = 0; i < 8; ++i) {
             const T u = DrawParameter(spline);
-            const auto point = spline.Evaluate(u);
-            const Aside aside;
-            out << point;
-            const bool isUniform = spline.type == Uniform;
-            const T upper = spline.knots[isUniform ? spline.GetCount() : spline.knotCount - 1];
-            const T lower = spline.knots[isUniform ? spline.order : 0];
-            T x = (upper - lower) * u + lower;
-            if (x >= upper) x = upper - Numbers::commonTolerance<T>;
-            std::vector<T> basis(spline.knotCount - 1);
-            Plain::FillBasis(spline.knots.GetStream(), spline.knotCount, basis.data(), x, spline.order);
-            auto sum = spline[0] * T(0) * T(0);
-            for (unsigned int k = 0; k < sizeof(sum) / sizeof(T); ++k) sum[k] = T(0);
-            for (unsigned int k = 0; k < spline.GetCount(); ++k) sum += spline[k] * basis[k];
-            Require(AreSame(point, sum) && AreSame(Contents(spline.coefficients), basis));
+            out << EvaluatePlainly(spline, u);
+        }
+        // A derived class may set knots in any order and of any size: the first or the last, or one out of its turn.
+        Open other(spline);
+        const unsigned int last = other.knots.GetCount() - 1;
+        for (unsigned int i = 0; i < 6; ++i) {
+            const unsigned int kind = in.Below(4), any = in.Below(last + 1), near = std::min(last, any + in.Below(5));
+            const T drawn = in.template Scalar<T>(), u = DrawParameter(other);
+            other.knots[kind == 0 ? 0 : kind == 1 ? last : any] = kind == 2 ? T(other.knots[near]) : drawn;
+            EvaluatePlainly(other, u);
         }
     }
     /// At most 100 points: the loop takes as many as the step asks for, and does not end where the step is negative or

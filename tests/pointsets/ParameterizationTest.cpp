@@ -43,4 +43,6 @@ TYPED_TEST(ParameterizationTest, EvaluatesAndMeasuresByPosition)
     const auto copy = point;
     EXPECT_EQ(copy.GetLength(T(0.25), T(0.75)), 6) << "the points as they stand";
     EXPECT_EQ(copy.GetLength(), 8) << "the length as it was";
+    point.RemoveFromEnd(2);
+    EXPECT_EQ(point.Evaluate(T(0.75))[TypeParam::dimension - 1], 2) << "the last stands for points that have gone";
 }

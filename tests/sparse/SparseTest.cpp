@@ -122,6 +122,19 @@ TYPED_TEST(Sparse, ProductsKeepWhatIsAboveTheToleranceAndTheDiagonal)
     ExpectElements<T>(a, {{-limit, 0, 0}, {above, 0, 2}, {infinity, 1, 2}, {-above, 2, 2}}, 3, 3);
 }
 
+TYPED_TEST(Sparse, ProductsOfSparseRowsPassFromBlockToBlockOfColumns)
+{
+    TCRSMatrixMxN<TypeParam> a(1, 1, 1), b(1, 6000, 6), result;
+    a.AddElement(2, 0, 0);
+    Elements<TypeParam> expected;
+    for (const int column : {0, 2047, 2048, 2049, 4096, 5999}) { // blocks of 2048
+        b.AddElement(3, 0, column);
+        expected.emplace_back(TypeParam(6), 0, column);
+    }
+    a.Multiply(b, &result);
+    ExpectElements(result, expected, 1, 6000);
+}
+
 TYPED_TEST(Sparse, ProductsAreTheSameInAnyNumberOfChunks)
 {
     constexpr int n = 41;
