@@ -15,9 +15,9 @@ template <class T, template <class> class V>
 struct OpenPolygon : Hooked<T, V, TPolygon<T, V>>
 {
     using Polygon = TPolygon<T, V>;
-    using Polygon::AddOffsetPoints, Polygon::OffsetEdge, Polygon::SimplifySection, Polygon::sortedList,
-        Polygon::capacity;
-    using Polygon::GetSignedSimpleArea, Polygon::GetSimpleArea, Polygon::GetSignedTriangleAreaWithOrigin;
+    using Polygon::AddOffsetPoints, Polygon::capacity, Polygon::OffsetEdge, Polygon::SimplifySection;
+    using Polygon::sortedList, Polygon::GetSignedSimpleArea, Polygon::GetSimpleArea,
+        Polygon::GetSignedTriangleAreaWithOrigin;
     OpenPolygon() : Hooked<T, V, Polygon>(0, 7) {}
     OpenPolygon(const Polygon& other) { static_cast<Polygon&>(*this) = other; }
 };
@@ -148,11 +148,12 @@ struct PolygonState : SetState<T, V, TPolygon<T, V>, OpenPolygon<T, V>>
         Polygon& polygon = PickLarge(4200);
         const Points before = Copy(polygon);
         const TBox<T> box = polygon.GetBoundingBox();
-        const unsigned int bottomLeft = polygon.GetBottomLeft(), capacity = polygon.capacity;
+        const unsigned int bottomLeft = polygon.GetBottomLeft(), capacity = polygon.*&Open::capacity;
         polygon.MakeConvexHull();
         const Aside aside;
         const Points hull = Copy(polygon);
-        Require(AreSame(polygon.GetBoundingBox(), box) && hull.size() <= before.size() && polygon.capacity == capacity);
+        Require(AreSame(polygon.GetBoundingBox(), box) && hull.size() <= before.size());
+        Require(polygon.*&Open::capacity == capacity);
         if (before.empty()) return;
         Require(AreSame(hull.front(), before[bottomLeft]));
         Require(AreSame(Contents(polygon.*&Open::sortedList), Contents(PlainPolarOrder<T>(before))));
