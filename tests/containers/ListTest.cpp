@@ -14,8 +14,6 @@ using namespace Halmont::Orrin::CorvexMaths;
 using List = CorvexTest::RecordingList<TList<int>>;
 using Contents = std::vector<int>;
 
-static_assert(sizeof(TList<double>) == 32, "virtual table, block, three counts and a flag");
-
 int source[] = {1, 2}, stranger = 20;
 TList<int> two(source, 2, 1);
 

@@ -10,7 +10,6 @@
 #include <tuple>
 
 using Halmont::Orrin::CorvexMaths::Int128;
-static_assert(sizeof(Int128) == 16 && std::is_trivially_copyable_v<Int128>);
 
 TEST(Int128Test, HasItsOwnWayWithEqualMagnitudesTheLeastValueDoublesAndAssignment)
 {

@@ -4,9 +4,6 @@
 
 using namespace CorvexTest;
 
-static_assert(sizeof(Maths::TPointSet<float, Maths::TVector3>) == 72 &&
-              sizeof(Maths::TPointSet<double, Maths::TVector3>) == 96);
-
 template <class F>
 struct PointSetTest : ::testing::Test
 {

@@ -14,8 +14,6 @@ struct Vectors : ::testing::Test
 {
     static constexpr unsigned int n = Case::dimension;
     static constexpr typename Case::T nan = std::numeric_limits<typename Case::T>::quiet_NaN();
-    static_assert(sizeof(typename Case::Vector) == n * sizeof(typename Case::T));
-    static_assert(std::is_trivially_copyable_v<typename Case::Vector>);
 
     // The first components of the four.
     static typename Case::Vector Make(TVector4<typename Case::T> v) { return static_cast<typename Case::Vector>(v); }
