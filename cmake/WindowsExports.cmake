@@ -33,7 +33,7 @@ foreach(header IN LISTS headers)
 endforeach()
 list(REMOVE_DUPLICATES classes)
 list(JOIN classes "|" classes)
-set(ours "^_Z(T[VIS])?N[VKRO]*7Halmont5Orrin(11CorvexMaths(6Robust)?|15CorvexUtilities)(${classes})[^0-9A-Za-z_]*")
+set(ours "^_Z(T[VIS])?N[VKRO]*7Halmont5Orrin(11CorvexMaths(6Robust)?|15CorvexUtilities)(${classes})")
 
 file(READ ${OBJECTS} objects)
 execute_process(COMMAND ${NM} --defined-only --extern-only --format=posix ${objects}
