@@ -19,7 +19,8 @@ import threading
 # What is typed, and a part of the address that the first result must lead to.
 SEARCHES = [("circle", "TCircle"), ("fit a circle", r"TCircle3\.html#"), ("area", r"TPolygon\.html#"),
             ("convex hull", r"polygons\.html|TPolygon\.html#"), ("least squares", r"Fit|T(Line3|Plane|Circle3|Sphere)\.html#"),
-            ("NaN", r"numbers\.html"), ("thread", r"others\.html#"), ("Offset", r"TPolygon\.html#"),
+            ("NaN", r"numbers\.html"), ("thread", r"others\.html#"), ("Offset", r"T(Polygon|Region)\.html#"),
+            ("unite", r"TRegion\.html#"),
             ("register", r"TPointSet\.html#"), ("SVD", r"TMatrixMxN\.html#"), ("Evalu", r"TBSpline\.html#"),
             ("tolerance", r"numbers\.html")]
 
