@@ -77,11 +77,11 @@ TRegion<T>::TRegion(const TPolygon<T, TVector2>& outline, WindingRule rule)
 }
 
 template <class T>
-TRegion<T>::TRegion(const std::vector<TPolygon<T, TVector2>>& given, WindingRule rule)
+TRegion<T>::TRegion(const std::vector<TPolygon<T, TVector2>>& polygons, WindingRule rule)
 {
     GridRings rings;
-    for (const TPolygon<T, TVector2>& outline : given) rings.Measure(outline);
-    for (const TPolygon<T, TVector2>& outline : given) rings.Add(outline);
+    for (const TPolygon<T, TVector2>& outline : polygons) rings.Measure(outline);
+    for (const TPolygon<T, TVector2>& outline : polygons) rings.Add(outline);
     *this = TRegion(rings, rule);
 }
 
@@ -261,6 +261,7 @@ template <class T>
 TRegion<T> TRegion<T>::Combine(const std::vector<TRegion>& regions, const Kernels::InsideRule& isInside)
 {
     std::vector<const TRegion*> operands;
+    operands.reserve(regions.size());
     for (const TRegion& region : regions) operands.push_back(&region);
     const std::vector<long long> weights(regions.size(), 1);
     return Combine(operands.data(), operands.size(), weights.data(), isInside);

@@ -116,7 +116,7 @@ public:
 
     /// The points inside several outlines taken together by a rule: winding numbers are summed over all of them. Where
     /// many outlines cover one another again and again, regions of each and Unite of all take less time.
-    explicit TRegion(const std::vector<TPolygon<T, TVector2>>& outlines, WindingRule rule = WindingRule::NonZero);
+    explicit TRegion(const std::vector<TPolygon<T, TVector2>>& polygons, WindingRule rule = WindingRule::NonZero);
 
     /// The same region for the other scalar, exactly.
     template <class S, EnableForOther<S, T> = 0>

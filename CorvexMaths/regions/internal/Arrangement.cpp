@@ -158,6 +158,7 @@ OutlineSet Unite(std::vector<std::vector<Ring>> parts)
 {
     parts.erase(std::remove_if(parts.begin(), parts.end(), [](const auto& part) { return part.empty(); }), parts.end());
     std::vector<GridPoint> starts;
+    starts.reserve(parts.size());
     for (const std::vector<Ring>& part : parts) starts.push_back(part[0][0]);
     const std::vector<std::uint32_t> places = GetPlaces(starts);
     std::vector<std::size_t> order(parts.size());
@@ -167,6 +168,7 @@ OutlineSet Unite(std::vector<std::vector<Ring>> parts)
         return places[k] != places[l] ? places[k] < places[l] : parts[k] < parts[l];
     });
     std::vector<std::vector<Ring>*> ordered;
+    ordered.reserve(parts.size());
     for (const std::size_t k : order) ordered.push_back(&parts[k]);
     return UniteGroups(ordered.data(), ordered.size());
 }

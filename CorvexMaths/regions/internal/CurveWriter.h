@@ -14,8 +14,8 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 class CurveWriter
 {
 public:
-    /// The origin is a point of the grid of the curve too.
-    CurveWriter(const OffsetRule& rule, const GridPoint& origin, Ring* curve);
+    /// `first` is the origin, a point of the grid of the curve too.
+    CurveWriter(const OffsetRule& offsetRule, const GridPoint& first, Ring* written);
 
     /// Adds the grid point next to a place that is not behind it in either direction, or the nearest if both are
     /// null.
