@@ -159,6 +159,20 @@ TEST(Region, LinksOutlinesThatTouchWithoutCrossing)
     }
 }
 
+TEST(Region, CutsThroughLongSlantedTeethSideBySide)
+{
+    constexpr unsigned int count = 4000;
+    constexpr double height = 20000.0;
+    Outline comb{{4.0 * count, -1.0}, {0.0, -1.0}};
+    for (unsigned int i = 0; i < count; ++i) {
+        comb.Add(Vector(4.0 * i, 0.0));
+        comb.Add(Vector(4.0 * i + 2.0 + height, height));
+    }
+    comb.Add(Vector(4.0 * count, 0.0));
+    const Region bar(MakeRectangle(-1.0, 10000.0, 5.0 * height, 10001.0));
+    EXPECT_EQ(Region(comb).Subtract(bar).GetOutlineCount(), count + 1);
+}
+
 TEST(Region, TellsTheRimFromTheInside)
 {
     const Region region(std::vector<Outline>{MakeRectangle(0, 0, 3, 3), {{1, 1}, {1, 2}, {2, 1}}});

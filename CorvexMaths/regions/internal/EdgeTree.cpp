@@ -3,6 +3,7 @@
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 #include <utility>
@@ -134,6 +135,72 @@ void EdgeTree::MakeGroups()
         for (std::size_t i = 0; i < boxCount; ++i)
             SetBox(levels.back()[i], &groups[i / fanOut], static_cast<unsigned int>(i % fanOut));
         levels.push_back(std::move(groups));
+    }
+}
+
+std::int64_t EdgeTree::Spine::GetLength() const
+{
+    return std::max(std::abs(toX - fromX), std::abs(toY - fromY));
+}
+
+std::int64_t EdgeTree::Spine::GetDistance(std::int64_t x, std::int64_t y) const
+{
+    if (std::abs(toX - fromX) < std::abs(toY - fromY)) return Spine{fromY, fromX, toY, toX, 0}.GetDistance(y, x);
+    // The point of the segment nearest in x, and there the distance in y.
+    const std::int64_t at = std::max(std::min(fromX, toX), std::min(x, std::max(fromX, toX)));
+    const std::int64_t rise = toX == fromX ? 0 : (toY - fromY) * (at - fromX) / (toX - fromX);
+    return std::max(std::abs(x - at), std::abs(y - fromY - rise) + 1);
+}
+
+void EdgeTree::Spine::Cover(const Spine& other)
+{
+    const std::int64_t far = std::max(GetDistance(other.fromX, other.fromY), GetDistance(other.toX, other.toY));
+    radius = std::max(radius, std::min(far + other.radius, greatest));
+}
+
+bool EdgeTree::Spine::IsApart(const Spine& other) const
+{
+    // Coordinates have 30 bits and radii hardly more, so that all of this fits into 63.
+    const std::int64_t dx = toX - fromX;
+    const std::int64_t dy = toY - fromY;
+    const std::int64_t start = dx * (other.fromY - fromY) - dy * (other.fromX - fromX);
+    const std::int64_t end = dx * (other.toY - fromY) - dy * (other.toX - fromX);
+    const std::int64_t width = (radius + other.radius) * (std::abs(dx) + std::abs(dy));
+    return (start > width && end > width) || (start < -width && end < -width);
+}
+
+EdgeTree::Spine EdgeTree::GetSpine(std::uint32_t edge) const
+{
+    const GridPoint& a = chains.points[edge];
+    const GridPoint& b = chains.points[edge + 1];
+    // Coordinates are rounded down by less than 1; another step is for edges that are close without meeting.
+    return Spine{ToBoxX(a.x), ToBoxY(a.y), ToBoxX(b.x), ToBoxY(b.y), 2};
+}
+
+void EdgeTree::MakeSpines()
+{
+    spines.resize(levels.size());
+    for (unsigned int level = 0; level < levels.size(); ++level) MakeSpines(level);
+}
+
+void EdgeTree::MakeSpines(unsigned int level)
+{
+    spines[level].reserve(levels[level].size());
+    std::vector<Spine> parts;
+    for (std::size_t g = 0; g < levels[level].size(); ++g) {
+        parts.clear();
+        if (level == 0) {
+            for (std::uint32_t k = 0; k < blocks[g].count; ++k) parts.push_back(GetSpine(blocks[g].first + k));
+        } else {
+            const std::vector<Spine>& below = spines[level - 1];
+            for (std::size_t k = g * fanOut; k < std::min((g + 1) * fanOut, below.size()); ++k)
+                parts.push_back(below[k]);
+        }
+        // The longest has the direction that matters.
+        Spine spine = *std::max_element(parts.begin(), parts.end(),
+                                        [](const Spine& a, const Spine& b) { return a.GetLength() < b.GetLength(); });
+        for (const Spine& part : parts) spine.Cover(part);
+        spines[level].push_back(spine);
     }
 }
 

@@ -39,6 +39,9 @@ std::uint32_t GetHilbertPlace(std::uint32_t x, std::uint32_t y);
 ///
 /// A box is that of the edge widened by one step and rounded outward to 30 bits: it says what may be close, not what
 /// is.
+///
+/// Boxes of long slanted edges side by side, as of the rays of a star, overlap one another without being close. Where
+/// many do, groups are told apart by their spines too: a group lies in the square of a radius moved along a spine.
 class EdgeTree
 {
 public:
@@ -50,7 +53,7 @@ public:
     /// Calls found(i, j) with i < j once for each two edges that come within a step of one another in x and in y, and
     /// for some others.
     template <class Found>
-    void ForEachClosePair(const Found& found) const
+    void ForEachClosePair(const Found& found)
     {
         if (!levels.empty()) Join(static_cast<unsigned int>(levels.size() - 1), 0, 0, found);
     }
@@ -74,6 +77,24 @@ private:
         std::uint32_t count;
     };
 
+    /// What covers a group: a segment in coordinates of boxes, and the half side of the square moved along it.
+    struct Spine
+    {
+        std::int64_t fromX, fromY, toX, toY;
+        std::int64_t radius;
+
+        /// A radius that covers everything.
+        static constexpr std::int64_t greatest = (std::int64_t(1) << 30) + 2;
+
+        std::int64_t GetLength() const;
+        /// How far a point is from the segment in x and in y, rounded up.
+        std::int64_t GetDistance(std::int64_t x, std::int64_t y) const;
+        /// Widens it so that it covers another of these.
+        void Cover(const Spine& other);
+        /// Whether the line of the spine tells that another group is not close.
+        bool IsApart(const Spine& other) const;
+    };
+
     struct Below;
 
     std::int32_t ToBoxX(std::int64_t x) const { return static_cast<std::int32_t>((x - originX) >> shift); }
@@ -82,6 +103,9 @@ private:
     void FitScale();
     void MakeBlocks();
     void MakeGroups();
+    void MakeSpines();
+    void MakeSpines(unsigned int level);
+    Spine GetSpine(std::uint32_t edge) const;
     void SetBox(std::uint32_t edge, Group* group, unsigned int k) const;
     static void Clear(Group* group);
     static void SetBox(const Group& below, Group* group, unsigned int k);
@@ -109,10 +133,14 @@ private:
         return bits;
     }
 
+    static bool AreApart(const Spine& a, const Spine& b) { return a.IsApart(b) || b.IsApart(a); }
+
     /// Two groups of a level, or one with itself.
     template <class Found>
-    void Join(unsigned int level, std::size_t a, std::size_t b, const Found& found) const
+    void Join(unsigned int level, std::size_t a, std::size_t b, const Found& found)
     {
+        if (level == 0 && spines.empty() && ++blockPairs > blockPairsPerBlock * blocks.size()) MakeSpines();
+        if (a != b && !spines.empty() && AreApart(spines[level][a], spines[level][b])) return;
         const Group& groupA = levels[level][a];
         const Group& groupB = levels[level][b];
         for (unsigned int i = 0; i < fanOut; ++i) {
@@ -140,6 +168,11 @@ private:
     std::vector<Block> blocks;
     /// From the lowest, of one group for each block, to one of a single group.
     std::vector<std::vector<Group>> levels;
+    /// How many pairs of blocks have been joined, and for how many it pays to tell groups apart by their spines.
+    std::size_t blockPairs = 0;
+    static constexpr std::size_t blockPairsPerBlock = 4;
+    /// The spine of each group, once they are needed.
+    std::vector<std::vector<Spine>> spines;
 };
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

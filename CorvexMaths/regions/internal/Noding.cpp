@@ -452,7 +452,7 @@ NodedChains Noder::Collect()
 NodedChains Noder::Run()
 {
     {
-        const EdgeTree tree(chains);
+        EdgeTree tree(chains);
         tree.ForEachClosePair([this](std::uint32_t i, std::uint32_t j) {
             if (!AreSuccessive(i, j)) {
                 Meet(i, j);
