@@ -159,18 +159,23 @@ TEST(Region, LinksOutlinesThatTouchWithoutCrossing)
     }
 }
 
-TEST(Region, CutsThroughLongSlantedTeethSideBySide)
+TEST(Region, MeetsLongSlantedTeethSideBySide)
 {
     constexpr unsigned int count = 4000;
     constexpr double height = 20000.0;
     Outline comb{{4.0 * count, -1.0}, {0.0, -1.0}};
+    // The left flank of each tooth halves a square.
+    std::vector<Outline> squares;
     for (unsigned int i = 0; i < count; ++i) {
         comb.Add(Vector(4.0 * i, 0.0));
         comb.Add(Vector(4.0 * i + 2.0 + height, height));
+        const double x = 4.0 * i + 1.0 + 0.5 * height;
+        squares.push_back(MakeRectangle(x - 0.5, 0.5 * height - 0.5, x + 0.5, 0.5 * height + 0.5));
     }
     comb.Add(Vector(4.0 * count, 0.0));
-    const Region bar(MakeRectangle(-1.0, 10000.0, 5.0 * height, 10001.0));
-    EXPECT_EQ(Region(comb).Subtract(bar).GetOutlineCount(), count + 1);
+    const Region halves = Region(comb).Intersect(Region(squares));
+    EXPECT_EQ(halves.GetOutlineCount(), count);
+    EXPECT_NEAR(halves.GetArea(), 0.5 * count, 1e-3);
 }
 
 TEST(Region, TellsTheRimFromTheInside)
