@@ -10,7 +10,7 @@
 # Every class is instantiated explicitly, so that each compiler must export each of its members, inline or not, with its
 # virtual table and type information. Four things differ between compilers, and none is listed:
 #   - specialisations of member templates. Each is there or not as inlining left it, and whoever calls one has its body;
-#   - the destructors of answers, which these leave to the compiler;
+#   - the destructors of answers and of pieces of a region, which these leave to the compiler;
 #   - lambdas and classes within functions, and the standard library's templates over the classes, as inlining left
 #     them;
 #   - the several symbols that one constructor or destructor has, for whole objects, bases and deletion. They have one
@@ -39,7 +39,7 @@ exported() {
              !/\(/ || name !~ />$/ || name ~ /::operator(>|>>|->)$/ || name ~ /::operator [A-Za-z]/' |
         grep -vE '\)( const)?::|(^| )std::' |
         sed 's/Halmont::Orrin::CorvexMaths:://g; s/Halmont::Orrin::CorvexUtilities::/Utilities::/g' |
-        grep -vE '^Robust::.*::~[A-Za-z]+\(\)$' |
+        grep -vE '^(Robust::.*|TRegion<[a-z]+>::Piece)::~[A-Za-z]+\(\)$' |
         sort -u
 }
 

@@ -145,11 +145,13 @@ std::int64_t EdgeTree::Spine::GetLength() const
 
 std::int64_t EdgeTree::Spine::GetDistance(std::int64_t x, std::int64_t y) const
 {
-    if (std::abs(toX - fromX) < std::abs(toY - fromY)) return Spine{fromY, fromX, toY, toX, 0}.GetDistance(y, x);
-    // The point of the segment nearest in x, and there the distance in y.
-    const std::int64_t at = std::max(std::min(fromX, toX), std::min(x, std::max(fromX, toX)));
-    const std::int64_t rise = toX == fromX ? 0 : (toY - fromY) * (at - fromX) / (toX - fromX);
-    return std::max(std::abs(x - at), std::abs(y - fromY - rise) + 1);
+    // Along the axis of its greater extent, u, the point of the segment nearest in u, and there the distance in v.
+    const bool isUpright = std::abs(toX - fromX) < std::abs(toY - fromY);
+    const std::int64_t fromU = isUpright ? fromY : fromX, toU = isUpright ? toY : toX, u = isUpright ? y : x;
+    const std::int64_t fromV = isUpright ? fromX : fromY, toV = isUpright ? toX : toY, v = isUpright ? x : y;
+    const std::int64_t at = std::max(std::min(fromU, toU), std::min(u, std::max(fromU, toU)));
+    const std::int64_t rise = toU == fromU ? 0 : (toV - fromV) * (at - fromU) / (toU - fromU);
+    return std::max(std::abs(u - at), std::abs(v - fromV - rise) + 1);
 }
 
 void EdgeTree::Spine::Cover(const Spine& other)
