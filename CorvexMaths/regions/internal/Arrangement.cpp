@@ -1,5 +1,6 @@
 #include <CorvexMaths/regions/internal/Arrangement.h>
 
+#include <CorvexMaths/regions/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Outlines.h>
 
 #include <algorithm>
@@ -67,8 +68,8 @@ std::vector<std::uint32_t> GetPlaces(const std::vector<GridPoint>& points)
     int shift = 0;
     while (std::max(high.x - low.x, high.y - low.y) >> shift >= 1 << 16) ++shift;
     for (std::size_t i = 0; i < points.size(); ++i)
-        places[i] = GetHilbertPlace(static_cast<std::uint32_t>((points[i].x - low.x) >> shift),
-                                    static_cast<std::uint32_t>((points[i].y - low.y) >> shift));
+        places[i] = GetHilbertPlace<16, std::uint32_t>(static_cast<std::uint32_t>((points[i].x - low.x) >> shift),
+                                                       static_cast<std::uint32_t>((points[i].y - low.y) >> shift));
     return places;
 }
 

@@ -1,5 +1,6 @@
 #include <CorvexMaths/regions/internal/EdgeTree.h>
 
+#include <CorvexMaths/regions/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>
@@ -10,25 +11,6 @@
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
-
-std::uint32_t GetHilbertPlace(std::uint32_t x, std::uint32_t y)
-{
-    std::uint32_t place = 0;
-    for (std::uint32_t side = 1u << 15; side != 0; side >>= 1) {
-        const std::uint32_t right = (x & side) != 0 ? 1 : 0;
-        const std::uint32_t upper = (y & side) != 0 ? 1 : 0;
-        place = place << 2 | ((3 * right) ^ upper);
-        // Turns the quarter so that the curve within it starts where that before it ends.
-        if (upper == 0) {
-            if (right == 1) {
-                x = ~x;
-                y = ~y;
-            }
-            std::swap(x, y);
-        }
-    }
-    return place;
-}
 
 std::uint32_t Chains::Find(std::uint32_t point) const
 {
@@ -83,7 +65,7 @@ void EdgeTree::MakeBlocks()
             const GridPoint& middle = chains.points[i + block.count / 2];
             const std::uint32_t x = static_cast<std::uint32_t>(ToBoxX(middle.x) >> coarser);
             const std::uint32_t y = static_cast<std::uint32_t>(ToBoxY(middle.y) >> coarser);
-            places.emplace_back(GetHilbertPlace(x, y), block);
+            places.emplace_back(GetHilbertPlace<16, std::uint32_t>(x, y), block);
         }
     }
     std::sort(places.begin(), places.end(), [](const auto& a, const auto& b) {

@@ -30,10 +30,6 @@ struct Chains
     void Add(const Ring& ring);
 };
 
-/// The place of a point on a Hilbert curve through a square of 2^16 by 2^16: points near on the curve are near in the
-/// plane.
-std::uint32_t GetHilbertPlace(std::uint32_t x, std::uint32_t y);
-
 /// Boxes in groups of eight over up to eight successive edges each; groups are put in the order of a Hilbert curve
 /// (I. Kamel and C. Faloutsos, 1993), so that the tree is as good for many small chains in any order as for a long one.
 ///

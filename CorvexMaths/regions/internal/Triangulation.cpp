@@ -1,5 +1,6 @@
 #include <CorvexMaths/regions/internal/Triangulation.h>
 
+#include <CorvexMaths/regions/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
 #include <CorvexMaths/robust/internal/Signs.h>
 
@@ -22,25 +23,6 @@ namespace
 {
 
 using Index = std::uint32_t;
-
-/// The place of a point on a curve through the cells of a grid of 2^31 by 2^31 (D. Hilbert, 1891).
-std::uint64_t HilbertPlace(std::uint32_t x, std::uint32_t y)
-{
-    std::uint64_t place = 0;
-    for (std::uint32_t side = std::uint32_t(1) << 30; side > 0; side >>= 1) {
-        const std::uint32_t right = (x & side) != 0 ? 1 : 0;
-        const std::uint32_t upper = (y & side) != 0 ? 1 : 0;
-        place = place << 2 | ((3 * right) ^ upper);
-        if (upper == 0) {
-            if (right == 1) {
-                x = ~x;
-                y = ~y;
-            }
-            std::swap(x, y);
-        }
-    }
-    return place;
-}
 
 class Mesh
 {
@@ -165,9 +147,10 @@ private:
             random = random * 6364136223846793005u + 1442695040888963407u;
             int round = 0;
             for (std::uint64_t bits = random >> 33; round < 31 && (bits & 1) != 0; bits >>= 1) ++round;
-            entries[i] = {HilbertPlace(static_cast<std::uint32_t>((points[i].x - low.x) >> shift),
-                                       static_cast<std::uint32_t>((points[i].y - low.y) >> shift)),
-                          i, round};
+            entries[i] = {
+                GetHilbertPlace<31, std::uint64_t>(static_cast<std::uint32_t>((points[i].x - low.x) >> shift),
+                                                   static_cast<std::uint32_t>((points[i].y - low.y) >> shift)),
+                i, round};
         }
         std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
             if (a.round != b.round) return a.round > b.round;
