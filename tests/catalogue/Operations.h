@@ -120,6 +120,17 @@ struct Instance
     unsigned int runs;
 };
 
+/// Runs an operation by itself on a state drawn from a seed; its results, and the state after it, go to a sink.
+inline void RunAlone(const Instance& instance, const Operation& operation, std::uint64_t seed, Sink& sink)
+{
+    Source source(seed);
+    const std::unique_ptr<State> state = instance.make(source, sink);
+    state->Fill();
+    (*state.*operation.run)();
+    state->Check();
+    state->Show();
+}
+
 inline std::vector<Instance>& GetCatalogue()
 {
     static std::vector<Instance> catalogue;

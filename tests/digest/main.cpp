@@ -42,12 +42,7 @@ std::uint64_t GetDigest(const Instance& instance, const Operation& operation)
     Sink sink;
     for (unsigned int run = 0; run < instance.runs; ++run) {
         running = instance.name + "::" + operation.name + ", state " + std::to_string(run);
-        Source source(run);
-        const std::unique_ptr<State> state = instance.make(source, sink);
-        state->Fill();
-        (*state.*operation.run)();
-        state->Check();
-        state->Show();
+        RunAlone(instance, operation, run, sink);
     }
     return sink.Get();
 }

@@ -138,15 +138,8 @@ std::uint64_t RunAll()
 {
     Sink sink;
     for (const Instance& instance : GetCatalogue())
-        for (std::size_t i = 0; i < 4 * instance.operations.size(); ++i) {
-            const Operation& operation = instance.operations[i / 4];
-            Source source(i);
-            const std::unique_ptr<State> state = instance.make(source, sink);
-            state->Fill();
-            (*state.*operation.run)();
-            state->Check();
-            state->Show();
-        }
+        for (std::size_t i = 0; i < 4 * instance.operations.size(); ++i)
+            RunAlone(instance, instance.operations[i / 4], i, sink);
     return sink.Get();
 }
 
