@@ -53,6 +53,24 @@ TYPED_TEST(SingularValues, AreCollectedInRunsOfRotationsOfTheSameBits)
     }
 }
 
+// Tall matrices go in panels, which hold so many columns and no more.
+TYPED_TEST(SingularValues, OfTallMatricesHaveTheSameBitsAtAndAboveTheWidestPanel)
+{
+    using T = TypeParam;
+    std::mt19937 random(79);
+    SCOPED_TRACE("seed 79");
+    for (unsigned int const n : {Kernels::mostPanelColumns, Kernels::mostPanelColumns + 1}) {
+        unsigned int const m = 4 * n;
+        TMatrixMxN<T> u(m, n), w(n, n), v(n, n);
+        Fill(u, "", random);
+        Rows<T> plainU(u), plainW(w), plainV(v);
+        std::vector<T> work(n);
+        ASSERT_TRUE(Plain::SVDRows(*plainU, *plainW, *plainV, work.data(), m, n, 30u));
+        ASSERT_TRUE(u.SVD(&u, &w, &v, 30));
+        EXPECT_TRUE(SameElements(plainU, u) && SameElements(plainW, w) && SameElements(plainV, v)) << n << " columns";
+    }
+}
+
 TYPED_TEST(SingularValues, RefuseToSolveWhenOneOfThemCountsAsZero)
 {
     using T = TypeParam;

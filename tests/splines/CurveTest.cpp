@@ -29,6 +29,12 @@ TYPED_TEST(SplineCurve, IsEvaluatedOnTheScaleOfItsKnots)
     EXPECT_EQ(uniform.Evaluate(0), Point<TypeParam>(12, 0, 0, 0)) << "from the knot of the order";
     ring.Wrap();
     EXPECT_LT(ring.Evaluate(0).DiffVectLen(ring.Evaluate(1)), 1e-3) << "closed";
+    for (const unsigned int count : {4u, 64u}) {
+        OpenSpline<TypeParam> far = Straight<TypeParam>(2, Uniform, count);
+        for (unsigned int i = 0; i < 3; ++i) far.knots[i] = -std::numeric_limits<typename TypeParam::T>::max() / 1e5f;
+        for (unsigned int i = 3; i < count + 2; ++i) far.knots[i] = small * static_cast<float>(2 * i);
+        EXPECT_NE(far.Evaluate(0)[0], far.Evaluate(0)[0]) << "0 times a quotient that overflows, of other spans";
+    }
 }
 
 TYPED_TEST(SplineCurve, FollowsItsControlPointsByTheHooks)
@@ -95,6 +101,7 @@ TYPED_TEST(SplineCurve, IsMeasuredAndSampledByChords)
     EXPECT_EQ(line.GetLength(0, T(0.75), T(0.5)), 6) << "a shorter chord at the end";
     EXPECT_EQ(line.GetLength(T(0.75), T(0.25), 2), 4) << "backwards";
     EXPECT_EQ(line.GetLength(T(0.25), T(0.75), huge), 6) << "the last chord starts where rounding puts it";
+    EXPECT_EQ(line.GetLength(T(0.5) - huge, huge, huge), end) << "a whole step that ends at the end";
 
     using Places = std::vector<T>;
     const auto places = [&line](T step, bool byLength) {
