@@ -296,6 +296,25 @@ TEST(OffsetDistances, RoundOffsetsAreTrueToDistance)
     }
 }
 
+// Sharp notches between the stretches of a path, with other sides across them.
+TEST(OffsetDistances, CrossingsBesideSharpNotchesLieNoNearerThanAStep)
+{
+    for (unsigned int seed = 1; seed <= 700; ++seed) {
+        std::mt19937 random(seed);
+        Outline path;
+        for (unsigned int i = 0; i < 11; ++i) {
+            const double x = Draw(&random, 1 << 20);
+            path.Add(Vector(x, Draw(&random, 1 << 20)));
+        }
+        const double r = (1 + Draw(&random, 1000)) * 160;
+        const Region band = Region::OffsetLine(path, r, Join::Round, Cap::Round, r / 100);
+        std::vector<CorvexTest::PlainSide> sides = CorvexTest::PlainSides({path});
+        sides.pop_back();
+        for (const CorvexTest::PlainSide& side : CorvexTest::PlainSides(band.GetOutlines()))
+            EXPECT_GE(CorvexTest::PlainDistance(sides, side.a), r - band.GetStep()) << seed;
+    }
+}
+
 // Tips 0.03 apart and 0.5 deep: all but a rim of arcs about the tips is in pits.
 TEST(OffsetPits, DenseOutlinesNeedNoMoreVerticesThanTheirRim)
 {

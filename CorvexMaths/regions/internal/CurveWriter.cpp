@@ -40,9 +40,16 @@ CurveWriter::CurveWriter(const OffsetRule& offsetRule, const GridPoint& first, R
 
 void CurveWriter::AddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n)
 {
+    if (TryAddPoint(place, m, n)) return;
+    TryAddPoint(place, m, m);
+    TryAddPoint(place, n, n);
+}
+
+bool CurveWriter::TryAddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n)
+{
     const PlaneVector x = place * std::ldexp(1.0, -rule.coarser);
     const GridPoint low{Floor(x.x), Floor(x.y)};
-    GridPoint best{Floor(x.x + 0.5), Floor(x.y + 0.5)};
+    GridPoint best;
     double bestSquare = HUGE_VAL;
     for (int i = 0; i < 4; ++i) {
         const GridPoint corner{low.x + (i & 1), low.y + (i >> 1)};
@@ -53,8 +60,10 @@ void CurveWriter::AddPoint(const PlaneVector& place, const PlaneVector& m, const
         best = corner;
         bestSquare = square;
     }
+    if (bestSquare == HUGE_VAL) return false;
     const GridPoint point{origin.x + best.x, origin.y + best.y};
     if (curve->empty() || curve->back() != point) curve->push_back(point);
+    return true;
 }
 
 void CurveWriter::AddJoin(CornerShape shape, const PlaneVector& corner, const PlaneVector& from, const PlaneVector& to)
@@ -98,7 +107,12 @@ void CurveWriter::AddArc(const PlaneVector& centre, PlaneVector from, PlaneVecto
 /// The point where the tangents at two places of a circle meet.
 void CurveWriter::AddTangents(const PlaneVector& centre, const PlaneVector& from, const PlaneVector& to)
 {
-    AddPoint(centre + (from + to) * (r / (1 + Dot(from, to))), from, to);
+    const PlaneVector sum = from + to;
+    const double size = 1 + Dot(from, to);
+    if (TryAddPoint(centre + sum * (r / size), from, to)) return;
+    // No corner is farther than half a diagonal from its place.
+    constexpr double halfDiagonal = 0.7072;
+    TryAddPoint(centre + sum * ((r + rule.Fine(halfDiagonal)) / size), {}, {});
 }
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

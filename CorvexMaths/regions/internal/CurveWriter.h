@@ -17,8 +17,8 @@ public:
     /// `first` is the origin, a point of the grid of the curve too.
     CurveWriter(const OffsetRule& offsetRule, const GridPoint& first, Ring* written);
 
-    /// Adds the grid point next to a place that is not behind it in either direction, or the nearest if both are
-    /// null.
+    /// Adds the nearest of those corners of the cell of a place that are not behind it in either direction: in none if
+    /// both are null. Where each corner is behind it in one of the two, it adds one for each direction.
     void AddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n);
 
     /// Adds a join about a corner, between copies in two directions from it, the second to the left of the first or
@@ -34,6 +34,8 @@ private:
     double pieceSine;
     std::vector<PlaneVector> ends;
 
+    /// Adds nothing where each corner is behind the place.
+    bool TryAddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n);
     void AddArc(const PlaneVector& centre, PlaneVector from, PlaneVector to);
     void AddTangents(const PlaneVector& centre, const PlaneVector& from, const PlaneVector& to);
 };

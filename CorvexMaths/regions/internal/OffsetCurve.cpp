@@ -55,10 +55,12 @@
 // --------
 // Copies, tangents and crossings are computed with `double`, relative to the first vertex: their error is some
 // thousandths of a step of the curve, which may be coarser than those of the rings. Each point is rounded to the
-// nearest of those corners of its cell that are not nearer than r to either of the features it lies on, where there
-// is one, as there is unless they turn by more than a right angle. So copies and joins lie nowhere nearer than r, nor
-// further than a step and a half beyond, and copies that fall on the grid are exact. The arrangement moves crossings
-// by half a step in x and y, which together is less than a step.
+// nearest of those corners of its cell that are not nearer than r to either of the features it lies on. Where they
+// turn by a right angle or more there may be none. The tip of a mitre is then the nearest to that for a distance
+// greater by half the diagonal of a cell. At a notch one corner is taken for each of the two features, and the curve
+// crosses itself before them: that it winds more often beyond the notch, where both cover, changes nothing. So copies
+// and joins lie nowhere nearer than r, nor further than a step and a half beyond, and copies that fall on the grid are
+// exact. The arrangement moves crossings by half a step in x and y, which together is less than a step.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
