@@ -109,4 +109,10 @@ using BSpline4f = TBSpline<float, TVector4>;
 using BSpline4d = TBSpline<double, TVector4>;
 /// @}
 
+/// @{
+/// Regions of the plane.
+using Regionf = TRegion<float>;
+using Regiond = TRegion<double>;
+/// @}
+
 } // namespace Halmont::Orrin::CorvexMaths

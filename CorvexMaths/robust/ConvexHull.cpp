@@ -1,6 +1,6 @@
 #include <CorvexMaths/robust/ConvexHull.h>
 
-#include <CorvexMaths/robust/internal/Signs.h>
+#include <CorvexMaths/internal/Signs.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include <CorvexMaths/robust/MinimumCircle.h>
 
+#include <CorvexMaths/internal/Expansion.h>
+#include <CorvexMaths/internal/Signs.h>
 #include <CorvexMaths/robust/ConvexHull.h>
-#include <CorvexMaths/robust/internal/Expansion.h>
-#include <CorvexMaths/robust/internal/Signs.h>
 
 #include <algorithm>
 #include <cmath>

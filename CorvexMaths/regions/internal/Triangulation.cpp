@@ -1,8 +1,8 @@
 #include <CorvexMaths/regions/internal/Triangulation.h>
 
+#include <CorvexMaths/internal/Signs.h>
 #include <CorvexMaths/regions/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
-#include <CorvexMaths/robust/internal/Signs.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -166,10 +166,10 @@ private:
     /// Whether d lies in the circle through the counter-clockwise a, b, c.
     bool IsInCircle(Index a, Index b, Index c, Index d) const
     {
-        const auto place = [this](Index i) -> Robust::Kernels::Place {
+        const auto place = [this](Index i) -> Place {
             return {static_cast<double>(points[i].x - low.x), static_cast<double>(points[i].y - low.y)};
         };
-        return Robust::Kernels::InCircleSign(place(a), place(b), place(c), place(d)) > 0;
+        return InCircleSign(place(a), place(b), place(c), place(d)) > 0;
     }
 
     Index Add(const Triangle& triangle)

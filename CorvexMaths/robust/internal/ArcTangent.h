@@ -1,9 +1,11 @@
 #pragma once
 
-#include <CorvexMaths/robust/internal/DoubleDouble.h>
+#include <CorvexMaths/internal/DoubleDouble.h>
 
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
+
+using namespace CorvexMaths::Kernels;
 
 /// The angle, from 0 to a quarter turn, of a unit vector with no negative component, correctly rounded but for one case
 /// in about 2^40; no function of the C library, so that every machine gives the same bits.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <CorvexMaths/containers/TList.h>
+#include <CorvexMaths/internal/DoubleDouble.h>
 #include <CorvexMaths/robust/Status.h>
-#include <CorvexMaths/robust/internal/DoubleDouble.h>
 
 #include <algorithm>
 #include <array>
@@ -16,6 +16,8 @@
 /// The points of a question in coordinates of their own, about 1 in size and near the origin.
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
+
+using namespace CorvexMaths::Kernels;
 
 /// Points of D components, shifted and scaled so that half their extent lies between 1/2 and 1, without rounding: the
 /// scale is a power of two, and an axis is shifted only where that is exact. This is so where the middle of the extent

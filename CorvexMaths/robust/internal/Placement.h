@@ -1,12 +1,14 @@
 #pragma once
 
-#include <CorvexMaths/robust/internal/DoubleDouble.h>
+#include <CorvexMaths/internal/DoubleDouble.h>
 
 #include <type_traits>
 
 /// Where a feature lies: an origin and a right-angled frame.
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
+
+using namespace CorvexMaths::Kernels;
 
 /// An origin and D orthonormal axes, the last of which is that of the feature, to twice the digits of a double and, for
 /// the first steps and for derivatives, rounded to double.

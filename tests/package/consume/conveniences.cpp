@@ -100,7 +100,8 @@ void TakeRanges()
     Parameterization2d line(measured);
     line.Parameterize();
     std::cout << narrow << ' ' << (Polygon2d(narrow)[1] == plate[1] && plate[0] != plate[1]) << ' ' << line << ' '
-              << BSpline2d(corner, 1, Clamped) << ' ' << (Matrix2d(plate[2], plate[3]) == Matrix2d(4, 4, 0, 2)) << '\n';
+              << BSpline2d(corner, 1, Clamped) << ' ' << (Matrix2d(plate[2], plate[3]) == Matrix2d(4, 4, 0, 2)) << ' '
+              << Regiond(plate).Offset(1, Join::Mitre).GetArea() << '\n';
 }
 
 void FitConstants()

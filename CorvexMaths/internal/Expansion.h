@@ -7,9 +7,9 @@
 /// sign of the sum. All holds exactly as long as nothing overflows and no product of two terms falls below the smallest
 /// denormal number; whoever computes sees to that. Rounding must be to nearest even. No fused operation is used.
 
-#include <CorvexMaths/robust/internal/DoubleDouble.h>
+#include <CorvexMaths/internal/DoubleDouble.h>
 
-namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
 /// An exact number of at most `capacity` terms.
@@ -130,4 +130,4 @@ Expansion<2 * first * second> operator*(const Expansion<first>& a, const Expansi
     return sums[current];
 }
 
-} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -8,10 +8,8 @@
 /// Numbers of about 32 digits, each the unevaluated sum of two doubles (T. J. Dekker, "A floating-point technique for
 /// extending the available precision", 1971). Plain additions and multiplications alone, so that every machine gives
 /// the same bits. They serve values scaled to about 1: products near the ends of the range of double are not guarded.
-namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+namespace Halmont::Orrin::CorvexMaths::Kernels
 {
-
-using namespace CorvexMaths::Kernels;
 
 /// The sum high + low, with low at most half a unit in the last place of high; or as many of them as Value has lanes.
 template <class Value>
@@ -143,4 +141,4 @@ Twofold<Value> SquareRoot(const Twofold<Value>& a)
     return {isPositive ? better.high : Value{}, isPositive ? better.low : Value{}};
 }
 
-} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

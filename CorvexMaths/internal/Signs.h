@@ -9,7 +9,7 @@
 
 #include <cmath>
 
-namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
 /// Half a unit in the last place of 1.
@@ -82,4 +82,4 @@ inline int InCircleSign(Place a, Place b, Place c, Place d)
     return ExactInCircle(a, b, c, d);
 }
 
-} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+} // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
 /// A sum of products of `degree` finite numbers each. It serves where expansions would overflow or underflow.
@@ -88,4 +88,4 @@ private:
     }
 };
 
-} // namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
+} // namespace Halmont::Orrin::CorvexMaths::Kernels
