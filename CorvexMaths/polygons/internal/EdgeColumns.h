@@ -6,8 +6,10 @@
 #include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/primitives/TEdge.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -42,15 +44,26 @@ struct EdgeValues
     template <class T>
     void Measure(const TEdge2<T>& edge)
     {
-        const TVector2<T> direction = edge.GetDirection();
         startX = edge.Vertex[0].x;
         startY = edge.Vertex[0].y;
         endX = edge.Vertex[1].x;
         endY = edge.Vertex[1].y;
+        MeasureBetweenEnds();
+    }
+
+    /// Finds the difference and the direction of edges whose ends are known, as TEdge2::GetDirection does.
+    CORVEX_ALWAYS_INLINE void MeasureBetweenEnds()
+    {
         deltaX = endX - startX;
         deltaY = endY - startY;
-        directionX = direction.x;
-        directionY = direction.y;
+        Value length = deltaX * deltaX + deltaY * deltaY;
+        if constexpr (std::is_floating_point_v<Value>)
+            length = Numbers::SquareRoot(length);
+        else
+            for (unsigned int k = 0; k < sizeof(Value) / sizeof(length[0]); ++k)
+                length[k] = Numbers::SquareRoot(length[k]);
+        directionX = length == 0 ? deltaX : deltaX / length;
+        directionY = length == 0 ? deltaY : deltaY / length;
     }
 
     /// Reads edge i of a table, or as many edges as there are lanes from edge i on.
@@ -138,21 +151,19 @@ public:
     template <class Edges>
     EdgeColumns(const Edges& edges, unsigned int edgeCount, unsigned int furtherColumns = 0)
         : count(edgeCount),
-          height(std::size_t(edgeCount) + widestBytes / sizeof(T)),
-          block(new T[height * (edgeColumnCount + furtherColumns)]())
+          height(std::size_t(edgeCount) + padding),
+          block(new T[height * (edgeColumnCount + furtherColumns)])
     {
         for (unsigned int i = 0; i < edgeCount; ++i) {
-            EdgeValues<T> edge;
-            edge.Measure(edges[i]);
-            Column(startXColumn)[i] = edge.startX;
-            Column(startYColumn)[i] = edge.startY;
-            Column(endXColumn)[i] = edge.endX;
-            Column(endYColumn)[i] = edge.endY;
-            Column(deltaXColumn)[i] = edge.deltaX;
-            Column(deltaYColumn)[i] = edge.deltaY;
-            Column(directionXColumn)[i] = edge.directionX;
-            Column(directionYColumn)[i] = edge.directionY;
+            const TEdge2<T>& edge = edges[i];
+            Column(startXColumn)[i] = edge.Vertex[0].x;
+            Column(startYColumn)[i] = edge.Vertex[0].y;
+            Column(endXColumn)[i] = edge.Vertex[1].x;
+            Column(endYColumn)[i] = edge.Vertex[1].y;
         }
+        for (unsigned int c = 0; c < edgeColumnCount + furtherColumns; ++c)
+            std::fill_n(Column(c) + count, padding, T(0));
+        ForThisProcessor([this](auto bytes) { this->template MeasureAll<bytes>(); });
     }
 
     unsigned int GetCount() const { return count; }
@@ -166,8 +177,33 @@ public:
         Load(value, Column(c) + i);
     }
 
+    /// Writes the entry of a column at edge i, or lanes of them from edge i on.
+    template <class Value>
+    CORVEX_ALWAYS_INLINE void Write(const Value& value, unsigned int c, unsigned int i) const
+    {
+        Store(Column(c) + i, value);
+    }
+
 private:
-    static constexpr std::size_t widestBytes = 64;
+    /// Fills the columns that follow from the ends of the edges, by lanes of the given width.
+    template <unsigned int Bytes>
+    CORVEX_ALWAYS_INLINE void MeasureAll() const
+    {
+        for (unsigned int i = 0; i < count; i += Lanes<T, Bytes>::count) {
+            EdgeValues<typename Lanes<T, Bytes>::Type> edge;
+            Read(edge.startX, startXColumn, i);
+            Read(edge.startY, startYColumn, i);
+            Read(edge.endX, endXColumn, i);
+            Read(edge.endY, endYColumn, i);
+            edge.MeasureBetweenEnds();
+            Write(edge.deltaX, deltaXColumn, i);
+            Write(edge.deltaY, deltaYColumn, i);
+            Write(edge.directionX, directionXColumn, i);
+            Write(edge.directionY, directionYColumn, i);
+        }
+    }
+
+    static constexpr std::size_t padding = widestBytes / sizeof(T);
 
     unsigned int count;
     std::size_t height;
