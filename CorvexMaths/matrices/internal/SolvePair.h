@@ -28,11 +28,22 @@ struct PairRow
 };
 
 /// The merit of an element as the pivot of its row (element, 1): its absolute value over the greatest of the row.
+template <class T, class Value>
+CORVEX_ALWAYS_INLINE void MeasurePairMerit(const Value& element, Value& merit)
+{
+    Value one;
+    Broadcast(one, T(1));
+    const Value size = element < 0 ? -element : element;
+    merit = T(1) / (size > T(1) ? size : one) * size;
+}
+
+/// The same of a scalar.
 template <class T>
 inline T PairMerit(T element)
 {
-    const T size = Numbers::Absolute(element);
-    return T(1) / (size > T(1) ? size : T(1)) * size;
+    T merit;
+    MeasurePairMerit<T>(element, merit);
+    return merit;
 }
 
 /// Solves the system of two rows.

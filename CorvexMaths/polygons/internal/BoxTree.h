@@ -11,6 +11,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <type_traits>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -69,6 +70,30 @@ private:
     T size = T(0);
 };
 
+/// Turns a comparison of the lanes from `first` on into bits, each in its own lane: bit k where it holds for the k-th
+/// of eight. Those of several registers are joined by `|` and gathered once, by FoldBits.
+template <class Mask>
+CORVEX_ALWAYS_INLINE void MarkLanes(Mask& mask, unsigned int first)
+{
+    using Lane = std::decay_t<decltype(mask[0])>;
+    static constexpr Lane bits[] = {1, 2, 4, 8, 16, 32, 64, 128};
+    Mask ownBits;
+    Load(ownBits, bits + first);
+    mask &= ownBits;
+}
+
+/// The bits of MarkLanes from all lanes.
+template <class Mask>
+CORVEX_ALWAYS_INLINE unsigned int FoldBits(const Mask& marks)
+{
+    std::uint64_t words[sizeof(Mask) / sizeof(std::uint64_t)];
+    std::memcpy(words, &marks, sizeof(words));
+    std::uint64_t bits = 0;
+    for (const std::uint64_t word : words) bits |= word;
+    if constexpr (sizeof(marks[0]) < sizeof(bits)) bits |= bits >> 32;
+    return static_cast<unsigned int>(bits);
+}
+
 /// A mask of lanes of T as bits, one for each lane.
 template <class T, class Mask>
 CORVEX_ALWAYS_INLINE unsigned int PackMask(const Mask& mask)
@@ -99,7 +124,7 @@ public:
         T lowX[fanOut], highX[fanOut], lowY[fanOut], highY[fanOut];
     };
 
-    /// For one leaf or more.
+    /// For one leaf or more, whose boxes are not set yet.
     explicit BoxTree(unsigned int leafCount)
     {
         std::size_t groupCount = 0;
@@ -111,12 +136,19 @@ public:
             groupCount += boxCount;
         } while (boxCount > 1);
         groups.reset(new Group[groupCount]);
-        for (std::size_t g = 0; g < groupCount; ++g)
-            for (unsigned int k = 0; k < fanOut; ++k) Write(groups[g], k, PlaneBox<T>());
         levelStart[levelCount] = groupCount;
+        // Places without a box are in the last group of a level.
+        for (unsigned int level = 0; level < levelCount; ++level) {
+            Group& last = groups[levelStart[level + 1] - 1];
+            for (std::size_t k = levelSize[level] % fanOut; k % fanOut != 0; ++k)
+                Write(last, static_cast<unsigned int>(k), PlaneBox<T>());
+        }
     }
 
     unsigned int GetTop() const { return levelCount - 1; }
+    /// The level below the top, of eight groups at most: to test them all takes a simple test no longer than to ask the
+    /// top which to enter.
+    unsigned int GetBelowTop() const { return levelCount > 1 ? levelCount - 2 : 0; }
 
     const Group& GetGroup(unsigned int level, std::size_t group) const { return groups[levelStart[level] + group]; }
 
@@ -150,15 +182,16 @@ public:
                 RaiseGroup(level, group);
     }
 
-    /// Visits, in ascending order, runs of leaves from `first` on that a test picks, side by side within a group:
-    /// test(level, group) has a bit for each box of a group that the search is to enter, and visit(from, to) returns
-    /// whether it is to go on. Tests must pick a box where they would pick one below it.
+    /// Visits, in ascending order, runs of leaves that a test picks, side by side within a group, from the leaf `first`
+    /// on: test(level, group) has a bit for each box of a group that the search is to enter, and visit(from, to)
+    /// returns whether it is to go on. Tests must pick a box where they would pick one below it. The groups of
+    /// `entryLevel` are tested one after the other.
     template <class Test, class Visit>
-    CORVEX_ALWAYS_INLINE void Traverse(unsigned int first, Test test, Visit visit) const
+    CORVEX_ALWAYS_INLINE void Traverse(unsigned int entryLevel, unsigned int first, Test test, Visit visit) const
     {
         unsigned int picked[mostLevels];
-        unsigned int level = levelCount - 1;
-        std::size_t group = 0;
+        unsigned int level = entryLevel;
+        std::size_t group = std::size_t(first) >> levelShift * (level + 1);
         const auto enter = [&] {
             // Boxes that end before the first leaf, and places without a box, are passed over.
             const std::size_t firstBox = std::size_t(first) >> (levelShift * level);
@@ -169,8 +202,13 @@ public:
         };
         for (enter();;) {
             if (picked[level] == 0) {
-                if (++level == levelCount) return;
-                group /= fanOut;
+                if (level != entryLevel) {
+                    ++level;
+                    group /= fanOut;
+                } else {
+                    if (++group * fanOut >= levelSize[level]) return;
+                    enter();
+                }
                 continue;
             }
             const unsigned int from = static_cast<unsigned int>(__builtin_ctz(picked[level]));
@@ -196,16 +234,23 @@ public:
         constexpr unsigned int laneCount = Lanes<T, Bytes>::count < fanOut ? Lanes<T, Bytes>::count : fanOut;
         const Group& boxes = GetGroup(level, group);
         unsigned int bits = 0;
+        decltype(Lane() < Lane()) marks = {};
         for (unsigned int from = 0; from < fanOut; from += laneCount) {
             Lane lowX, highX, lowY, highY;
             Load(lowX, boxes.lowX + from);
             Load(highX, boxes.highX + from);
             Load(lowY, boxes.lowY + from);
             Load(highY, boxes.highY + from);
-            const auto meets = (lowX <= box.highX) & (highX >= box.lowX) & (lowY <= box.highY) & (highY >= box.lowY);
-            bits |= PackMask<T>(meets) << from;
+            auto meets = (lowX <= box.highX) & (highX >= box.lowX) & (lowY <= box.highY) & (highY >= box.lowY);
+            // A short register is soon packed by itself.
+            if constexpr (Bytes == baselineBytes) {
+                bits |= PackMask<T>(meets) << from;
+            } else {
+                MarkLanes(meets, from);
+                marks |= meets;
+            }
         }
-        return bits;
+        return bits | FoldBits(marks);
     }
 
 private:

@@ -186,7 +186,7 @@ int ContainmentTree<T>::GetScore(T x, T y) const
     Mask sums = {};
     int score = ScoreLevel(x, y);
     runs.Traverse(
-        0,
+        runs.GetTop(), 0,
         [&](unsigned int level, std::size_t group) {
             // The runs that the level passes through; those of them to the right or left are scored by their ends, and
             // the others entered. A comparison that holds is -1.

@@ -81,21 +81,125 @@ template <class T>
 T RoundingMargin(const EdgeColumns<T>& edges)
 {
     CoordinateSize<T> size;
-    for (unsigned int c = startXColumn; c <= endYColumn; ++c)
+    // Each edge ends where another starts.
+    for (const unsigned int c : {startXColumn, startYColumn})
         for (unsigned int i = 0; i < edges.GetCount(); ++i) size.Add(edges.Column(c)[i]);
     return 64 * std::numeric_limits<T>::epsilon() * size.Get();
 }
 
-/// The box of an edge, by the margin that all edges share; an infinite one gives an unbounded box.
+/// Edges that reach less far in x and y together have no box.
+template <class T>
+constexpr T shortest = T(1e-12);
+
+/// The boxes of several edges, or that of one, by the margin that all edges share.
+template <class Value>
+struct EdgeBoxes
+{
+    Value lowX, highX, lowY, highY;
+    /// How far the edges reach in x and y together.
+    Value extent;
+
+    template <class T>
+    CORVEX_ALWAYS_INLINE EdgeBoxes(const EdgeValues<Value>& edges, T margin)
+    {
+        lowX = edges.startX < edges.endX ? edges.startX : edges.endX;
+        highX = edges.startX < edges.endX ? edges.endX : edges.startX;
+        lowY = edges.startY < edges.endY ? edges.startY : edges.endY;
+        highY = edges.startY < edges.endY ? edges.endY : edges.startY;
+        extent = (highX - lowX) + (highY - lowY);
+        const Value reach = margin + Numbers::commonTolerance<T> * extent;
+        lowX -= reach;
+        highX += reach;
+        lowY -= reach;
+        highY += reach;
+    }
+
+    /// Which of them meet another box. Edges that are too short have none, and meet any. Written so that NaN, as two
+    /// equal infinities give it, counts as too short.
+    template <class T, class Mask>
+    CORVEX_ALWAYS_INLINE void Meet(const PlaneBox<T>& box, Mask& meet) const
+    {
+        meet = (lowX <= box.highX) & (highX >= box.lowX) & (lowY <= box.highY) & (highY >= box.lowY);
+        meet |= ~(extent >= shortest<T>);
+    }
+};
+
+/// The box of one edge; unbounded where the margin is infinite.
 template <class T>
 CORVEX_ALWAYS_INLINE PlaneBox<T> MakeBox(const EdgeValues<T>& edge, T margin)
 {
-    constexpr T shortest = T(1e-12);
-    const T extent = Numbers::Absolute(edge.deltaX) + Numbers::Absolute(edge.deltaY);
-    // Written so that NaN, as two equal infinities give it, counts as too short.
-    if (!(extent >= shortest)) return PlaneBox<T>::Unbounded();
-    return PlaneBox<T>::Around(edge.startX, edge.startY, edge.endX, edge.endY,
-                               margin + Numbers::commonTolerance<T> * extent);
+    const EdgeBoxes<T> box(edge, margin);
+    if (!(box.extent >= shortest<T>)) return PlaneBox<T>::Unbounded();
+    return {box.lowX, box.highX, box.lowY, box.highY};
+}
+
+/// The box of a whole block of edges, by lanes of the given width.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE PlaneBox<T> BoundBlock(const EdgeColumns<T>& edges, unsigned int first, T margin)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    constexpr unsigned int laneCount = Lanes<T, Bytes>::count;
+    static_assert(blockSize % laneCount == 0);
+    Lane lowX, highX, lowY, highY;
+    Broadcast(lowX, PlaneBox<T>::infinity);
+    Broadcast(highX, -PlaneBox<T>::infinity);
+    lowY = lowX;
+    highY = highX;
+    decltype(lowX < highX) areShort = {};
+    for (unsigned int i = first; i < first + blockSize; i += laneCount) {
+        EdgeValues<Lane> values;
+        values.Read(edges, i);
+        const EdgeBoxes<Lane> boxes(values, margin);
+        lowX = boxes.lowX < lowX ? boxes.lowX : lowX;
+        highX = boxes.highX > highX ? boxes.highX : highX;
+        lowY = boxes.lowY < lowY ? boxes.lowY : lowY;
+        highY = boxes.highY > highY ? boxes.highY : highY;
+        areShort |= ~(boxes.extent >= shortest<T>);
+    }
+    if (AnyLane(areShort)) return PlaneBox<T>::Unbounded();
+
+    PlaneBox<T> block;
+    for (unsigned int k = 0; k < laneCount; ++k) block.Join({lowX[k], highX[k], lowY[k], highY[k]});
+    return block;
+}
+
+/// Sets the boxes of all blocks.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE void BoundBlocks(const EdgeColumns<T>& edges, T margin, BoxTree<T>* blocks)
+{
+    const unsigned int count = edges.GetCount();
+    const unsigned int wholeBlocks = count / blockSize;
+    for (unsigned int block = 0; block < wholeBlocks; ++block)
+        blocks->SetLeaf(block, BoundBlock<Bytes>(edges, block * blockSize, margin));
+    if (count % blockSize == 0) return;
+    PlaneBox<T> rest;
+    for (unsigned int i = wholeBlocks * blockSize; i < count; ++i) {
+        EdgeValues<T> edge;
+        edge.Read(edges, i);
+        rest.Join(MakeBox(edge, margin));
+    }
+    blocks->SetLeaf(wholeBlocks, rest);
+}
+
+/// Fills the columns of the lines, by lanes of the given width.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE void MeasureLines(const EdgeColumns<T>& edges)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    constexpr T tolerance = Numbers::commonTolerance<T>;
+    Lane one, merit;
+    Broadcast(one, T(1));
+    for (unsigned int i = 0; i < edges.GetCount(); i += Lanes<T, Bytes>::count) {
+        EdgeValues<Lane> edge;
+        edge.Read(edges, i);
+        const Lane slope = edge.directionY / edge.directionX;
+        MeasurePairMerit<T>(slope, merit);
+        const auto isVertical = (edge.directionX <= tolerance) & (edge.directionX >= -tolerance);
+        edges.Write(slope, slopeColumn, i);
+        edges.Write(edge.startY - edge.startX * slope, interceptColumn, i);
+        edges.Write(merit, meritColumn, i);
+        edges.Write(isVertical ? one : Lane{}, verticalColumn, i);
+    }
 }
 
 /// The line of an edge, or of several.
@@ -113,6 +217,17 @@ struct EdgeLine
         edges.Read(merit, meritColumn, i);
         edges.Read(vertical, verticalColumn, i);
     }
+
+    /// Repeats the line of edge i in all lanes.
+    template <class T>
+    CORVEX_ALWAYS_INLINE void Repeat(const EdgeColumns<T>& edges, unsigned int i)
+    {
+        Broadcast(startX, edges.Column(startXColumn)[i]);
+        Broadcast(slope, edges.Column(slopeColumn)[i]);
+        Broadcast(intercept, edges.Column(interceptColumn)[i]);
+        Broadcast(merit, edges.Column(meritColumn)[i]);
+        Broadcast(vertical, edges.Column(verticalColumn)[i]);
+    }
 };
 
 /// Crosses a line that is not vertical with others; writes the points, and the mask of those that exist. Where the
@@ -122,13 +237,9 @@ struct EdgeLine
 /// A slope is finite or NaN, as SolvePair asks, since a direction that does not count as vertical has an x above the
 /// tolerance and a y of about 1 at most. If a slope is NaN, the point lies on no edge.
 template <class T, class Lane, class Mask>
-CORVEX_ALWAYS_INLINE void CrossSloping(const EdgeLine<T>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y, Mask* exists)
+CORVEX_ALWAYS_INLINE void CrossSloping(const EdgeLine<Lane>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y, Mask* exists)
 {
-    Lane element, side, merit;
-    Broadcast(element, -a.slope);
-    Broadcast(side, a.intercept);
-    Broadcast(merit, a.merit);
-    const PairRow<Lane> first = {element, side, merit};
+    const PairRow<Lane> first = {-a.slope, a.intercept, a.merit};
     const PairRow<Lane> second = {-b.slope, b.intercept, b.merit};
     Lane solvedX, solvedY;
     SolvePair<T>(first, second, solvedX, solvedY);
@@ -144,12 +255,13 @@ CORVEX_ALWAYS_INLINE void CrossSloping(const EdgeLine<T>& a, const EdgeLine<Lane
 
 /// Crosses a vertical line with others: the points lie on it at the height of the other line, unless that is vertical
 /// too.
-template <class T, class Lane, class Mask>
-CORVEX_ALWAYS_INLINE void CrossVertical(const EdgeLine<T>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y, Mask* exists)
+template <class Lane, class Mask>
+CORVEX_ALWAYS_INLINE void CrossVertical(const EdgeLine<Lane>& a, const EdgeLine<Lane>& b, Lane* x, Lane* y,
+                                        Mask* exists)
 {
-    Broadcast(*x, a.startX);
+    *x = a.startX;
     *y = b.intercept + a.startX * b.slope;
-    *exists = b.vertical == T(0);
+    *exists = b.vertical == 0;
 }
 
 /// The search for the nearest crossing of an edge, as far as it has come.
@@ -165,8 +277,9 @@ struct Nearest
 
 /// Looks for a nearer crossing with the edges from `first` on, by lanes of the given width.
 template <unsigned int Bytes, class T>
-CORVEX_ALWAYS_INLINE void SearchRun(const EdgeColumns<T>& edges, const EdgeValues<T>& edge, const EdgeLine<T>& line,
-                                    unsigned int first, unsigned int end, Nearest<T>* nearest)
+CORVEX_ALWAYS_INLINE void SearchRun(const EdgeColumns<T>& edges, const EdgeValues<T>& edge,
+                                    const EdgeLine<typename Lanes<T, Bytes>::Type>& line, unsigned int first,
+                                    unsigned int end, Nearest<T>* nearest)
 {
     using Lane = typename Lanes<T, Bytes>::Type;
     using Mask = decltype(Lane() == Lane());
@@ -178,10 +291,10 @@ CORVEX_ALWAYS_INLINE void SearchRun(const EdgeColumns<T>& edges, const EdgeValue
         others.Read(edges, from);
         Lane x, y;
         Mask exists, isOnFirst, isHit;
-        if (line.vertical != T(0))
+        if (line.vertical[0] != T(0))
             CrossVertical(line, others, &x, &y, &exists);
         else
-            CrossSloping(line, others, &x, &y, &exists);
+            CrossSloping<T>(line, others, &x, &y, &exists);
 
         // Few points lie on the first edge, and fewer on both.
         PointAndEdge<T, Lane>(edge, x, y).IsWithin(isOnFirst);
@@ -203,30 +316,51 @@ CORVEX_ALWAYS_INLINE void SearchRun(const EdgeColumns<T>& edges, const EdgeValue
     }
 }
 
+/// Where to begin among some edges: behind those, a register at a time, of which none has a box that meets another box.
+template <unsigned int Bytes, class T>
+CORVEX_ALWAYS_INLINE unsigned int PassOver(const EdgeColumns<T>& edges, unsigned int first, unsigned int end,
+                                           const PlaneBox<T>& box, T margin)
+{
+    using Lane = typename Lanes<T, Bytes>::Type;
+    for (; first < end; first += Lanes<T, Bytes>::count) {
+        EdgeValues<Lane> values;
+        values.Read(edges, first);
+        decltype(Lane() == Lane()) meet;
+        EdgeBoxes<Lane>(values, margin).Meet(box, meet);
+        if (AnyLane(meet)) break;
+    }
+    return first;
+}
+
 /// CrossingSearch::FindFirst by lanes of the given width, block by block.
 template <unsigned int Bytes, class T>
 CORVEX_ALWAYS_INLINE bool FindFirstCrossing(const EdgeColumns<T>& edges, const BoxTree<T>& blocks, T margin,
                                             unsigned int i, unsigned int* index, TVector2<T>* point)
 {
     EdgeValues<T> edge;
-    EdgeLine<T> line;
+    EdgeLine<typename Lanes<T, Bytes>::Type> line = {};
     edge.Read(edges, i);
-    line.Read(edges, i);
+    line.Repeat(edges, i);
     const PlaneBox<T> box = MakeBox(edge, margin);
     const unsigned int first = i + 2;
     const unsigned int end = i == 0 ? edges.GetCount() - 1 : edges.GetCount();
     Nearest<T> nearest;
-    if (first >= end) return false;
 
-    blocks.Traverse(
-        first / blockSize,
-        [&](unsigned int level, std::size_t group)
-            CORVEX_INLINE_LAMBDA { return blocks.template FindMeeting<Bytes>(level, group, box); },
-        [&](unsigned int from, unsigned int to) CORVEX_INLINE_LAMBDA {
-            SearchRun<Bytes>(edges, edge, line, std::max(from * blockSize, first), std::min(to * blockSize, end),
-                             &nearest);
-            return true;
-        });
+    // 1. The first block lies beside the edge: its box nearly always meets the edge's, so its edges go by their own.
+    const unsigned int nextBlock = first / blockSize + 1;
+    const unsigned int blockEnd = std::min(nextBlock * blockSize, end);
+    SearchRun<Bytes>(edges, edge, line, PassOver<Bytes>(edges, first, blockEnd, box, margin), blockEnd, &nearest);
+
+    // 2. The other blocks by their boxes.
+    if (blockEnd < end)
+        blocks.Traverse(
+            blocks.GetBelowTop(), nextBlock,
+            [&](unsigned int level, std::size_t group)
+                CORVEX_INLINE_LAMBDA { return blocks.template FindMeeting<Bytes>(level, group, box); },
+            [&](unsigned int from, unsigned int to) CORVEX_INLINE_LAMBDA {
+                SearchRun<Bytes>(edges, edge, line, from * blockSize, std::min(to * blockSize, end), &nearest);
+                return true;
+            });
     if (!nearest.isFound) return false;
     *index = nearest.index;
     *point = nearest.point;
@@ -241,22 +375,10 @@ CrossingSearch<T>::CrossingSearch(const T* points, unsigned int stride, unsigned
       blocks((vertexCount + blockSize - 1) / blockSize),
       margin(RoundingMargin(edges))
 {
-    const unsigned int edgeCount = vertexCount;
-    PlaneBox<T> box;
-    for (unsigned int i = 0; i < edgeCount; ++i) {
-        EdgeValues<T> edge;
-        edge.Read(edges, i);
-        const T slope = edge.directionY / edge.directionX;
-        edges.Column(slopeColumn)[i] = slope;
-        edges.Column(interceptColumn)[i] = edge.startY - edge.startX * slope;
-        edges.Column(meritColumn)[i] = PairMerit(slope);
-        edges.Column(verticalColumn)[i] = Numbers::IsZero(edge.directionX, Numbers::commonTolerance<T>) ? T(1) : T(0);
-
-        box.Join(MakeBox(edge, margin));
-        if (i % blockSize != blockSize - 1 && i != edgeCount - 1) continue;
-        blocks.SetLeaf(i / blockSize, box);
-        box = PlaneBox<T>();
-    }
+    ForThisProcessor([this](auto bytes) {
+        MeasureLines<bytes>(edges);
+        BoundBlocks<bytes>(edges, margin, &blocks);
+    });
     blocks.RaiseAll();
 }
 

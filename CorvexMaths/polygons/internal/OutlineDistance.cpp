@@ -28,6 +28,9 @@ constexpr double distanceTolerance = 1e-6;
 /// How many successive edges share a box.
 constexpr unsigned int blockSize = 8;
 
+/// As many edges are measured in less time than a tree of them is made and asked.
+constexpr unsigned int fewEdges = 16;
+
 /// What an edge offers: the distance from its line, infinite unless the point lies beside it, and from its ends.
 template <class T>
 struct Offers
@@ -74,7 +77,7 @@ bool OutlineDistance<T>::IsAt(const TVector2<T>& point, T distance)
     if (!tree) {
         // As a rule the first point is at the distance.
         if (isAt(MeasureAll(point))) return true;
-        MakeTree();
+        if (columns.GetCount() > fewEdges) MakeTree();
         return false;
     }
     CoordinateSize<T> greatest;
@@ -89,7 +92,7 @@ bool OutlineDistance<T>::IsAt(const TVector2<T>& point, T distance)
     T nearest = Numbers::unsetBound<T>;
     bool isSure = true;
     tree->Traverse(
-        0,
+        tree->GetTop(), 0,
         [&](unsigned int level, std::size_t group) {
             return tree->template FindMeeting<baselineBytes>(level, group, box);
         },

@@ -166,7 +166,7 @@ unsigned int SidePairSearch<T>::FindNext(unsigned int i, unsigned int first) con
     const std::uint64_t sectors = place >= T(0) ? GetSector(place - guard) | GetSector(place + guard) : allSectors;
     unsigned int found = sideCount;
     blocks.Traverse(
-        first / blockSize,
+        blocks.GetTop(), first / blockSize,
         [&](unsigned int level, std::size_t group) {
             unsigned int bits = blocks.template FindMeeting<baselineBytes>(level, group, box);
             const std::uint64_t* const sectorsOf = &directions[blocks.GetNumber(level, group) * BoxTree<T>::fanOut];
