@@ -60,21 +60,17 @@ void TPolygon<T, V>::RemoveDuplicateVertices()
 template <class T, template <class> class V>
 void TPolygon<T, V>::RemoveRepeats(const unsigned int* original, unsigned int repeatCount)
 {
-    // The repeats of each vertex as a chain, ascending, and from these their order of removal.
+    // The order of removal: the repeats of each vertex in turn, ascending, by a counting sort.
     const unsigned int vertexCount = this->count;
     const std::unique_ptr<unsigned int[]> order(new unsigned int[repeatCount]);
     {
-        const std::unique_ptr<unsigned int[]> firstRepeat(new unsigned int[vertexCount]);
-        const std::unique_ptr<unsigned int[]> nextRepeat(new unsigned int[vertexCount]);
-        std::fill_n(firstRepeat.get(), vertexCount, Kernels::noVertex);
-        for (unsigned int j = vertexCount; j-- > 0;) {
-            if (original[j] == Kernels::noVertex) continue;
-            nextRepeat[j] = firstRepeat[original[j]];
-            firstRepeat[original[j]] = j;
-        }
-        unsigned int* next = order.get();
-        for (unsigned int i = 0; i < vertexCount; ++i)
-            for (unsigned int j = firstRepeat[i]; j != Kernels::noVertex; j = nextRepeat[j]) *next++ = j;
+        const std::unique_ptr<unsigned int[]> places(new unsigned int[vertexCount]());
+        for (unsigned int j = 0; j < vertexCount; ++j)
+            if (original[j] != Kernels::noVertex) ++places[original[j]];
+        unsigned int place = 0;
+        for (unsigned int i = 0; i < vertexCount; ++i) place += std::exchange(places[i], place);
+        for (unsigned int j = 0; j < vertexCount; ++j)
+            if (original[j] != Kernels::noVertex) order[places[original[j]]++] = j;
     }
     if (IsExactly(*this)) {
         RemoveUnseen(order.get(), repeatCount);
@@ -99,11 +95,11 @@ void TPolygon<T, V>::RemoveUnseen(const unsigned int* order, unsigned int remova
     // 1. Each removal in turn leaves a copy of the last vertex, as the list then is, in the slot that falls free.
     const unsigned int vertexCount = this->count;
     const std::unique_ptr<bool[]> isRemoved(new bool[vertexCount]());
-    const std::unique_ptr<V<T>[]> freed(new V<T>[removalCount]);
+    const std::unique_ptr<unsigned int[]> copied(new unsigned int[removalCount]);
     unsigned int last = vertexCount - 1;
     for (unsigned int r = 0; r < removalCount; ++r) {
         while (isRemoved[last]) --last;
-        freed[removalCount - 1 - r] = this->storage[last];
+        copied[r] = last;
         isRemoved[order[r]] = true;
     }
 
@@ -111,7 +107,9 @@ void TPolygon<T, V>::RemoveUnseen(const unsigned int* order, unsigned int remova
     this->count = 0;
     for (unsigned int i = 0; i < vertexCount; ++i)
         if (!isRemoved[i]) this->storage[this->count++] = this->storage[i];
-    std::copy_n(freed.get(), removalCount, this->storage + this->count);
+
+    // 3. The slots behind, first to last: what is copied to one never stands before it, so that it is still there.
+    for (unsigned int r = removalCount; r-- > 0;) this->storage[vertexCount - 1 - r] = this->storage[copied[r]];
 }
 
 template <class T, template <class> class V>

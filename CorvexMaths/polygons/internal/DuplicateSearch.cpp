@@ -139,6 +139,8 @@ public:
     bool Has(unsigned int place) const { return (words[place / 64] >> place % 64 & 1) != 0; }
     void Add(unsigned int place) { words[place / 64] |= std::uint64_t(1) << place % 64; }
     void Clear() { std::fill_n(words.get(), places.GetCount() / 64, 0); }
+    /// Gives the memory back; the filter is of no more use.
+    void Free() { words.reset(); }
 
 private:
     static constexpr std::size_t placesPerVertex = 16;
@@ -150,8 +152,9 @@ private:
 class CellTable
 {
 public:
-    CellTable(std::size_t expected, unsigned int count)
-        : places(2 * expected), first(new unsigned int[places.GetCount()]), next(new unsigned int[count])
+    /// For about as many vertices as expected; `links` has room for one of each vertex of the outline.
+    CellTable(std::size_t expected, unsigned int* links)
+        : places(2 * expected), first(new unsigned int[places.GetCount()]), next(links)
     {
         std::fill_n(first.get(), places.GetCount(), noVertex);
     }
@@ -171,7 +174,7 @@ public:
 private:
     Places places;
     std::unique_ptr<unsigned int[]> first;
-    std::unique_ptr<unsigned int[]> next;
+    unsigned int* next;
 };
 
 /// Marks the place of a vertex that must be compared with others.
@@ -179,15 +182,16 @@ constexpr unsigned int suspect = 1u << 31;
 
 /// Writes the place of each vertex, with the mark of a suspect where an earlier vertex may lie in a cell near to it:
 /// only of these can one be a duplicate. What is found does not branch, for it cannot be foreseen. Returns how many
-/// there are; if more than `most`, it stops there.
+/// there are; if more than `most`, it stops there. Sets `markedCount` to the number of vertices that it came to.
 template <class T>
 unsigned int FindSuspects(const Outline<T>& outline, unsigned int count, unsigned int most, CellFilter& cells,
-                          unsigned int* places)
+                          unsigned int* places, unsigned int& markedCount)
 {
     constexpr unsigned int ahead = 16;
     const unsigned int fetchedEnd = cells.IsLong() ? count - ahead : 0;
     unsigned int suspectCount = 0;
-    for (unsigned int j = 0; j < count && suspectCount <= most; ++j) {
+    unsigned int j = 0;
+    for (; j < count && suspectCount <= most; ++j) {
         if (j < fetchedEnd) cells.Prefetch(cells.GetPlace(WidePosition(outline[j + ahead]).GetOwn()));
         const WidePosition position(outline[j]);
         unsigned int isSuspect = 0;
@@ -197,6 +201,7 @@ unsigned int FindSuspects(const Outline<T>& outline, unsigned int count, unsigne
         places[j] = isSuspect != 0 ? place | suspect : place;
         suspectCount += isSuspect;
     }
+    markedCount = j;
     return suspectCount;
 }
 
@@ -262,16 +267,15 @@ struct TableLookUp
 /// What is known of the vertices before the table is made.
 struct Suspects
 {
-    /// Where not set, all vertices are.
     bool areFew;
-    /// What FindSuspects wrote.
-    const unsigned int* places;
+    /// The first vertices, which FindSuspects came to; where suspects are not few, all behind these are such.
+    unsigned int markedCount;
     /// The cells near to suspects: only vertices in these can be what a suspect repeats, and the table needs no others.
     const CellFilter& nearCells;
 };
 
-/// Writes for each vertex which it repeats, by a table of cells of the given kind, and returns how many do; `noVertex`
-/// as soon as the chains took more than `mostSteps`.
+/// Writes for each vertex which it repeats, by a table of cells of the given kind, where FindSuspects wrote its place;
+/// returns how many do, or `noVertex` as soon as the chains took more than `mostSteps`.
 template <class Position, class T>
 unsigned int SearchTable(const Outline<T>& outline, unsigned int count, const Suspects& suspects, std::size_t mostSteps,
                          CellTable table, unsigned int* original)
@@ -284,13 +288,12 @@ unsigned int SearchTable(const Outline<T>& outline, unsigned int count, const Su
     for (unsigned int j = 0; j < count && steps <= mostSteps;) {
         unsigned int lookUpCount = 0;
         for (; j < count && lookUpCount < batchSize; ++j) {
-            const unsigned int place = suspects.places[j];
+            const unsigned int place = j < suspects.markedCount ? original[j] : suspect;
             const bool isPassedOver = suspects.areFew && !suspects.nearCells.Has(place & ~suspect);
             original[j] = noVertex;
             // What is not a number is near nothing and needs no cell.
             if (isPassedOver || std::isnan(outline[j][0]) || std::isnan(outline[j][1])) continue;
-            const bool isSuspect = !suspects.areFew || (place & suspect) != 0;
-            lookUps[lookUpCount++].Begin(j, Position(outline[j]), isSuspect, table);
+            lookUps[lookUpCount++].Begin(j, Position(outline[j]), (place & suspect) != 0, table);
         }
         for (unsigned int k = 0; isLarge && k < lookUpCount; ++k) lookUps[k].FetchChains(outline, table);
         for (unsigned int k = 0; k < lookUpCount; ++k) {
@@ -306,36 +309,62 @@ unsigned int SearchTable(const Outline<T>& outline, unsigned int count, const Su
     return duplicateCount;
 }
 
+/// As many vertices are compared pair by pair in less time than a filter of them takes.
+constexpr unsigned int fewVertices = 12;
+
+/// FindDuplicates by all pairs.
+template <class T>
+unsigned int ComparePairs(const Outline<T>& outline, unsigned int count, unsigned int* original)
+{
+    unsigned int duplicateCount = 0;
+    for (unsigned int j = 0; j < count; ++j) {
+        unsigned int i = 0;
+        while (i < j && (original[i] != noVertex || !outline.AreNear(i, j))) ++i;
+        original[j] = i < j ? i : noVertex;
+        duplicateCount += i < j ? 1u : 0u;
+    }
+    return duplicateCount;
+}
+
 } // namespace
 
 template <class T>
 unsigned int FindDuplicates(const T* points, unsigned int stride, unsigned int count, unsigned int* original)
 {
+    const Outline<T> outline{points, stride};
+    if (count <= fewVertices) return ComparePairs(outline, count, original);
+
     // Where there are more suspects than a few, it is quicker to take all vertices for such.
     const unsigned int fewSuspects = count / 8;
-    const Outline<T> outline{points, stride};
     CellFilter cells(count);
-    const std::unique_ptr<unsigned int[]> places(new unsigned int[count]);
-    const unsigned int suspectCount = FindSuspects(outline, count, fewSuspects, cells, places.get());
+    unsigned int markedCount = 0;
+    const unsigned int suspectCount = FindSuspects(outline, count, fewSuspects, cells, original, markedCount);
     if (suspectCount == 0) {
         std::fill_n(original, count, noVertex);
         return 0;
     }
 
     const bool areFew = suspectCount <= fewSuspects;
-    cells.Clear();
-    for (unsigned int j = 0; areFew && j < count; ++j)
-        if ((places[j] & suspect) != 0)
-            WidePosition(outline[j]).VisitNear([&](std::uint64_t hash) { cells.Add(cells.GetPlace(hash)); });
-
-    const Suspects suspects{areFew, places.get(), cells};
+    if (areFew) {
+        cells.Clear();
+        for (unsigned int j = 0; j < count; ++j)
+            if ((original[j] & suspect) != 0)
+                WidePosition(outline[j]).VisitNear([&](std::uint64_t hash) { cells.Add(cells.GetPlace(hash)); });
+    } else {
+        // The table takes over the memory: fresh memory would take as long as the search.
+        cells.Free();
+    }
+    const std::unique_ptr<unsigned int[]> links(new unsigned int[count]);
     const std::size_t expected = areFew ? 2 * std::size_t(suspectCount) : count;
     const std::size_t fewSteps = 4 * expected;
-    const unsigned int duplicateCount =
-        SearchTable<TablePosition>(outline, count, suspects, fewSteps, CellTable(expected, count), original);
+    const unsigned int duplicateCount = SearchTable<TablePosition>(
+        outline, count, {areFew, markedCount, cells}, fewSteps, CellTable(expected, links.get()), original);
     if (duplicateCount != noVertex) return duplicateCount;
+
+    // The marks are overwritten: all vertices are suspects.
     constexpr std::size_t anySteps = std::numeric_limits<std::size_t>::max();
-    return SearchTable<NarrowPosition>(outline, count, suspects, anySteps, CellTable(expected, count), original);
+    return SearchTable<NarrowPosition>(outline, count, {false, 0, cells}, anySteps, CellTable(count, links.get()),
+                                       original);
 }
 
 template unsigned int FindDuplicates(const float*, unsigned int, unsigned int, unsigned int*);
