@@ -1,5 +1,6 @@
 #include <CorvexMaths/regions/internal/EdgeTree.h>
 
+#include <CorvexMaths/Numbers.h>
 #include <CorvexMaths/regions/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
 
@@ -120,45 +121,76 @@ void EdgeTree::MakeGroups()
     }
 }
 
+// Spines
+// ------
+// What a spine covers is the hull of the squares about its two ends: the squares between have sides in proportion. As a
+// hull it covers another spine where it covers the squares about both ends of that. An end at a distance d in x and y
+// from the point at a share t of the way, with a radius of its own, is covered if (1 - t) fromRadius + t toRadius is at
+// least the sum of that radius and d.
+//
+// Two hulls have no point in common if in some direction n one ends before the other starts. One ends where the
+// greater of its squares does, and a square of half side r reaches r (|nx| + |ny|) beyond its middle. All these are
+// whole numbers, and whatever n is, the answer is right. It is found often where n is across a side of one of the
+// hulls, along which both its squares end at once: for rays from nearly one point, whose squares are small there, these
+// sides lead between them.
+
 std::int64_t EdgeTree::Spine::GetLength() const
 {
-    return std::max(std::abs(toX - fromX), std::abs(toY - fromY));
+    return std::max(std::abs(to.x - from.x), std::abs(to.y - from.y));
 }
 
-std::int64_t EdgeTree::Spine::GetDistance(std::int64_t x, std::int64_t y) const
+void EdgeTree::Spine::Cover(const std::vector<Spine>& parts)
 {
-    // Along the axis of its greater extent, u, the point of the segment nearest in u, and there the distance in v.
-    const bool isUpright = std::abs(toX - fromX) < std::abs(toY - fromY);
-    const std::int64_t fromU = isUpright ? fromY : fromX, toU = isUpright ? toY : toX, u = isUpright ? y : x;
-    const std::int64_t fromV = isUpright ? fromX : fromY, toV = isUpright ? toX : toY, v = isUpright ? x : y;
-    const std::int64_t at = std::max(std::min(fromU, toU), std::min(u, std::max(fromU, toU)));
-    const std::int64_t rise = toU == fromU ? 0 : (toV - fromV) * (at - fromU) / (toU - fromU);
-    return std::max(std::abs(u - at), std::abs(v - fromV - rise) + 1);
-}
-
-void EdgeTree::Spine::Cover(const Spine& other)
-{
-    const std::int64_t far = std::max(GetDistance(other.fromX, other.fromY), GetDistance(other.toX, other.toY));
-    radius = std::max(radius, std::min(far + other.radius, greatest));
+    // Along the axis of the greater extent, u, the share of the point of the segment nearest in u, and from there the
+    // distance in u and v. Rounding takes less than two steps.
+    const bool isUpright = std::abs(to.x - from.x) < std::abs(to.y - from.y);
+    const auto u = [=](const GridPoint& p) { return isUpright ? p.y : p.x; };
+    const auto v = [=](const GridPoint& p) { return isUpright ? p.x : p.y; };
+    const double length = static_cast<double>(u(to) - u(from));
+    const double rise = static_cast<double>(v(to) - v(from));
+    double first = 0.0;
+    double last = 0.0;
+    const auto add = [&](const GridPoint& p, std::int64_t radius) {
+        const std::int64_t at = std::max(std::min(u(from), u(to)), std::min(u(p), std::max(u(from), u(to))));
+        const double share = length == 0.0 ? 0.0 : static_cast<double>(at - u(from)) / length;
+        const double across = static_cast<double>(v(p) - v(from)) - rise * share;
+        const double far = std::max(static_cast<double>(std::abs(u(p) - at)), Numbers::Absolute(across));
+        // The nearer end alone sees to it.
+        const double needed = far + static_cast<double>(radius) + 2.0;
+        if (share > 0.5)
+            last = std::max(last, needed / share);
+        else
+            first = std::max(first, needed / (1.0 - share));
+    };
+    for (const Spine& part : parts) {
+        add(part.from, part.fromRadius);
+        add(part.to, part.toRadius);
+    }
+    fromRadius = static_cast<std::int64_t>(first) + 1;
+    toRadius = static_cast<std::int64_t>(last) + 1;
 }
 
 bool EdgeTree::Spine::IsApart(const Spine& other) const
 {
-    // Coordinates have 30 bits and radii hardly more, so that all of this fits into 63.
-    const std::int64_t dx = toX - fromX;
-    const std::int64_t dy = toY - fromY;
-    const std::int64_t start = dx * (other.fromY - fromY) - dy * (other.fromX - fromX);
-    const std::int64_t end = dx * (other.toY - fromY) - dy * (other.toX - fromX);
-    const std::int64_t width = (radius + other.radius) * (std::abs(dx) + std::abs(dy));
-    return (start > width && end > width) || (start < -width && end < -width);
-}
-
-EdgeTree::Spine EdgeTree::GetSpine(std::uint32_t edge) const
-{
-    const GridPoint& a = chains.points[edge];
-    const GridPoint& b = chains.points[edge + 1];
-    // Coordinates are rounded down by less than 1; another step is for edges that are close without meeting.
-    return Spine{ToBoxX(a.x), ToBoxY(a.y), ToBoxX(b.x), ToBoxY(b.y), 2};
+    // Radii grow by an extent a level at most, and stay below 2^46: all of this fits into 96 bits.
+    const GridPoint spine{to.x - from.x, to.y - from.y};
+    const GridPoint there{other.from.x + other.to.x - 2 * from.x, other.from.y + other.to.y - 2 * from.y};
+    const int side = WideProduct(spine.x, there.y) > WideProduct(spine.y, there.x) ? 1 : -1;
+    // The way along the side, from corner to corner of the squares; which corners these are depends on the way.
+    const std::int64_t growth = toRadius - fromRadius;
+    GridPoint way = spine;
+    for (int pass = 0; pass < 2; ++pass) {
+        const GridPoint corner{way.y >= 0 ? -side : side, way.x >= 0 ? side : -side};
+        way = GridPoint{spine.x + corner.x * growth, spine.y + corner.y * growth};
+    }
+    const GridPoint n{-side * way.y, side * way.x};
+    const std::int64_t width = std::abs(n.x) + std::abs(n.y);
+    const auto along = [&](const GridPoint& p) {
+        return WideProduct(n.x, p.x - from.x) + WideProduct(n.y, p.y - from.y);
+    };
+    const Wide end = std::max(WideProduct(fromRadius, width), along(to) + WideProduct(toRadius, width));
+    return along(other.from) - WideProduct(other.fromRadius, width) > end &&
+           along(other.to) - WideProduct(other.toRadius, width) > end;
 }
 
 void EdgeTree::MakeSpines()
@@ -174,7 +206,9 @@ void EdgeTree::MakeSpines(unsigned int level)
     for (std::size_t g = 0; g < levels[level].size(); ++g) {
         parts.clear();
         if (level == 0) {
-            for (std::uint32_t k = 0; k < blocks[g].count; ++k) parts.push_back(GetSpine(blocks[g].first + k));
+            // A step is for edges that are close without meeting.
+            for (std::uint32_t i = blocks[g].first; i < blocks[g].first + blocks[g].count; ++i)
+                parts.push_back(Spine{chains.points[i], chains.points[i + 1], 1, 1});
         } else {
             const std::vector<Spine>& below = spines[level - 1];
             for (std::size_t k = g * fanOut; k < std::min((g + 1) * fanOut, below.size()); ++k)
@@ -183,7 +217,7 @@ void EdgeTree::MakeSpines(unsigned int level)
         // The longest has the direction that matters.
         Spine spine = *std::max_element(parts.begin(), parts.end(),
                                         [](const Spine& a, const Spine& b) { return a.GetLength() < b.GetLength(); });
-        for (const Spine& part : parts) spine.Cover(part);
+        spine.Cover(parts);
         spines[level].push_back(spine);
     }
 }

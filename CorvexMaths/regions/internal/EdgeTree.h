@@ -37,7 +37,8 @@ struct Chains
 /// is.
 ///
 /// Boxes of long slanted edges side by side, as of the rays of a star, overlap one another without being close. Where
-/// many do, groups are told apart by their spines too: a group lies in the square of a radius moved along a spine.
+/// many do, groups are told apart by their spines too: a group lies in a square moved along a spine, which may grow on
+/// the way, as what a bundle of rays covers does.
 class EdgeTree
 {
 public:
@@ -73,21 +74,16 @@ private:
         std::uint32_t count;
     };
 
-    /// What covers a group: a segment in coordinates of boxes, and the half side of the square moved along it.
+    /// What covers a group: all squares about the points of a segment, whose half sides change evenly along it.
     struct Spine
     {
-        std::int64_t fromX, fromY, toX, toY;
-        std::int64_t radius;
-
-        /// A radius that covers everything.
-        static constexpr std::int64_t greatest = (std::int64_t(1) << 30) + 2;
+        GridPoint from, to;
+        std::int64_t fromRadius, toRadius;
 
         std::int64_t GetLength() const;
-        /// How far a point is from the segment in x and in y, rounded up.
-        std::int64_t GetDistance(std::int64_t x, std::int64_t y) const;
-        /// Widens it so that it covers another of these.
-        void Cover(const Spine& other);
-        /// Whether the line of the spine tells that another group is not close.
+        /// Sets the radii so that it covers others.
+        void Cover(const std::vector<Spine>& parts);
+        /// Whether a line along a side of it tells that another is not close.
         bool IsApart(const Spine& other) const;
     };
 
@@ -101,7 +97,6 @@ private:
     void MakeGroups();
     void MakeSpines();
     void MakeSpines(unsigned int level);
-    Spine GetSpine(std::uint32_t edge) const;
     void SetBox(std::uint32_t edge, Group* group, unsigned int k) const;
     static void Clear(Group* group);
     static void SetBox(const Group& below, Group* group, unsigned int k);
