@@ -315,6 +315,28 @@ TEST(OffsetDistances, CrossingsBesideSharpNotchesLieNoNearerThanAStep)
     }
 }
 
+// Where the sides of what is left would be shorter than a step, it is not turned inside out.
+TEST(OffsetDistances, TrianglesVanishAtTheirInnerRadius)
+{
+    for (unsigned int seed = 1; seed <= 300; ++seed) {
+        std::mt19937 random(seed);
+        Outline corners;
+        for (int i = 0; i < 3; ++i) {
+            const double x = Draw(&random, 1000);
+            corners.Add(Vector(x, Draw(&random, 1000)));
+        }
+        const Region triangle(corners);
+        double length = 0;
+        for (unsigned int i = 0; i < 3; ++i) length += (corners[(i + 1) % 3] - corners[i]).GetLength();
+        const double r = 2 * triangle.GetArea() / length;
+        for (const Join join : {Join::Round, Join::Mitre, Join::Bevel}) {
+            const Region rest = triangle.Offset(-r, join);
+            for (const CorvexTest::PlainSide& side : CorvexTest::PlainSides(rest.GetOutlines()))
+                EXPECT_GE(DistanceToRim({corners}, side.a), r - rest.GetStep()) << seed;
+        }
+    }
+}
+
 // Tips 0.03 apart and 0.5 deep: all but a rim of arcs about the tips is in pits.
 TEST(OffsetPits, DenseOutlinesNeedNoMoreVerticesThanTheirRim)
 {

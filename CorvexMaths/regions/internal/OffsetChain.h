@@ -110,6 +110,12 @@ public:
         return Cross(y - places[i], x - places[i]) > margin * r;
     }
 
+    /// Whether a part between two cuts is so short that rounding may turn it round, or runs back.
+    bool IsShort(const Part& part, const Part& next) const
+    {
+        return IsBefore(part.element, next.start, part.start, -rule.Fine(3));
+    }
+
     /// The place of the ring about which a point of the curve lies.
     PlaneVector FootOf(Index element, const PlaneVector& x) const
     {

@@ -33,7 +33,8 @@
 // greater by half the diagonal of a cell. At a notch one corner is taken for each of the two features, and the curve
 // crosses itself before them: that it winds more often beyond the notch, where both cover, changes nothing. So copies
 // and joins lie nowhere nearer than r, nor further than a step and a half beyond, and copies that fall on the grid are
-// exact. The arrangement moves crossings by half a step in x and y, which together is less than a step.
+// exact. Between two notches rounding must not turn a copy round: where it would be some steps long at most, the
+// crossings are left to the arrangement, which moves each by half a step in x and y, together less than a step.
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -98,8 +99,7 @@ public:
         for (std::size_t i = 0; i < parts->size(); ++i) {
             Part& part = (*parts)[i];
             Part& next = (*parts)[i + 1 < parts->size() ? i + 1 : 0];
-            if (part.link != Link::Cut || next.link != Link::Cut) continue;
-            if (!chain.IsBefore(part.element, next.start, part.start, chain.slack)) continue;
+            if (part.link != Link::Cut || next.link != Link::Cut || !chain.IsShort(part, next)) continue;
             if (IsAtCorner((*parts)[i > 0 ? i - 1 : parts->size() - 1], part))
                 part.link = Link::Spike;
             else if (IsAtCorner(part, next))

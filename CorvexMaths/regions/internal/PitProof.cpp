@@ -181,9 +181,7 @@ void CheckPits(const OffsetChain& chain, std::vector<Part>* parts)
     for (std::size_t i = 0; i < parts->size(); ++i) {
         Part& part = (*parts)[i];
         Part& next = (*parts)[i + 1 < parts->size() ? i + 1 : 0];
-        if (part.link == Link::Cut && next.link == Link::Cut &&
-            chain.IsBefore(part.element, next.start, part.start, chain.slack))
-        {
+        if (part.link == Link::Cut && next.link == Link::Cut && chain.IsShort(part, next)) {
             part.link = Link::Raw;
             next.link = Link::Raw;
         }
