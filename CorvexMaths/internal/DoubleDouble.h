@@ -3,7 +3,9 @@
 #include <CorvexMaths/internal/Lanes.h>
 
 #include <cmath>
+#include <cstddef>
 #include <type_traits>
+#include <utility>
 
 /// Numbers of about 32 digits, each the unevaluated sum of two doubles (T. J. Dekker, "A floating-point technique for
 /// extending the available precision", 1971). Plain additions and multiplications alone, so that every machine gives
@@ -12,6 +14,7 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 
 /// The sum high + low, with low at most half a unit in the last place of high; or as many of them as Value has lanes.
+/// Lanes go through references, and what takes them is inlined, as kernels ask for.
 template <class Value>
 struct Twofold
 {
@@ -19,26 +22,26 @@ struct Twofold
     Value low = {};
 
     Twofold() = default;
-    Twofold(Value value) : high(value) {}
-    Twofold(Value h, Value l) : high(h), low(l) {}
+    CORVEX_ALWAYS_INLINE Twofold(const Value& value) : high(value) {}
+    CORVEX_ALWAYS_INLINE Twofold(const Value& h, const Value& l) : high(h), low(l) {}
 
-    explicit operator Value() const { return high; }
+    explicit operator double() const { return high; }
 
     /// The sum of two numbers without error (D. E. Knuth).
-    static Twofold Sum(Value a, Value b)
+    CORVEX_ALWAYS_INLINE static Twofold Sum(const Value& a, const Value& b)
     {
         const Value s = a + b;
         const Value t = s - a;
         return {s, (a - (s - t)) + (b - t)};
     }
     /// The same where a is 0 or not below b in absolute value.
-    static Twofold OrderedSum(Value a, Value b)
+    CORVEX_ALWAYS_INLINE static Twofold OrderedSum(const Value& a, const Value& b)
     {
         const Value s = a + b;
         return {s, b - (s - a)};
     }
     /// The product of two numbers without error; each is split into halves of 26 bits (G. W. Veltkamp).
-    static Twofold Product(Value a, Value b)
+    CORVEX_ALWAYS_INLINE static Twofold Product(const Value& a, const Value& b)
     {
         const double splitter = 134217729.0; // 2^27 + 1
         const Value p = a * b;
@@ -51,16 +54,16 @@ struct Twofold
         return {p, ((ah * bh - p) + ah * bl + al * bh) + al * bl};
     }
 
-    Twofold operator-() const { return {-high, -low}; }
+    CORVEX_ALWAYS_INLINE Twofold operator-() const { return {-high, -low}; }
 
     /// To within 2^-103 of the greater term.
-    friend Twofold operator+(const Twofold& a, const Twofold& b)
+    CORVEX_ALWAYS_INLINE friend Twofold operator+(const Twofold& a, const Twofold& b)
     {
         const Twofold s = Sum(a.high, b.high);
         return OrderedSum(s.high, s.low + (a.low + b.low));
     }
-    friend Twofold operator-(const Twofold& a, const Twofold& b) { return a + -b; }
-    friend Twofold operator*(const Twofold& a, const Twofold& b)
+    CORVEX_ALWAYS_INLINE friend Twofold operator-(const Twofold& a, const Twofold& b) { return a + -b; }
+    CORVEX_ALWAYS_INLINE friend Twofold operator*(const Twofold& a, const Twofold& b)
     {
         const Twofold p = Product(a.high, b.high);
         return OrderedSum(p.high, p.low + (a.high * b.low + a.low * b.high));
@@ -72,7 +75,7 @@ struct Twofold
         const Twofold rest = a - b * Twofold(q);
         return OrderedSum(q, rest.high / b.high);
     }
-    friend Twofold& operator+=(Twofold& a, const Twofold& b) { return a = a + b; }
+    CORVEX_ALWAYS_INLINE friend Twofold& operator+=(Twofold& a, const Twofold& b) { return a = a + b; }
     friend bool operator<(const Twofold& a, const Twofold& b)
     {
         return a.high < b.high || (a.high == b.high && a.low < b.low);
@@ -81,64 +84,103 @@ struct Twofold
 
 using DoubleDouble = Twofold<double>;
 
-/// A number for each lane of a register that every processor has.
-using DoubleLanes = BaselineLanes<double>;
+/// Sets lanes to every `stride`-th of the values.
+template <unsigned int stride, class Lane, std::size_t... indices>
+CORVEX_ALWAYS_INLINE void SetEvery(Lane& lane, const double* values, std::index_sequence<indices...>)
+{
+    const double every[] = {values[indices * stride]...};
+    Load(lane, every);
+}
+
+/// Adds a number, or as many as there are lanes, to sums of which the high and the low parts stand apart.
+template <class Value>
+CORVEX_ALWAYS_INLINE void AddTo(double* high, double* low, const Value& x)
+{
+    Value h;
+    Value l;
+    Load(h, high);
+    Load(l, low);
+    const Twofold<Value> sum = Twofold<Value>::Sum(h, x);
+    Store(high, sum.high);
+    Store(low, Value(l + sum.low));
+}
 
 /// The number of the first parts: what Real stands for, rounded.
 template <class Value>
-Value Rounded(const Value& x)
+CORVEX_ALWAYS_INLINE const Value& Rounded(const Value& x)
 {
     return x;
 }
 template <class Value>
-Value Rounded(const Twofold<Value>& x)
+CORVEX_ALWAYS_INLINE const Value& Rounded(const Twofold<Value>& x)
 {
     return x.high;
 }
 
 /// What a number is rounded to: `double`, or lanes of it.
 template <class Real>
-using RoundedType = decltype(Rounded(Real()));
+using RoundedType = std::decay_t<decltype(Rounded(std::declval<Real>()))>;
 
-/// A double for all lanes.
-template <class Value>
-Value Spread(double x)
+/// Sets all lanes to a number. The register is filled before it is written, else g++ takes it for one read too early.
+template <class Lane>
+CORVEX_ALWAYS_INLINE void Spread(Lane& lane, double x)
 {
-    Value value;
-    Broadcast(value, x);
-    return value;
+    Lane all;
+    Broadcast(all, x);
+    std::memcpy(&lane, &all, sizeof(Lane));
 }
 
-/// A number to twice the digits as Real, which may have fewer digits, or several lanes.
+/// A number as another of as many digits as Real, whose lanes it fills.
 template <class Real>
-Real As(const DoubleDouble& x)
+CORVEX_ALWAYS_INLINE auto As(const DoubleDouble& x)
 {
     using Value = RoundedType<Real>;
-    if constexpr (std::is_same_v<Real, Value>)
-        return Spread<Value>(x.high);
-    else
-        return {Spread<Value>(x.high), Spread<Value>(x.low)};
+    if constexpr (std::is_same_v<Real, Value>) {
+        return x.high;
+    } else {
+        Real value;
+        Spread(value.high, x.high);
+        Spread(value.low, x.low);
+        return value;
+    }
+}
+
+/// Sets a number, or lanes of them, to the square root of another.
+CORVEX_ALWAYS_INLINE void SetRoot(double& root, double a)
+{
+    root = std::sqrt(a);
+}
+template <class Lane>
+CORVEX_ALWAYS_INLINE void SetRoot(Lane& root, const Lane& a)
+{
+    constexpr unsigned int count = sizeof(Lane) / sizeof(double);
+    double values[count];
+    Store(values, a);
+    for (double& x : values) x = std::sqrt(x);
+    Load(root, values);
+}
+/// That of a number that is not negative: one step of Newton's on the root of its first part.
+template <class Value>
+CORVEX_ALWAYS_INLINE void SetRoot(Twofold<Value>& result, const Twofold<Value>& a)
+{
+    Value root;
+    SetRoot(root, a.high);
+    const Twofold<Value> rest = a - Twofold<Value>::Product(root, root);
+    const Twofold<Value> better = Twofold<Value>::OrderedSum(root, rest.high / (root + root));
+    const auto isPositive = root > 0.0;
+    result.high = isPositive ? better.high : Value{};
+    result.low = isPositive ? better.low : Value{};
 }
 
 inline double SquareRoot(double a)
 {
     return std::sqrt(a);
 }
-inline DoubleLanes SquareRoot(const DoubleLanes& a)
+inline DoubleDouble SquareRoot(const DoubleDouble& a)
 {
-    DoubleLanes root;
-    for (unsigned int k = 0; k < baselineCount<double>; ++k) root[k] = std::sqrt(a[k]);
+    DoubleDouble root;
+    SetRoot(root, a);
     return root;
-}
-/// The square root of a number that is not negative: one step of Newton's on the root of its first part.
-template <class Value>
-Twofold<Value> SquareRoot(const Twofold<Value>& a)
-{
-    const Value root = SquareRoot(a.high);
-    const Twofold<Value> rest = a - Twofold<Value>::Product(root, root);
-    const Twofold<Value> better = Twofold<Value>::OrderedSum(root, rest.high / (root + root));
-    const auto isPositive = root > 0.0;
-    return {isPositive ? better.high : Value{}, isPositive ? better.low : Value{}};
 }
 
 } // namespace Halmont::Orrin::CorvexMaths::Kernels

@@ -70,7 +70,8 @@ private:
             const DoubleDouble x = DoubleDouble(points[i][0]) - ring->centre[0];
             const DoubleDouble y = DoubleDouble(points[i][1]) - ring->centre[1];
             const DoubleDouble radius = SquareRoot(x * x + y * y);
-            const double divisor = Kernels::Round<2>::Divisor(radius.high);
+            double divisor;
+            Kernels::Round<2>::SetDivisor(divisor, radius.high);
             plane.x[i] = x.high / divisor;
             plane.y[i] = y.high / divisor;
             if (i == 0 || radius < ring->least) ring->least = radius;

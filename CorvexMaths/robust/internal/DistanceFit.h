@@ -3,9 +3,88 @@
 #include <CorvexMaths/robust/internal/LocalPoints.h>
 #include <CorvexMaths/robust/internal/TallTriangle.h>
 
+#include <algorithm>
+
 /// Orthogonal least squares: one solver for all features.
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
+
+/// What is told of all distances together: the sum of their squares to twice the digits, the least and the greatest. In
+/// partial results of a number that holds for all widths of registers.
+template <class Feature>
+class Tally
+{
+public:
+    Tally()
+    {
+        std::fill_n(lowest, parts, std::numeric_limits<double>::infinity());
+        std::fill_n(highest, parts, -std::numeric_limits<double>::infinity());
+    }
+
+    /// Takes in the distances of points one after the other, each in its components.
+    void Add(const double* distances, unsigned int count)
+    {
+        ForThisProcessor<widestBytes>([=](auto bytes) { this->template AddBy<bytes>(distances, count); });
+    }
+
+    /// Joins the components of a distance, of one point or of as many as there are lanes.
+    template <class Value>
+    CORVEX_ALWAYS_INLINE static void Join(const Value (&components)[Feature::rows], Value& distance, Value& square)
+    {
+        square = Value{};
+        for (const Value& x : components) square += x * x;
+        if constexpr (Feature::rows == 1)
+            distance = components[0];
+        else
+            Feature::Join(distance, components[0], components[1]);
+    }
+
+    double Squares() const
+    {
+        DoubleDouble sum;
+        for (unsigned int k = 0; k < parts; ++k) sum += DoubleDouble::Sum(high[k], low[k]);
+        return sum.high;
+    }
+    double Lowest() const { return *std::min_element(lowest, lowest + parts); }
+    double Highest() const { return *std::max_element(highest, highest + parts); }
+
+private:
+    static constexpr unsigned int parts = widestBytes / sizeof(double);
+    double high[parts] = {};
+    double low[parts] = {};
+    double lowest[parts];
+    double highest[parts];
+
+    template <unsigned int Bytes>
+    CORVEX_ALWAYS_INLINE void AddBy(const double* distances, unsigned int count)
+    {
+        const unsigned int whole = count - count % parts;
+        for (unsigned int i = 0; i < whole; i += Lanes<double, Bytes>::count)
+            AddAt<Bytes>(i % parts, distances + i * Feature::rows);
+        for (unsigned int i = whole; i < count; ++i) AddAt<sizeof(double)>(i % parts, distances + i * Feature::rows);
+    }
+
+    template <unsigned int Bytes>
+    CORVEX_ALWAYS_INLINE void AddAt(unsigned int part, const double* distances)
+    {
+        using Lane = typename Lanes<double, Bytes>::Type;
+        constexpr unsigned int count = Lanes<double, Bytes>::count;
+        Lane components[Feature::rows];
+        for (unsigned int j = 0; j < Feature::rows; ++j)
+            SetEvery<Feature::rows>(components[j], distances + j, std::make_index_sequence<count>());
+        Lane distance;
+        Lane square;
+        Join(components, distance, square);
+
+        AddTo(high + part, low + part, square);
+        Lane least;
+        Lane most;
+        Load(least, lowest + part);
+        Load(most, highest + part);
+        Store(lowest + part, Lane(distance < least ? distance : least));
+        Store(highest + part, Lane(most < distance ? distance : most));
+    }
+};
 
 /// Moves a feature until the sum of the squared distances of points from it is least.
 ///
@@ -133,7 +212,12 @@ public:
     {
         double row[Feature::rows][K + 1];
         feature.template Row<DoubleDouble>(points[i], row);
-        return Signed(row);
+        double components[Feature::rows];
+        for (unsigned int j = 0; j < Feature::rows; ++j) components[j] = row[j][K];
+        double distance;
+        double square;
+        Tally<Feature>::Join(components, distance, square);
+        return distance;
     }
 
     DistanceFit& operator=(const DistanceFit& other)
@@ -154,61 +238,25 @@ private:
     TallTriangle<K + 1> triangle;
     double damping = 0.0;
 
-    static double Signed(const double (&row)[Feature::rows][K + 1])
-    {
-        double distances[Feature::rows];
-        for (unsigned int j = 0; j < Feature::rows; ++j) distances[j] = row[j][K];
-        return Feature::Signed(distances);
-    }
-
-    /// `Real` for several points side by side.
-    template <class Real>
-    using LanesOf = std::conditional_t<std::is_same_v<Real, double>, DoubleLanes, Twofold<DoubleLanes>>;
+    /// `Real` of as many points as there are lanes.
+    template <class Real, class Lane>
+    using LanesOf = std::conditional_t<std::is_same_v<Real, double>, Lane, Twofold<Lane>>;
 
     template <class Real>
     void Evaluate(const Feature& at)
     {
         ++iterations;
         triangle = {};
-        lowest = std::numeric_limits<double>::infinity();
-        highest = -lowest;
-        DoubleDouble sum;
-        constexpr unsigned int laneCount = baselineCount<double>;
-        unsigned int i = 0;
-        for (; i + laneCount <= points.GetCount(); i += laneCount) {
-            DoubleLanes place[Feature::dimension];
-            DoubleLanes row[Feature::rows][K + 1];
-            for (unsigned int k = 0; k < Feature::dimension; ++k)
-                place[k] = GatherLanes<double, Feature::dimension>(points[i] + k);
-            at.template Row<LanesOf<Real>>(place, row);
-            for (unsigned int lane = 0; lane < laneCount; ++lane)
-                sum += Take([&](unsigned int j, unsigned int k) { return row[j][k][lane]; });
-        }
-        for (; i < points.GetCount(); ++i) {
-            double row[Feature::rows][K + 1];
-            at.template Row<Real>(points[i], row);
-            sum += Take([&](unsigned int j, unsigned int k) { return row[j][k]; });
-        }
-        triangle.Finish();
-        squares = sum.high;
-    }
-
-    /// Takes in the rows of a point, entry(j, k) being that of row j and column k; returns its squared distance.
-    template <class Entry>
-    double Take(Entry entry)
-    {
-        double square = 0.0;
-        double distances[Feature::rows];
-        for (unsigned int j = 0; j < Feature::rows; ++j) {
-            double* const to = triangle.Next();
-            for (unsigned int k = 0; k <= K; ++k) to[k * TallTriangle<K + 1>::blockRows] = entry(j, k);
-            distances[j] = entry(j, K);
-            square += distances[j] * distances[j];
-        }
-        const double distance = Feature::Signed(distances);
-        lowest = std::min(lowest, distance);
-        highest = std::max(highest, distance);
-        return square;
+        Tally<Feature> tally;
+        triangle.template Take<Feature::rows, Feature::dimension>(
+            points[0], points.GetCount(),
+            [at](const auto* place, auto& row) __attribute__((always_inline)) {
+                at.template Row<LanesOf<Real, std::decay_t<decltype(*place)>>>(place, row);
+            },
+            [&tally](const double* distances, unsigned int count) { tally.Add(distances, count); });
+        squares = tally.Squares();
+        lowest = tally.Lowest();
+        highest = tally.Highest();
     }
 
     /// Whether the columns before j already span column j, as far as rounding lets that be seen.

@@ -8,7 +8,7 @@
 /// The features to fit: for each the distances of a point and their derivatives by the parameters, and how a step moves
 /// it. `Row` writes the derivatives and then the distance; it is written once for double and for twice its digits, in
 /// which the distance is computed before it is rounded, of one point or of as many as there are lanes. A feature with
-/// two rows has a distance in two components at right angles, whose squares add.
+/// two rows has a distance in two components at right angles, which `Join` joins to one.
 ///
 /// `hasSign` tells whether distances have one, `startsThere` whether the starting value is the minimum but for
 /// rounding.
@@ -34,13 +34,14 @@ struct Flat
     Placement<D> place;
 
     template <class Real, class Value = RoundedType<Real>>
-    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
+    CORVEX_ALWAYS_INLINE void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
-        row[0][0] = Spread<Value>(-1.0);
-        for (unsigned int k = 0; k < D - 1; ++k) row[0][1 + k] = place.template Along<Value>(k, point);
-        row[0][D] = Rounded(place.template Along<Real>(D - 1, point));
+        Real distance;
+        place.SetAlong(distance, D - 1, point);
+        Spread(row[0][0], -1.0);
+        for (unsigned int k = 0; k < D - 1; ++k) place.SetAlong(row[0][1 + k], k, point);
+        row[0][D] = Rounded(distance);
     }
-    static double Signed(const double* distances) { return distances[0]; }
 
     void Move(const double* step)
     {
@@ -63,18 +64,25 @@ struct Straight
     Placement<3> place;
 
     template <class Real, class Value = RoundedType<Real>>
-    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
+    CORVEX_ALWAYS_INLINE void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
-        const Value z = place.Along<Value>(2, point);
+        Value z;
+        place.SetAlong(z, 2, point);
         for (unsigned int k = 0; k < 2; ++k) {
-            row[k][k] = Spread<Value>(-1.0);
+            Real distance;
+            place.SetAlong(distance, k, point);
+            Spread(row[k][k], -1.0);
             row[k][1 - k] = Value{};
             row[k][2 + k] = -z;
             row[k][3 - k] = Value{};
-            row[k][4] = Rounded(place.Along<Real>(k, point));
+            row[k][4] = Rounded(distance);
         }
     }
-    static double Signed(const double* d) { return std::sqrt(d[0] * d[0] + d[1] * d[1]); }
+    template <class Value>
+    CORVEX_ALWAYS_INLINE static void Join(Value& distance, const Value& x, const Value& y)
+    {
+        SetRoot(distance, Value(x * x + y * y));
+    }
 
     void Move(const double* step)
     {
@@ -100,7 +108,7 @@ struct Round
     DoubleDouble radius;
 
     template <class Real, class Value = RoundedType<Real>>
-    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
+    CORVEX_ALWAYS_INLINE void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
         Real out[D];
         Real square{};
@@ -108,19 +116,21 @@ struct Round
             out[k] = Real(point[k]) - As<Real>(centre[k]);
             square = square + out[k] * out[k];
         }
-        const Real length = SquareRoot(square);
-        const Value divisor = Divisor(Rounded(length));
+        Real length;
+        SetRoot(length, square);
+        Value divisor;
+        SetDivisor(divisor, Rounded(length));
         for (unsigned int k = 0; k < D; ++k) row[0][k] = -Rounded(out[k]) / divisor;
-        row[0][D] = Spread<Value>(-1.0);
-        row[0][D + 1] = Rounded(length - As<Real>(radius));
+        Spread(row[0][D], -1.0);
+        row[0][D + 1] = Rounded(Real(length - As<Real>(radius)));
     }
-    static double Signed(const double* distances) { return distances[0]; }
 
     /// A point at the centre itself has no direction, and no derivative by the centre.
     template <class Value>
-    static Value Divisor(const Value& length)
+    CORVEX_ALWAYS_INLINE static void SetDivisor(Value& divisor, const Value& length)
     {
-        return length > 0.0 ? length : Spread<Value>(1.0);
+        Broadcast(divisor, 1.0);
+        divisor = length > 0.0 ? length : divisor;
     }
 
     void Move(const double* step)
@@ -140,12 +150,15 @@ struct AboutAxis
     Real length; ///< The distance from the axis.
     Value x, y;  ///< The unit vector from the axis to the point, along the first two axes; zeros on the axis.
 
-    AboutAxis(const Placement<3>& place, const Value* point)
+    CORVEX_ALWAYS_INLINE AboutAxis(const Placement<3>& place, const Value* point)
     {
-        const Real u = place.Along<Real>(0, point);
-        const Real v = place.Along<Real>(1, point);
-        length = SquareRoot(u * u + v * v);
-        const Value divisor = Round<2>::Divisor(Rounded(length));
+        Real u;
+        Real v;
+        place.SetAlong(u, 0, point);
+        place.SetAlong(v, 1, point);
+        SetRoot(length, Real(u * u + v * v));
+        Value divisor;
+        Round<2>::SetDivisor(divisor, Rounded(length));
         x = Rounded(u) / divisor;
         y = Rounded(v) / divisor;
     }
@@ -166,25 +179,28 @@ struct Ring
     DoubleDouble radius;
 
     template <class Real, class Value = RoundedType<Real>>
-    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
+    CORVEX_ALWAYS_INLINE void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
         const AboutAxis<Real> about(place, point);
-        const Real height = place.Along<Real>(2, point);
+        const Real outside = about.length - As<Real>(radius);
+        Real height;
+        place.SetAlong(height, 2, point);
         const Value z = Rounded(height);
         const Value flat = Rounded(about.length);
         const Value zero{};
-        const Value minusOne = Spread<Value>(-1.0);
-        const Value in[] = {
-            -about.x, -about.y, zero, -z * about.x, -z * about.y, minusOne, Rounded(about.length - As<Real>(radius))};
+        Value minusOne;
+        Spread(minusOne, -1.0);
+        const Value in[] = {-about.x, -about.y, zero, -z * about.x, -z * about.y, minusOne, Rounded(outside)};
         const Value along[] = {zero, zero, minusOne, flat * about.x, flat * about.y, zero, z};
         std::copy(in, in + 7, row[0]);
         std::copy(along, along + 7, row[1]);
     }
     /// Positive outside the circle.
-    static double Signed(const double* d)
+    template <class Value>
+    CORVEX_ALWAYS_INLINE static void Join(Value& distance, const Value& out, const Value& along)
     {
-        const double length = std::sqrt(d[0] * d[0] + d[1] * d[1]);
-        return d[0] < 0.0 ? -length : length;
+        SetRoot(distance, Value(out * out + along * along));
+        distance = out < 0.0 ? -distance : distance;
     }
 
     void Move(const double* step)
@@ -251,22 +267,28 @@ struct Arc
     }
 
     template <class Value>
-    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
+    CORVEX_ALWAYS_INLINE void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
-        const Value u = place.Along<Value>(0, point);
-        const Value w = place.Along<Value>(1, point);
-        const Value v = place.Along<Value>(2, point);
+        Value u;
+        Value w;
+        Value v;
+        place.SetAlong(u, 0, point);
+        place.SetAlong(w, 1, point);
+        place.SetAlong(v, 2, point);
         const double k = curvature;
         const Value ahead = 1.0 + k * u;
-        const Value q = SquareRoot(ahead * ahead + (k * v) * (k * v));
-        const Value divisor = Round<2>::Divisor(q);
+        Value q;
+        SetRoot(q, Value(ahead * ahead + (k * v) * (k * v)));
+        Value divisor;
+        Round<2>::SetDivisor(divisor, q);
         const Value outwards = ahead / divisor;
         const Value forwards = k * v / divisor;
         // (q - 1 - k u) / k^2, where the point does not lie behind the centre without a difference.
         const Value sag = ahead > 0.0 ? v * v / (q + ahead) : (q - ahead) / (k * k);
         const Value distance = (2.0 * u + k * (u * u + v * v)) / (1.0 + q);
         const Value zero{};
-        const Value minusOne = Spread<Value>(-1.0);
+        Value minusOne;
+        Spread(minusOne, -1.0);
         const Value in[] = {-outwards,    zero,          u * forwards - v * outwards,
                             w * forwards, sag / divisor, -k * w * sag / divisor,
                             distance};
@@ -274,7 +296,11 @@ struct Arc
         std::copy(in, in + 7, row[0]);
         std::copy(along, along + 7, row[1]);
     }
-    static double Signed(const double* d) { return Ring::Signed(d); }
+    template <class Value>
+    CORVEX_ALWAYS_INLINE static void Join(Value& distance, const Value& out, const Value& along)
+    {
+        Ring::Join(distance, out, along);
+    }
 
     void Move(const double* step)
     {
@@ -307,11 +333,12 @@ struct Tapered
     DoubleDouble sine;
 
     template <class Real, class Value = RoundedType<Real>>
-    void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
+    CORVEX_ALWAYS_INLINE void Row(const Value* point, Value (&row)[rows][parameters + 1]) const
     {
         const AboutAxis<Real> about(place, point);
         const Real outside = about.length - As<Real>(radius);
-        const Value z = place.Along<Value>(2, point);
+        Value z;
+        place.SetAlong(z, 2, point);
         const double c = cosine.high;
         const double s = sine.high;
         const Value lever = -z * c - Rounded(about.length) * s;
@@ -319,16 +346,16 @@ struct Tapered
         row[0][1] = -about.y * c;
         row[0][2] = about.x * lever;
         row[0][3] = about.y * lever;
-        row[0][4] = Spread<Value>(-c);
+        Spread(row[0][4], -c);
         if constexpr (isCone) {
-            const Real height = place.Along<Real>(2, point);
+            Real height;
+            place.SetAlong(height, 2, point);
             row[0][5] = -Rounded(outside) * s - z * c;
-            row[0][6] = Rounded(outside * As<Real>(cosine) - height * As<Real>(sine));
+            row[0][6] = Rounded(Real(outside * As<Real>(cosine) - height * As<Real>(sine)));
         } else {
             row[0][5] = Rounded(outside);
         }
     }
-    static double Signed(const double* distances) { return distances[0]; }
 
     void Move(const double* step)
     {

@@ -52,15 +52,43 @@ public:
     /// The least and the greatest height of the points.
     std::array<Height, 2> HeightRange() const
     {
+        const Placement<3>& place = feature.place;
+        double least = std::numeric_limits<double>::infinity();
+        double most = -least;
+        const auto each = [&](auto take) {
+            constexpr unsigned int run = 512;
+            double heights[run];
+            for (unsigned int first = 0; first < points.GetCount(); first += run) {
+                const unsigned int n = std::min(run, points.GetCount() - first);
+                TallTriangle<1>::Rows<1, 3>(
+                    points[first], n,
+                    [&place](const auto* point, auto& height)
+                        __attribute__((always_inline)) { place.SetAlong(height[0][0], 2, point); },
+                    heights);
+                for (unsigned int i = 0; i < n; ++i) take(first + i, heights[i]);
+            }
+        };
+        each([&](unsigned int, double height) {
+            least = std::min(least, height);
+            most = std::max(most, height);
+        });
+        // Only what is outermost but for rounding is worth twice the digits: a height in double is off by less than
+        // 2^-48 of what it is the sum of.
+        double farthest = 4.0;
+        for (const DoubleDouble& x : place.origin) farthest += std::fabs(x.high);
+        const double slack = 0x1p-48 * farthest;
         std::array<Height, 2> range;
-        for (unsigned int i = 0; i < points.GetCount(); ++i) {
+        bool isFirst = true;
+        each([&](unsigned int i, double rough) {
+            if (rough > least + slack && rough < most - slack) return;
             const auto along = [&](auto real, unsigned int axis) {
-                return feature.place.template Along<decltype(real)>(axis, points[i]);
+                return place.template Along<decltype(real)>(axis, points[i]);
             };
             const Height height{along(DoubleDouble(), 2), {along(0.0, 0), along(0.0, 1)}};
-            if (i == 0 || height.value < range[0].value) range[0] = height;
-            if (i == 0 || range[1].value < height.value) range[1] = height;
-        }
+            if (isFirst || height.value < range[0].value) range[0] = height;
+            if (isFirst || range[1].value < height.value) range[1] = height;
+            isFirst = false;
+        });
         return range;
     }
 
@@ -144,6 +172,30 @@ Status Anchor(const LocalPoints<Feature::dimension>&, DistanceFit<Feature>*)
     return Status::Done;
 }
 
+/// Whether the foot of a point on the line that generates a cone lies beyond the apex.
+inline bool ReachesBeyondApex(const LocalPoints<3>& points, const Tapered<true>& cone)
+{
+    constexpr unsigned int run = 512;
+    double feet[run];
+    for (unsigned int first = 0; first < points.GetCount(); first += run) {
+        const unsigned int n = std::min(run, points.GetCount() - first);
+        TallTriangle<1>::Rows<1, 3>(
+            points[first], n,
+            [cone](const auto* point, auto& foot) __attribute__((always_inline)) {
+                using Real = std::decay_t<decltype(*point)>;
+                const AboutAxis<Real> about(cone.place, point);
+                Real z;
+                cone.place.SetAlong(z, 2, point);
+                const Real along = (about.length - cone.radius.high) * cone.sine.high + z * cone.cosine.high;
+                foot[0][0] = along * cone.sine.high;
+            },
+            feet);
+        // The apex lies at -R / sin h along the line.
+        if (*std::min_element(feet, feet + n) < -cone.radius.high) return true;
+    }
+    return false;
+}
+
 /// Brings the origin of a cylinder or cone to the height of the points' centroid and a cone's axis to the side to which
 /// it widens. Degenerate where the points do not tell the half angle from 0, or where the foot of a point on the line
 /// that generates the cone lies beyond the apex.
@@ -166,13 +218,7 @@ Status Anchor(const LocalPoints<3>& points, DistanceFit<Tapered<isCone>>* fit)
         feature.radius += height * feature.sine / feature.cosine;
         if (feature.sine.high < 0.0) feature.Reverse();
         if (!(feature.radius.high > 0.0)) return Status::Degenerate;
-        for (unsigned int i = 0; i < points.GetCount(); ++i) {
-            const AboutAxis<double> about(feature.place, points[i]);
-            const double along = (about.length - feature.radius.high) * feature.sine.high +
-                                 feature.place.template Along<double>(2, points[i]) * feature.cosine.high;
-            // The apex lies at -R / sin h along the line.
-            if (along * feature.sine.high < -feature.radius.high) return Status::Degenerate;
-        }
+        if (ReachesBeyondApex(points, feature)) return Status::Degenerate;
     }
     return Status::Done;
 }

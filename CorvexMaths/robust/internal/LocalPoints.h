@@ -28,6 +28,8 @@ template <unsigned int D>
 class LocalPoints
 {
 public:
+    static constexpr unsigned int dimension = D;
+
     /// Done, TooFewPoints, NotFinite, or Degenerate where all points are equal.
     Status status = Status::TooFewPoints;
     /// How far rounding may have moved a coordinate of the points as they were given.
@@ -40,13 +42,7 @@ public:
         using T = std::remove_reference_t<decltype(points[0][0])>;
         static_assert(sizeof(Vector) == D * sizeof(T));
         const T* const source = *points.GetStream();
-        coordinates.reset(new double[Size()]);
-        const double greatest = Greatest(source);
-        const bool finite = greatest <= std::numeric_limits<double>::max();
-        status = Status::NotFinite;
-        if (!finite) return;
-        status = Normalise(source, greatest) ? Status::Done : Status::Degenerate;
-        rounding = std::numeric_limits<T>::epsilon() * std::ldexp(greatest, -outer - inner);
+        status = Normalise(source);
     }
 
     unsigned int GetCount() const { return count; }
@@ -56,9 +52,11 @@ public:
     const std::array<DoubleDouble, D>& Mean() const
     {
         if (hasMean) return mean;
-        for (std::size_t i = 0; i < Size(); i += D) {
-            for (unsigned int k = 0; k < D; ++k) mean[k] += coordinates[i + k];
-        }
+        double high[parts] = {};
+        double low[parts] = {};
+        ForThisProcessor<widestBytes>([source = coordinates.get(), size = Size(), sums = high,
+                                       rests = low](auto bytes) { SumBy<bytes>(source, size, sums, rests); });
+        for (unsigned int k = 0; k < parts; ++k) mean[k % D] += DoubleDouble::Sum(high[k], low[k]);
         for (DoubleDouble& x : mean) x = x / DoubleDouble(count);
         hasMean = true;
         return mean;
@@ -113,123 +111,151 @@ private:
         }
     }
 
-    /// How many values the registers hold that a loop over all coordinates takes at a time: of D registers each lane
-    /// meets one component alone.
-    static constexpr std::size_t blockSize = D * baselineCount<double>;
-    std::size_t BlocksEnd() const { return Size() - Size() % blockSize; }
+    /// Each component is summed in eight partial sums, whatever the width of registers.
+    static constexpr unsigned int parts = D * widestBytes / sizeof(double);
 
-    /// As many values as a register holds, as doubles.
-    template <class T>
-    static DoubleLanes Read(const T* values)
+    template <unsigned int Bytes>
+    CORVEX_ALWAYS_INLINE static void SumBy(const double* source, std::size_t size, double* high, double* low)
     {
-        return DoubleLanes{static_cast<double>(values[0]), static_cast<double>(values[1])};
-    }
-    static_assert(baselineCount<double> == 2);
-
-    /// The greatest absolute value; infinite where one is not finite.
-    template <class T>
-    double Greatest(const T* source) const
-    {
-        constexpr double most = std::numeric_limits<double>::max();
-        double greatest = 0.0;
-        const auto take = [&](double x) {
-            // Written so that NaN counts as infinite.
-            const double magnitude = std::fabs(x) <= most ? std::fabs(x) : std::numeric_limits<double>::infinity();
-            greatest = std::max(greatest, magnitude);
-        };
-        DoubleLanes lanes[D] = {};
-        auto isFinite = lanes[0] == lanes[0];
-        for (std::size_t i = 0; i < BlocksEnd(); i += blockSize) {
-            for (unsigned int r = 0; r < D; ++r) {
-                const DoubleLanes x = Read(source + i + r * baselineCount<double>);
-                const DoubleLanes magnitude = x < 0.0 ? -x : x;
-                isFinite &= magnitude <= most;
-                lanes[r] = magnitude > lanes[r] ? magnitude : lanes[r];
+        const std::size_t whole = size - size % parts;
+        for (std::size_t i = 0; i < whole; i += parts) {
+            for (unsigned int k = 0; k < parts; k += Lanes<double, Bytes>::count) {
+                typename Lanes<double, Bytes>::Type x;
+                Load(x, source + i + k);
+                AddTo(high + k, low + k, x);
             }
         }
-        if (AnyLane(~isFinite)) return std::numeric_limits<double>::infinity();
-        for (const DoubleLanes& lane : lanes)
-            for (unsigned int k = 0; k < baselineCount<double>; ++k) take(lane[k]);
-        for (std::size_t i = BlocksEnd(); i < Size(); ++i) take(static_cast<double>(source[i]));
-        return greatest;
+        for (std::size_t i = whole; i < size; ++i) AddTo(high + i % parts, low + i % parts, source[i]);
     }
 
-    /// Sets the coordinates to the given ones times a factor and finds the least and the greatest of each component.
+    /// Sets lanes to as many values, as doubles.
+    template <class Lane, class T>
+    CORVEX_ALWAYS_INLINE static void Read(Lane& lane, const T* values)
+    {
+        if constexpr (std::is_same_v<T, double>)
+            Load(lane, values);
+        else
+            for (unsigned int k = 0; k < sizeof(Lane) / sizeof(double); ++k) lane[k] = static_cast<double>(values[k]);
+    }
+
+    /// What a loop over all values takes at a time: D registers, of which each lane meets one component alone.
+    template <unsigned int Bytes>
+    struct Block
+    {
+        using Lane = typename Lanes<double, Bytes>::Type;
+        static constexpr unsigned int count = Lanes<double, Bytes>::count;
+        static constexpr unsigned int size = D * count;
+        Lane lanes[D];
+
+        /// Sets each lane to the value of its component.
+        CORVEX_ALWAYS_INLINE explicit Block(const double (&values)[D])
+        {
+            for (unsigned int i = 0; i < size; ++i) lanes[i / count][i % count] = values[i % D];
+        }
+    };
+
+    /// The least and the greatest value of each component, from those given; false where one is not a number.
+    template <unsigned int Bytes, class T>
+    CORVEX_ALWAYS_INLINE static bool RangeBy(const T* source, std::size_t size, double (&lowest)[D],
+                                             double (&highest)[D])
+    {
+        using Values = Block<Bytes>;
+        Values low(lowest);
+        Values high(highest);
+        auto isOdd = low.lanes[0] != low.lanes[0];
+        std::size_t i = 0;
+        for (; i + Values::size <= size; i += Values::size) {
+            for (unsigned int r = 0; r < D; ++r) {
+                typename Values::Lane x;
+                Read(x, source + i + r * Values::count);
+                isOdd |= x != x;
+                low.lanes[r] = x < low.lanes[r] ? x : low.lanes[r];
+                high.lanes[r] = x > high.lanes[r] ? x : high.lanes[r];
+            }
+        }
+        bool odd = AnyLane(isOdd);
+        const auto take = [&](std::size_t at, double least, double most) {
+            // Which of two zeros came first is forgotten.
+            lowest[at % D] = std::min(lowest[at % D], least) + 0.0;
+            highest[at % D] = std::max(highest[at % D], most) + 0.0;
+        };
+        for (unsigned int k = 0; k < Values::size; ++k)
+            take(k, low.lanes[k / Values::count][k % Values::count], high.lanes[k / Values::count][k % Values::count]);
+        for (; i < size; ++i) {
+            const double x = static_cast<double>(source[i]);
+            odd |= x != x;
+            take(i, x, x);
+        }
+        return !odd;
+    }
+
+    /// The least and the greatest value of each component; false where one is not finite.
     template <class T>
-    void Scale(const T* source, double factor, double (&lowest)[D], double (&highest)[D])
+    bool FindRange(const T* source, double (&lowest)[D], double (&highest)[D]) const
     {
         constexpr double infinity = std::numeric_limits<double>::infinity();
         std::fill_n(lowest, D, infinity);
         std::fill_n(highest, D, -infinity);
-        const auto take = [&](std::size_t i, double low, double high) {
-            lowest[i % D] = std::min(lowest[i % D], low);
-            highest[i % D] = std::max(highest[i % D], high);
-        };
-        DoubleLanes low[D];
-        DoubleLanes high[D];
-        for (unsigned int r = 0; r < D; ++r) {
-            low[r] = Spread<DoubleLanes>(infinity);
-            high[r] = -low[r];
-        }
-        for (std::size_t i = 0; i < BlocksEnd(); i += blockSize) {
-            for (unsigned int r = 0; r < D; ++r) {
-                const std::size_t at = i + r * baselineCount<double>;
-                const DoubleLanes x = Read(source + at) * factor;
-                Store(&coordinates[at], x);
-                low[r] = x < low[r] ? x : low[r];
-                high[r] = x > high[r] ? x : high[r];
-            }
-        }
-        for (unsigned int r = 0; r < D; ++r)
-            for (unsigned int k = 0; k < baselineCount<double>; ++k)
-                take(r * baselineCount<double> + k, low[r][k], high[r][k]);
-        for (std::size_t i = BlocksEnd(); i < Size(); ++i) {
-            coordinates[i] = static_cast<double>(source[i]) * factor;
-            take(i, coordinates[i], coordinates[i]);
-        }
+        bool isFinite = ForThisProcessor([source, size = Size(), &lowest, &highest](auto bytes) {
+            return RangeBy<bytes>(source, size, lowest, highest);
+        });
+        for (unsigned int k = 0; k < D; ++k) isFinite = isFinite && lowest[k] > -infinity && highest[k] < infinity;
+        return isFinite;
     }
 
-    /// Takes the shift from all coordinates and multiplies them by two factors, one after the other.
-    void ShiftAndScale(double first, double second)
+    /// Sets the coordinates to the given ones times a factor, less the shift, times two more factors.
+    template <unsigned int Bytes, class T>
+    CORVEX_ALWAYS_INLINE void BringBy(const T* source, double factor, double first, double second)
     {
-        DoubleLanes shifts[D];
-        for (unsigned int i = 0; i < blockSize; ++i) {
-            shifts[i / baselineCount<double>][i % baselineCount<double>] = shift[i % D];
-        }
-        for (std::size_t i = 0; i < BlocksEnd(); i += blockSize) {
+        using Values = Block<Bytes>;
+        const Values shifts(shift);
+        const std::size_t size = Size();
+        double* const to = coordinates.get();
+        std::size_t i = 0;
+        for (; i + Values::size <= size; i += Values::size) {
             for (unsigned int r = 0; r < D; ++r) {
-                double* const at = &coordinates[i + r * baselineCount<double>];
-                Store(at, DoubleLanes((LoadLanes(at) - shifts[r]) * first * second));
+                typename Values::Lane x;
+                Read(x, source + i + r * Values::count);
+                x = (x * factor - shifts.lanes[r]) * first * second;
+                Store(to + i + r * Values::count, x);
             }
         }
-        for (std::size_t i = BlocksEnd(); i < Size(); ++i)
-            coordinates[i] = (coordinates[i] - shift[i % D]) * first * second;
+        for (; i < size; ++i) to[i] = (static_cast<double>(source[i]) * factor - shift[i % D]) * first * second;
     }
 
     /// Brings the coordinates to at most 1 in absolute value, so that no extent overflows, shifts them, and brings half
-    /// their extent to 1. False where they have none.
+    /// their extent to 1.
     template <class T>
-    bool Normalise(const T* source, double greatest)
+    Status Normalise(const T* source)
     {
+        double lowest[D];
+        double highest[D];
+        if (!FindRange(source, lowest, highest)) return Status::NotFinite;
+        double greatest = 0.0;
+        for (unsigned int k = 0; k < D; ++k) greatest = std::max({greatest, -lowest[k], highest[k]});
         // A factor of a double's range; what is smaller still waits for the second scaling.
         std::frexp(greatest, &outer);
         outer = std::max(outer, -1000);
-        double lowest[D];
-        double highest[D];
-        Scale(source, std::ldexp(1.0, -outer), lowest, highest);
+        const double factor = std::ldexp(1.0, -outer);
 
         double half = 0.0;
         for (unsigned int k = 0; k < D; ++k) {
-            const double extent = 0.5 * (highest[k] - lowest[k]);
+            const double low = lowest[k] * factor;
+            const double high = highest[k] * factor;
+            const double extent = 0.5 * (high - low);
             half = std::max(half, extent);
-            shift[k] = 0.5 * (lowest[k] + highest[k]);
+            shift[k] = 0.5 * (low + high);
             if (std::fabs(shift[k]) < 2.0 * extent) shift[k] = 0.0;
         }
-        if (!(half > 0.0)) return false;
         std::frexp(half, &inner);
+        rounding = std::numeric_limits<T>::epsilon() * std::ldexp(greatest, -outer - inner);
+        if (!(half > 0.0)) return Status::Degenerate;
+        coordinates.reset(new double[Size()]);
         // In two factors, since one may be beyond the range of double.
-        ShiftAndScale(std::ldexp(1.0, -inner / 2), std::ldexp(1.0, -inner - -inner / 2));
-        return true;
+        const double first = std::ldexp(1.0, -inner / 2);
+        const double second = std::ldexp(1.0, -inner - -inner / 2);
+        ForThisProcessor([=](auto bytes) { this->template BringBy<bytes>(source, factor, first, second); });
+        return Status::Done;
     }
 };
 

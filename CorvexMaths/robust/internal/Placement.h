@@ -32,17 +32,24 @@ public:
         Straighten();
     }
 
-    /// The coordinate of a point along an axis, from the origin; of as many points as Real has lanes.
+    /// Sets `sum` to the coordinate of a point along an axis, from the origin; of as many points as Real has lanes.
     template <class Real>
-    Real Along(unsigned int axis, const RoundedType<Real>* point) const
+    CORVEX_ALWAYS_INLINE void SetAlong(Real& sum, unsigned int axis, const RoundedType<Real>* point) const
     {
-        Real sum{};
+        sum = Real{};
         for (unsigned int k = 0; k < D; ++k) {
             if constexpr (std::is_same_v<Real, RoundedType<Real>>)
                 sum += (point[k] - nearOrigin[k]) * nearAxes[axis][k];
             else
                 sum += (Real(point[k]) - As<Real>(origin[k])) * As<Real>(axes[axis][k]);
         }
+    }
+    /// The coordinate of a point along an axis, from the origin.
+    template <class Real>
+    Real Along(unsigned int axis, const double* point) const
+    {
+        Real sum;
+        SetAlong(sum, axis, point);
         return sum;
     }
 

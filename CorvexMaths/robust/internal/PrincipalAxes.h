@@ -40,13 +40,11 @@ public:
     explicit PrincipalAxes(const LocalPoints<D>& points) : mean(points.Mean())
     {
         TallTriangle<D> triangle;
-        for (unsigned int i = 0; i < points.GetCount(); ++i) {
-            double* const row = triangle.Next();
-            for (unsigned int k = 0; k < D; ++k) {
-                row[k * TallTriangle<D>::blockRows] = (DoubleDouble(points[i][k]) - mean[k]).high;
-            }
-        }
-        triangle.Finish();
+        triangle.template Take<1, D>(
+            points[0], points.GetCount(), [&](const auto* place, auto& row) __attribute__((always_inline)) {
+                using Real = Twofold<std::decay_t<decltype(*place)>>;
+                for (unsigned int k = 0; k < D; ++k) row[0][k] = (Real(place[k]) - As<Real>(mean[k])).high;
+            });
         for (unsigned int k = 0; k < D; ++k) axes[k][k] = 1.0;
         for (unsigned int sweep = 0; sweep < 60 && Sweep(triangle.elements); ++sweep) {
         }

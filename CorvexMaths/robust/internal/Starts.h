@@ -22,24 +22,23 @@ Placement<D> PlaceAlong(const PrincipalAxes<D>& principal, const unsigned int (&
 
 /// The circle or sphere of least |p|^2 - 2 c.p + |c|^2 - r^2 in squares, which is linear in c and |c|^2 - r^2 (I. Kasa,
 /// 1976), about the mean of the points. False where the points lie in a line or a plane, as far as rounding lets that
-/// be seen. `place` gives the D coordinates of a point.
+/// be seen. `place(point, p)` sets the D coordinates of a point, or of as many as there are lanes.
 template <unsigned int D, class Points, class Place>
 bool AlgebraicRound(const Points& points, Place place, double (&centre)[D], double* radius)
 {
     TallTriangle<D + 2> triangle;
-    for (unsigned int i = 0; i < points.GetCount(); ++i) {
-        double* const row = triangle.Next();
-        double p[D];
-        place(points[i], p);
-        double square = 0.0;
-        for (unsigned int k = 0; k < D; ++k) {
-            row[(k + 1) * TallTriangle<D + 2>::blockRows] = 2.0 * p[k];
-            square += p[k] * p[k];
-        }
-        row[0] = 1.0;
-        row[(D + 1) * TallTriangle<D + 2>::blockRows] = square;
-    }
-    triangle.Finish();
+    triangle.template Take<1, Points::dimension>(
+        points[0], points.GetCount(), [&](const auto* point, auto& row) __attribute__((always_inline)) {
+            std::decay_t<decltype(*point)> p[D];
+            place(point, p);
+            Spread(row[0][0], 1.0);
+            row[0][D + 1] = p[0] * p[0];
+            row[0][1] = 2.0 * p[0];
+            for (unsigned int k = 1; k < D; ++k) {
+                row[0][1 + k] = 2.0 * p[k];
+                row[0][D + 1] += p[k] * p[k];
+            }
+        });
     double x[D + 1];
     if (!SolveTriangle(triangle, x)) return false;
     double square = x[0];
@@ -71,14 +70,15 @@ inline bool Start(const LocalPoints<3>& points, Straight* straight)
 template <unsigned int D>
 bool Start(const LocalPoints<D>& points, Round<D>* round)
 {
-    const PrincipalAxes<D> principal(points);
+    const auto& mean = points.Mean();
     double centre[D];
     double radius;
-    const auto place = [&](const double* point, double* p) {
-        for (unsigned int k = 0; k < D; ++k) p[k] = point[k] - principal.mean[k].high;
+    const auto place = [&](const auto* point, auto* p) __attribute__((always_inline))
+    {
+        for (unsigned int k = 0; k < D; ++k) p[k] = point[k] - mean[k].high;
     };
     if (!AlgebraicRound<D>(points, place, centre, &radius)) return false;
-    for (unsigned int k = 0; k < D; ++k) round->centre[k] = principal.mean[k] + DoubleDouble(centre[k]);
+    for (unsigned int k = 0; k < D; ++k) round->centre[k] = mean[k] + DoubleDouble(centre[k]);
     round->radius = radius;
     return true;
 }
@@ -89,8 +89,9 @@ inline bool StartAcross(const LocalPoints<3>& points, const PrincipalAxes<3>& pr
     ring->place = PlaceAlong(principal, {axis == 0 ? 1u : 0u, axis == 2 ? 1u : 2u, axis});
     double centre[2];
     double radius;
-    const auto place = [&](const double* point, double* p) {
-        for (unsigned int k = 0; k < 2; ++k) p[k] = ring->place.Along<double>(k, point);
+    const auto place = [&frame = ring->place](const auto* point, auto* p) __attribute__((always_inline))
+    {
+        for (unsigned int k = 0; k < 2; ++k) frame.SetAlong(p[k], k, point);
     };
     if (!AlgebraicRound<2>(points, place, centre, &radius)) return false;
     for (unsigned int k = 0; k < 2; ++k) ring->place.Shift(k, centre[k]);
@@ -128,16 +129,18 @@ bool StartAlong(const LocalPoints<3>& points, const DoubleDouble* mean, const do
     double radius;
     double slope = 0.0;
     if constexpr (isCone) {
-        constexpr unsigned int stride = TallTriangle<6>::blockRows;
         TallTriangle<6> triangle;
-        for (unsigned int i = 0; i < points.GetCount(); ++i) {
-            double p[3];
-            for (unsigned int k = 0; k < 3; ++k) p[k] = place.Along<double>(k, points[i]);
-            const double row[] = {1.0, 2.0 * p[0], 2.0 * p[1], p[2], p[2] * p[2], p[0] * p[0] + p[1] * p[1]};
-            double* const to = triangle.Next();
-            for (unsigned int k = 0; k < 6; ++k) to[k * stride] = row[k];
-        }
-        triangle.Finish();
+        triangle.template Take<1, 3>(
+            points[0], points.GetCount(), [&](const auto* point, auto& row) __attribute__((always_inline)) {
+                std::decay_t<decltype(*point)> p[3];
+                for (unsigned int k = 0; k < 3; ++k) place.SetAlong(p[k], k, point);
+                Spread(row[0][0], 1.0);
+                row[0][1] = 2.0 * p[0];
+                row[0][2] = 2.0 * p[1];
+                row[0][3] = p[2];
+                row[0][4] = p[2] * p[2];
+                row[0][5] = p[0] * p[0] + p[1] * p[1];
+            });
         double x[5];
         if (!SolveTriangle(triangle, x)) return false;
         centre[0] = x[1];
@@ -145,8 +148,9 @@ bool StartAlong(const LocalPoints<3>& points, const DoubleDouble* mean, const do
         radius = std::sqrt(x[0] + x[1] * x[1] + x[2] * x[2]);
         slope = x[3] / (2.0 * radius);
     } else {
-        const auto flat = [&](const double* point, double* p) {
-            for (unsigned int k = 0; k < 2; ++k) p[k] = place.Along<double>(k, point);
+        const auto flat = [&](const auto* point, auto* p) __attribute__((always_inline))
+        {
+            for (unsigned int k = 0; k < 2; ++k) place.SetAlong(p[k], k, point);
         };
         if (!AlgebraicRound<2>(points, flat, centre, &radius)) return false;
     }
@@ -240,18 +244,27 @@ private:
     std::unique_ptr<double[]> distances;
     std::unique_ptr<double[]> ahead;
 
-    std::unique_ptr<double[]> Buffer() const { return std::make_unique<double[]>(points.GetCount()); }
+    /// Room for a number of each point, and for what lanes write beyond the last one.
+    std::unique_ptr<double[]> Buffer() const
+    {
+        constexpr std::size_t lanes = widestBytes / sizeof(double);
+        return std::make_unique<double[]>(points.GetCount() + lanes - 1);
+    }
 
     double Try(const double (&frame)[3][3], Tapered<isCone>* found, double* out) const
     {
         if (!StartAlong(points, mean, frame, found)) return std::numeric_limits<double>::infinity();
+        TallTriangle<1>::Rows<1, 3>(
+            points[0], points.GetCount(),
+            [feature = *found](const auto* point, auto& distance) __attribute__((always_inline)) {
+                using Real = std::decay_t<decltype(*point)>;
+                Real row[1][Tapered<isCone>::parameters + 1];
+                feature.template Row<Real>(point, row);
+                distance[0][0] = row[0][Tapered<isCone>::parameters];
+            },
+            out);
         double sum = 0.0;
-        for (unsigned int i = 0; i < points.GetCount(); ++i) {
-            double row[1][Tapered<isCone>::parameters + 1];
-            found->template Row<double>(points[i], row);
-            out[i] = row[0][Tapered<isCone>::parameters];
-            sum += out[i] * out[i];
-        }
+        for (unsigned int i = 0; i < points.GetCount(); ++i) sum += out[i] * out[i];
         return sum;
     }
 
