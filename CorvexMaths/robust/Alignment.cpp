@@ -1,5 +1,6 @@
 #include <CorvexMaths/robust/Alignment.h>
 
+#include <CorvexMaths/robust/internal/JacobiRotations.h>
 #include <CorvexMaths/robust/internal/PrincipalAxes.h>
 
 #include <utility>
@@ -9,18 +10,10 @@ namespace Halmont::Orrin::CorvexMaths::Robust
 
 using Kernels::DoubleDouble;
 using Kernels::LocalPoints;
+using Kernels::Rounded;
 
 namespace
 {
-
-double Rounded(double x)
-{
-    return x;
-}
-double Rounded(const DoubleDouble& x)
-{
-    return x.high;
-}
 
 /// The pairs of an alignment, each set in coordinates of its own.
 struct Pairs
@@ -90,7 +83,7 @@ public:
                              {s[2][0] - s[0][2], s[0][1] + s[1][0], s[1][1] - s[0][0] - s[2][2], s[1][2] + s[2][1]},
                              {s[0][1] - s[1][0], s[2][0] + s[0][2], s[1][2] + s[2][1], s[2][2] - s[0][0] - s[1][1]}};
         Real vectors[4][4];
-        Diagonalise(matrix, vectors);
+        Kernels::Diagonalise(matrix, vectors);
         SetRotation(vectors, matrix);
     }
 
@@ -112,51 +105,6 @@ public:
     DoubleDouble nominal[3];  ///< That of the nominal ones.
 
 private:
-    /// Brings a symmetric matrix to diagonal form by cyclic rotations (C. G. J. Jacobi, 1846); eigenvectors are
-    /// columns.
-    static void Diagonalise(Real (&matrix)[4][4], Real (&vectors)[4][4])
-    {
-        for (unsigned int i = 0; i < 4; ++i) {
-            for (unsigned int k = 0; k < 4; ++k) vectors[i][k] = i == k ? 1.0 : 0.0;
-        }
-        bool turned = true;
-        for (unsigned int sweep = 0; sweep < 40 && turned; ++sweep) {
-            turned = false;
-            for (unsigned int p = 0; p < 4; ++p) {
-                for (unsigned int q = p + 1; q < 4; ++q) turned = Rotate(matrix, vectors, p, q) || turned;
-            }
-        }
-    }
-
-    static bool Rotate(Real (&matrix)[4][4], Real (&vectors)[4][4], unsigned int p, unsigned int q)
-    {
-        constexpr double digits = std::is_same_v<Real, double> ? 0x1p-54 : 0x1p-106;
-        const double size = std::fabs(Rounded(matrix[p][p])) + std::fabs(Rounded(matrix[q][q]));
-        if (!(std::fabs(Rounded(matrix[p][q])) > digits * size)) return false;
-        const Real ratio = (matrix[q][q] - matrix[p][p]) / (Real(2.0) * matrix[p][q]);
-        const Real root = Kernels::SquareRoot(Real(1.0) + ratio * ratio);
-        const Real tangent = Rounded(ratio) < 0.0 ? Real(1.0) / (ratio - root) : Real(1.0) / (ratio + root);
-        const Real cosine = Real(1.0) / Kernels::SquareRoot(Real(1.0) + tangent * tangent);
-        const Real sine = tangent * cosine;
-        for (auto& row : matrix) {
-            const Real a = row[p];
-            const Real b = row[q];
-            row[p] = cosine * a - sine * b;
-            row[q] = sine * a + cosine * b;
-        }
-        for (unsigned int k = 0; k < 4; ++k) {
-            const Real a = matrix[p][k];
-            const Real b = matrix[q][k];
-            matrix[p][k] = cosine * a - sine * b;
-            matrix[q][k] = sine * a + cosine * b;
-            const Real c = vectors[k][p];
-            const Real d = vectors[k][q];
-            vectors[k][p] = cosine * c - sine * d;
-            vectors[k][q] = sine * c + cosine * d;
-        }
-        return true;
-    }
-
     /// The rotation of the unit quaternion that belongs to the greatest eigenvalue.
     void SetRotation(const Real (&vectors)[4][4], const Real (&matrix)[4][4])
     {

@@ -139,6 +139,31 @@ TEST(Fit, TellsTheDistanceOfEachPointOnRequest)
     EXPECT_EQ(distances.GetCount(), 0u);
 }
 
+TEST(Fit, TellsTheFormOfWhatIsAllButFlatOrStraight)
+{
+    // These signs have neither a mean nor a slope, so that the line or plane they rise from is the best one.
+    const double height = 0x1p-44, signs[] = {1, -1, -1, 1, -1, 1, 1, -1};
+    TPointSet<double, TVector2> flat;
+    TPointSet<double, TVector3> line, plane;
+    for (int i = 0; i < 16; ++i) {
+        const double x = i < 8 ? 2 * i - 7 : 5 * i - 40, s = signs[i % 8] * height;
+        flat.Add(TVector2<double>(3 * x - 4 * s, 4 * x + 3 * s));
+        line.Add(TVector3<double>(2 * x + 2 * s, 2 * x - s, 2 * s - x));
+        for (int k = 0; k < 8; ++k) {
+            const double y = 3 * k + x, t = s * signs[k];
+            plane.Add(TVector3<double>(2 * x - y + 2 * t, 2 * x + 2 * y - t, 2 * y - x + 2 * t));
+        }
+    }
+    const auto expect = [](const auto& fit, double distance) {
+        ASSERT_TRUE(fit);
+        EXPECT_NEAR(fit.rms, distance, 1e-12 * distance);
+        EXPECT_NEAR(fit.peakToValley, 2 * distance, 1e-12 * distance);
+    };
+    expect(Maths::Robust::LineFit(flat), 5 * height);
+    expect(Maths::Robust::LineFit(line), 3 * height);
+    expect(Maths::Robust::PlaneFit(plane), 3 * height);
+}
+
 TEST(Fit, FollowsShortArcsInSpaceToAMinimumBelowTheTrueCircle)
 {
     Random random(3);

@@ -21,10 +21,11 @@ public:
         std::fill_n(highest, parts, -std::numeric_limits<double>::infinity());
     }
 
-    /// Takes in the distances of points one after the other, each in its components.
+    /// Takes in distances that stand `step` apart, their components `apart`.
+    template <unsigned int step, unsigned int apart>
     void Add(const double* distances, unsigned int count)
     {
-        ForThisProcessor<widestBytes>([=](auto bytes) { this->template AddBy<bytes>(distances, count); });
+        ForThisProcessor<widestBytes>([=](auto bytes) { this->template AddBy<bytes, step, apart>(distances, count); });
     }
 
     /// Joins the components of a distance, of one point or of as many as there are lanes.
@@ -55,23 +56,24 @@ private:
     double lowest[parts];
     double highest[parts];
 
-    template <unsigned int Bytes>
+    template <unsigned int Bytes, unsigned int step, unsigned int apart>
     CORVEX_ALWAYS_INLINE void AddBy(const double* distances, unsigned int count)
     {
         const unsigned int whole = count - count % parts;
         for (unsigned int i = 0; i < whole; i += Lanes<double, Bytes>::count)
-            AddAt<Bytes>(i % parts, distances + i * Feature::rows);
-        for (unsigned int i = whole; i < count; ++i) AddAt<sizeof(double)>(i % parts, distances + i * Feature::rows);
+            AddAt<Bytes, step, apart>(i % parts, distances + i * step);
+        for (unsigned int i = whole; i < count; ++i)
+            AddAt<sizeof(double), step, apart>(i % parts, distances + i * step);
     }
 
-    template <unsigned int Bytes>
+    template <unsigned int Bytes, unsigned int step, unsigned int apart>
     CORVEX_ALWAYS_INLINE void AddAt(unsigned int part, const double* distances)
     {
         using Lane = typename Lanes<double, Bytes>::Type;
         constexpr unsigned int count = Lanes<double, Bytes>::count;
         Lane components[Feature::rows];
         for (unsigned int j = 0; j < Feature::rows; ++j)
-            SetEvery<Feature::rows>(components[j], distances + j, std::make_index_sequence<count>());
+            SetEvery<step>(components[j], distances + j * apart, std::make_index_sequence<count>());
         Lane distance;
         Lane square;
         Join(components, distance, square);
@@ -248,15 +250,57 @@ private:
         ++iterations;
         triangle = {};
         Tally<Feature> tally;
+        if constexpr (Feature::hasHalves)
+            TakeHalves<Real>(at, &tally);
+        else
+            Take<Real>(at, &tally);
+        squares = tally.Squares();
+        lowest = tally.Lowest();
+        highest = tally.Highest();
+    }
+
+    template <class Real>
+    void Take(const Feature& at, Tally<Feature>* tally)
+    {
         triangle.template Take<Feature::rows, Feature::dimension>(
             points[0], points.GetCount(),
             [at](const auto* place, auto& row) __attribute__((always_inline)) {
                 at.template Row<LanesOf<Real, std::decay_t<decltype(*place)>>>(place, row);
             },
-            [&tally](const double* distances, unsigned int count) { tally.Add(distances, count); });
-        squares = tally.Squares();
-        lowest = tally.Lowest();
-        highest = tally.Highest();
+            [tally](const double* block, unsigned int count) {
+                tally->template Add<Feature::rows, 1>(block + K * TallTriangle<K + 1>::blockRows, count);
+            });
+    }
+
+    /// The same where the even columns of the first rows and the odd ones of the second are alike, and the others zero:
+    /// one triangle of them, with the distances of both as right sides, holds both.
+    template <class Real>
+    void TakeHalves(const Feature& at, Tally<Feature>* tally)
+    {
+        constexpr unsigned int H = K / 2;
+        TallTriangle<H + 2> half;
+        half.template Take<1, Feature::dimension>(
+            points[0], points.GetCount(),
+            [at](const auto* place, auto& row) __attribute__((always_inline)) {
+                using Lane = std::decay_t<decltype(*place)>;
+                Lane rows[2][K + 1];
+                at.template Row<LanesOf<Real, Lane>>(place, rows);
+                for (unsigned int k = 0; k < H; ++k) row[0][k] = rows[0][2 * k];
+                for (unsigned int j = 0; j < 2; ++j) row[0][H + j] = rows[j][K];
+            },
+            [tally](const double* block, unsigned int count) {
+                constexpr unsigned int column = TallTriangle<H + 2>::blockRows;
+                tally->template Add<1, column>(block + H * column, count);
+            });
+        double rest = 0.0;
+        for (unsigned int j = 0; j < 2; ++j) {
+            for (unsigned int i = 0; i < H; ++i) {
+                for (unsigned int k = i; k < H; ++k) triangle.elements[2 * i + j][2 * k + j] = half.elements[i][k];
+                triangle.elements[2 * i + j][K] = half.elements[i][H + j];
+            }
+            for (unsigned int i = H; i <= H + j; ++i) rest += half.elements[i][H + j] * half.elements[i][H + j];
+        }
+        triangle.elements[K][K] = std::sqrt(rest);
     }
 
     /// Whether the columns before j already span column j, as far as rounding lets that be seen.

@@ -10,8 +10,9 @@
 /// which the distance is computed before it is rounded, of one point or of as many as there are lanes. A feature with
 /// two rows has a distance in two components at right angles, which `Join` joins to one.
 ///
-/// `hasSign` tells whether distances have one, `startsThere` whether the starting value is the minimum but for
-/// rounding.
+/// `hasHalves` tells whether the two rows have the same derivatives, the first by the even parameters alone and the
+/// second by the odd ones; `hasSign` whether distances have a sign, `startsThere` whether the starting value is the
+/// minimum but for rounding.
 ///
 /// The parameters of a step are those of the feature's own placement, which moves along, so that all features far from
 /// convergence and near it are described by the same short derivatives (A. B. Forbes, "Least-squares best-fit geometric
@@ -29,6 +30,7 @@ struct Flat
     static constexpr unsigned int dimension = D;
     static constexpr unsigned int parameters = D;
     static constexpr unsigned int rows = 1;
+    static constexpr bool hasHalves = false;
     static constexpr bool isAngle(unsigned int parameter) { return parameter > 0; }
 
     Placement<D> place;
@@ -59,6 +61,7 @@ struct Straight
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = 4;
     static constexpr unsigned int rows = 2;
+    static constexpr bool hasHalves = true;
     static constexpr bool isAngle(unsigned int parameter) { return parameter > 1; }
 
     Placement<3> place;
@@ -102,6 +105,7 @@ struct Round
     static constexpr unsigned int dimension = D;
     static constexpr unsigned int parameters = D + 1;
     static constexpr unsigned int rows = 1;
+    static constexpr bool hasHalves = false;
     static constexpr bool isAngle(unsigned int) { return false; }
 
     DoubleDouble centre[D];
@@ -173,6 +177,7 @@ struct Ring
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = 6;
     static constexpr unsigned int rows = 2;
+    static constexpr bool hasHalves = false;
     static constexpr bool isAngle(unsigned int parameter) { return parameter == 3 || parameter == 4; }
 
     Placement<3> place;
@@ -226,6 +231,7 @@ struct Arc
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = 6;
     static constexpr unsigned int rows = 2;
+    static constexpr bool hasHalves = false;
 
     Placement<3> place;
     double curvature = 0.0;
@@ -325,6 +331,7 @@ struct Tapered
     static constexpr unsigned int dimension = 3;
     static constexpr unsigned int parameters = isCone ? 6 : 5;
     static constexpr unsigned int rows = 1;
+    static constexpr bool hasHalves = false;
     static constexpr bool isAngle(unsigned int k) { return k == 2 || k == 3 || k == 5; }
 
     Placement<3> place;

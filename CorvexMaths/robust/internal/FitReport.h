@@ -148,9 +148,12 @@ double SignOf(const DoubleDouble (&direction)[D])
 
 /// The first steps of most features are those of their own parameters.
 template <class Feature>
-bool Approach(const LocalPoints<Feature::dimension>&, DistanceFit<Feature>* fit)
+bool Approach(const LocalPoints<Feature::dimension>&, [[maybe_unused]] DistanceFit<Feature>* fit)
 {
-    return Feature::startsThere || fit->Approach();
+    if constexpr (Feature::startsThere)
+        return true;
+    else
+        return fit->Approach();
 }
 
 /// Those of a circle in space are taken by its rim.

@@ -23,7 +23,8 @@ public:
 
     Placement() = default;
     /// From an origin and axes of nearly unit length, nearly at right angles.
-    Placement(const DoubleDouble* place, const double (*directions)[D])
+    template <class Real>
+    Placement(const DoubleDouble* place, const Real (*directions)[D])
     {
         for (unsigned int k = 0; k < D; ++k) {
             origin[k] = place[k];

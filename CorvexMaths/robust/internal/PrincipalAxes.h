@@ -1,5 +1,6 @@
 #pragma once
 
+#include <CorvexMaths/robust/internal/JacobiRotations.h>
 #include <CorvexMaths/robust/internal/LocalPoints.h>
 #include <CorvexMaths/robust/internal/TallTriangle.h>
 
@@ -24,6 +25,91 @@ bool SolveTriangle(const TallTriangle<N + 1>& triangle, double (&x)[N])
     }
     return true;
 }
+
+/// The mean of points and their principal axes, that of the greatest extent first, to twice the digits, where these
+/// follow from the second moments: eigenvectors lose what the lesser moments lack beside the greatest.
+template <unsigned int D>
+class Moments
+{
+public:
+    DoubleDouble mean[D];
+    /// Unit vectors, one a row.
+    DoubleDouble axes[D][D];
+    /// The moments about them.
+    DoubleDouble values[D];
+
+    explicit Moments(const LocalPoints<D>& points)
+    {
+        ForThisProcessor<widestBytes>([this, source = points[0], count = points.GetCount()](auto bytes) {
+            this->template SumBy<bytes>(source, count);
+        });
+        const DoubleDouble count(points.GetCount());
+        for (unsigned int i = 0; i < D; ++i) mean[i] = Total(i) / count;
+        DoubleDouble matrix[D][D];
+        for (unsigned int i = 0, sum = D; i < D; ++i) {
+            for (unsigned int k = i; k < D; ++k, ++sum) {
+                matrix[i][k] = Total(sum) - count * mean[i] * mean[k];
+                matrix[k][i] = matrix[i][k];
+            }
+        }
+        DoubleDouble vectors[D][D];
+        Diagonalise(matrix, vectors);
+        unsigned int order[D];
+        for (unsigned int i = 0; i < D; ++i) order[i] = i;
+        for (unsigned int i = 0; i < D; ++i) {
+            for (unsigned int k = i + 1; k < D; ++k) {
+                if (matrix[order[i]][order[i]] < matrix[order[k]][order[k]]) std::swap(order[i], order[k]);
+            }
+            values[i] = matrix[order[i]][order[i]];
+            for (unsigned int k = 0; k < D; ++k) axes[i][k] = vectors[k][order[i]];
+        }
+    }
+
+    /// Whether two axes are told apart so well that they lack no digit of `double`: what rounding leaves of a moment is
+    /// about 2^-98 of the greatest one, and axes are off by that over the difference of theirs.
+    bool Separates(unsigned int longer, unsigned int shorter) const
+    {
+        return (values[longer] - values[shorter]).high > 0x1p-36 * values[0].high;
+    }
+
+private:
+    /// Each sum is of eight parts, whatever the width of registers.
+    static constexpr unsigned int parts = widestBytes / sizeof(double);
+    static constexpr unsigned int sums = D + D * (D + 1) / 2;
+    double high[sums][parts] = {};
+    double low[sums][parts] = {};
+
+    /// The components, then the products of each with itself and those after it.
+    template <unsigned int Bytes>
+    CORVEX_ALWAYS_INLINE void SumBy(const double* source, unsigned int count)
+    {
+        const unsigned int whole = count - count % parts;
+        for (unsigned int i = 0; i < whole; i += Lanes<double, Bytes>::count)
+            AddAt<Bytes>(i % parts, source + std::size_t(i) * D);
+        for (unsigned int i = whole; i < count; ++i) AddAt<sizeof(double)>(i % parts, source + std::size_t(i) * D);
+    }
+
+    template <unsigned int Bytes>
+    CORVEX_ALWAYS_INLINE void AddAt(unsigned int part, const double* points)
+    {
+        using Lane = typename Lanes<double, Bytes>::Type;
+        Lane x[D];
+        for (unsigned int k = 0; k < D; ++k)
+            SetEvery<D>(x[k], points + k, std::make_index_sequence<Lanes<double, Bytes>::count>());
+        for (unsigned int i = 0, sum = D; i < D; ++i) {
+            AddTo(&high[i][part], &low[i][part], Twofold<Lane>(x[i]));
+            for (unsigned int k = i; k < D; ++k, ++sum)
+                AddTo(&high[sum][part], &low[sum][part], Twofold<Lane>::Product(x[i], x[k]));
+        }
+    }
+
+    DoubleDouble Total(unsigned int sum) const
+    {
+        DoubleDouble total;
+        for (unsigned int k = 0; k < parts; ++k) total += DoubleDouble(high[sum][k], low[sum][k]);
+        return total;
+    }
+};
 
 /// The mean of points and their principal axes, that of the greatest extent first: the right singular vectors of the
 /// centred points, by QR and one-sided rotations of the triangle (M. R. Hestenes, 1958).

@@ -12,12 +12,28 @@ namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
 
 /// A frame whose axes are principal ones in a given order.
-template <unsigned int D>
-Placement<D> PlaceAlong(const PrincipalAxes<D>& principal, const unsigned int (&order)[D])
+template <unsigned int D, class Axes>
+Placement<D> PlaceAlong(const Axes& principal, const unsigned int (&order)[D])
 {
-    double axes[D][D];
+    std::decay_t<decltype(principal.axes[0][0])> axes[D][D];
     for (unsigned int i = 0; i < D; ++i) std::copy(principal.axes[order[i]], principal.axes[order[i]] + D, axes[i]);
-    return {principal.mean.data(), axes};
+    return {&principal.mean[0], axes};
+}
+
+/// The same of points of which two axes must be told apart; false where they are not. To twice the digits wherever the
+/// moments have them, which spares a step.
+template <unsigned int D>
+bool PlaceAlong(const LocalPoints<D>& points, const unsigned int (&order)[D], unsigned int longer, unsigned int shorter,
+                Placement<D>* place)
+{
+    const Moments<D> moments(points);
+    if (moments.Separates(longer, shorter)) {
+        *place = PlaceAlong(moments, order);
+        return true;
+    }
+    const PrincipalAxes<D> principal(points);
+    *place = PlaceAlong(principal, order);
+    return principal.Separates(longer, shorter, points);
 }
 
 /// The circle or sphere of least |p|^2 - 2 c.p + |c|^2 - r^2 in squares, which is linear in c and |c|^2 - r^2 (I. Kasa,
@@ -53,18 +69,14 @@ bool AlgebraicRound(const Points& points, Place place, double (&centre)[D], doub
 template <unsigned int D>
 bool Start(const LocalPoints<D>& points, Flat<D>* flat)
 {
-    const PrincipalAxes<D> principal(points);
     unsigned int order[D];
     for (unsigned int k = 0; k < D; ++k) order[k] = k;
-    flat->place = PlaceAlong(principal, order);
-    return principal.Separates(D - 2, D - 1, points);
+    return PlaceAlong(points, order, D - 2, D - 1, &flat->place);
 }
 
 inline bool Start(const LocalPoints<3>& points, Straight* straight)
 {
-    const PrincipalAxes<3> principal(points);
-    straight->place = PlaceAlong(principal, {2, 1, 0});
-    return principal.Separates(0, 1, points);
+    return PlaceAlong(points, {2, 1, 0}, 0, 1, &straight->place);
 }
 
 template <unsigned int D>
@@ -86,7 +98,7 @@ bool Start(const LocalPoints<D>& points, Round<D>* round)
 /// The circle about a given one of the principal axes: that of the points' projection along it.
 inline bool StartAcross(const LocalPoints<3>& points, const PrincipalAxes<3>& principal, unsigned int axis, Ring* ring)
 {
-    ring->place = PlaceAlong(principal, {axis == 0 ? 1u : 0u, axis == 2 ? 1u : 2u, axis});
+    ring->place = PlaceAlong<3>(principal, {axis == 0 ? 1u : 0u, axis == 2 ? 1u : 2u, axis});
     double centre[2];
     double radius;
     const auto place = [&frame = ring->place](const auto* point, auto* p) __attribute__((always_inline))

@@ -43,8 +43,8 @@ public:
     {
         ForThisProcessor<widestBytes>([=, &make](auto bytes) { Fill<bytes, R, D>(points, n, make, to); });
     }
-    /// Takes in R rows for each of `count` points of D coordinates. `look(last, n)` is shown the last column of the
-    /// rows of n points before they are taken in.
+    /// Takes in R rows for each of `count` points of D coordinates. `look(block, n)` is shown the rows of n points,
+    /// column after column, before they are taken in.
     template <unsigned int R, unsigned int D, class Make, class Look>
     void Take(const double* points, unsigned int count, const Make& make, const Look& look)
     {
@@ -53,7 +53,7 @@ public:
             const unsigned int n = std::min(most, count - first);
             Rows<R, D>(points + std::size_t(first) * D, n, make, &block[0][0]);
             rows = n * R;
-            look(&block[N - 1][0], n);
+            look(&block[0][0], n);
             Reduce();
         }
     }
