@@ -112,11 +112,13 @@ TEST(Fit, TellsWhyThereIsNoAnswer)
         expect(feature, Points(20, {0.1, 0.7, 0.3}), Status::Degenerate);
         expect(feature, {}, Status::TooFewPoints);
         expect(feature, Points(line.begin(), line.begin() + least - 1), Status::TooFewPoints);
-        for (const double bad : {NaN<double>, infinity<double>, -infinity<double>}) {
-            Points spoilt = plane;
-            spoilt[7][1] = bad;
-            expect(feature, spoilt, Status::NotFinite);
-        }
+        // Among the points that are looked at side by side, and among the last ones, which are too few for that.
+        for (const double bad : {NaN<double>, infinity<double>, -infinity<double>})
+            for (const std::size_t place : {0, 7, 18}) {
+                Points spoilt(plane.begin(), plane.begin() + 19);
+                spoilt[place][1] = bad;
+                expect(feature, spoilt, Status::NotFinite);
+            }
     }
 }
 
