@@ -110,16 +110,21 @@ CORVEX_ALWAYS_INLINE unsigned int PackMask(const Mask& mask)
     return static_cast<unsigned int>(bits);
 }
 
+/// Nothing besides the boxes of a group.
+struct NoMore
+{};
+
 /// Boxes in groups of eight: each group of a level has one box on the next level, the box around all of its own, up to
-/// a level of one group. A leaf is the box of what the owner puts there.
-template <class T>
+/// a level of one group. A leaf is the box of what the owner puts there. `More` is what the owner knows of a group
+/// besides: it stands with the boxes, so that one place in memory is read for both.
+template <class T, class More = NoMore>
 class BoxTree
 {
 public:
     static constexpr unsigned int fanOut = 8;
 
     /// Eight boxes by their borders.
-    struct Group
+    struct Group : More
     {
         T lowX[fanOut], highX[fanOut], lowY[fanOut], highY[fanOut];
     };
@@ -151,6 +156,8 @@ public:
     unsigned int GetBelowTop() const { return levelCount > 1 ? levelCount - 2 : 0; }
 
     const Group& GetGroup(unsigned int level, std::size_t group) const { return groups[levelStart[level] + group]; }
+    /// What the owner knows of a group.
+    More& GetMore(unsigned int level, std::size_t group) { return groups[levelStart[level] + group]; }
 
     /// The number of a group among those of all levels.
     std::size_t GetNumber(unsigned int level, std::size_t group) const { return levelStart[level] + group; }

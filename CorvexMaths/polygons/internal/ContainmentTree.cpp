@@ -72,16 +72,13 @@ bool IsRight(T key, T x)
 template <class T>
 ContainmentTree<T>::ContainmentTree(const T* points, unsigned int stride, unsigned int vertexCount)
     : count(vertexCount),
-      vertexX(new T[std::size_t(vertexCount) + 1]),
-      vertexY(new T[std::size_t(vertexCount) + 1]),
-      runs((vertexCount + blockSize - 1) / blockSize),
-      runGroups(new RunGroup[runs.GetGroupCount()]())
+      vertices(new TVector2<T>[std::size_t(vertexCount) + 1]),
+      runs((vertexCount + blockSize - 1) / blockSize)
 {
     T sizeX = T(0), sizeY = T(0);
     for (unsigned int i = 0; i <= count; ++i) {
         const T* const point = points + std::size_t(i < count ? i : 0) * stride;
-        vertexX[i] = point[0];
-        vertexY[i] = point[1];
+        vertices[i] = {point[0], point[1]};
         if (IsSound(point[0])) sizeX = std::max(sizeX, Numbers::Absolute(point[0]));
         if (IsSound(point[1])) sizeY = std::max(sizeY, Numbers::Absolute(point[1]));
     }
@@ -97,29 +94,29 @@ void ContainmentTree<T>::BoundRun(unsigned int level, std::size_t box, T sizeX, 
 {
     const std::size_t length = GetRunLength(level);
     const std::size_t first = box * length, last = std::min<std::size_t>(first + length, count);
-    RunGroup& runGroup = runGroups[runs.GetNumber(level, box / BoxTree<T>::fanOut)];
+    RunGroup& runGroup = runs.GetMore(level, box / BoxTree<T>::fanOut);
     const std::size_t place = box % BoxTree<T>::fanOut;
-    runGroup.startY[place] = vertexY[first];
-    runGroup.endY[place] = vertexY[last];
+    runGroup.startY[place] = vertices[first].y;
+    runGroup.endY[place] = vertices[last].y;
 
     bool isSound = true;
     std::size_t lowest = first, highest = first;
     for (std::size_t i = first; i <= last; ++i) {
-        isSound = isSound && IsSound(vertexX[i]) && IsSound(vertexY[i]);
-        if (vertexY[i] < vertexY[lowest]) lowest = i;
-        if (vertexY[i] > vertexY[highest]) highest = i;
+        isSound = isSound && IsSound(vertices[i].x) && IsSound(vertices[i].y);
+        if (vertices[i].y < vertices[lowest].y) lowest = i;
+        if (vertices[i].y > vertices[highest].y) highest = i;
     }
     if (!isSound) {
         runs.SetBox(level, box, PlaneBox<T>::Unbounded());
         return;
     }
-    const T lowY = vertexY[lowest], highY = vertexY[highest];
-    const T lean = (vertexX[highest] - vertexX[lowest]) / (highY - lowY);
+    const T lowY = vertices[lowest].y, highY = vertices[highest].y;
+    const T lean = (vertices[highest].x - vertices[lowest].x) / (highY - lowY);
     // NaN, for a level run, has no lean.
     const T slope = lean > steepest<T> ? steepest<T> : lean < -steepest<T> ? -steepest<T> : lean == lean ? lean : T(0);
     T least = std::numeric_limits<T>::infinity(), greatest = -least;
     for (std::size_t i = first; i <= last; ++i) {
-        const T constant = vertexX[i] - slope * vertexY[i];
+        const T constant = vertices[i].x - slope * vertices[i].y;
         least = std::min(least, constant);
         greatest = std::max(greatest, constant);
     }
@@ -132,12 +129,12 @@ void ContainmentTree<T>::BoundRun(unsigned int level, std::size_t box, T sizeX, 
 template <class T>
 void ContainmentTree<T>::AddLevelWeights(unsigned int vertex)
 {
-    const T x = vertexX[vertex], y = vertexY[vertex];
+    const T x = vertices[vertex].x, y = vertices[vertex].y;
     // Differences of infinite heights are not numbers, so that such a vertex is on no level.
     if (!std::isfinite(y)) return;
-    const bool isReachedFromBelow = vertexY[vertex > 0 ? vertex - 1 : count - 1] < y;
-    const bool isLeftUpwards = vertexY[vertex + 1] > y;
-    const bool passesAtVertex = std::isfinite(vertexX[vertex + 1] - x);
+    const bool isReachedFromBelow = vertices[vertex > 0 ? vertex - 1 : count - 1].y < y;
+    const bool isLeftUpwards = vertices[vertex + 1].y > y;
+    const bool passesAtVertex = std::isfinite(vertices[vertex + 1].x - x);
     // A vertex that the outline rises through is of no weight.
     if (isReachedFromBelow && isLeftUpwards && passesAtVertex) return;
     if (isReachedFromBelow) levels.push_back({y, x, 1, 0});
@@ -183,8 +180,11 @@ int ContainmentTree<T>::GetScore(T x, T y) const
 {
     using Lane = BaselineLanes<T>;
     using Mask = BaselineMask<T>;
+    // The word of the filter comes from memory while the runs are passed over.
+    const LevelMark mark(y, filterLength);
+    __builtin_prefetch(&levelFilter[mark.word]);
     Mask sums = {};
-    int score = ScoreLevel(x, y);
+    int score = 0;
     runs.Traverse(
         runs.GetTop(), 0,
         [&](unsigned int level, std::size_t group) {
@@ -192,14 +192,13 @@ int ContainmentTree<T>::GetScore(T x, T y) const
             // the others entered. A comparison that holds is -1.
             unsigned int entered = 0;
             const auto& bounds = runs.GetGroup(level, group);
-            const RunGroup& more = runGroups[runs.GetNumber(level, group)];
             for (unsigned int from = 0; from < BoxTree<T>::fanOut; from += baselineCount<T>) {
                 const Mask passes = (LoadLanes(bounds.lowY + from) < y) & (LoadLanes(bounds.highY + from) >= y);
                 if (!AnyLane(passes)) continue;
-                const Lane place = LoadLanes(more.slope + from) * y;
+                const Lane place = LoadLanes(bounds.slope + from) * y;
                 const Mask isRight = passes & (place + LoadLanes(bounds.lowX + from) > x);
                 const Mask isLeft = passes & (place + LoadLanes(bounds.highX + from) < x);
-                const Mask scores = (LoadLanes(more.endY + from) >= y) - (LoadLanes(more.startY + from) >= y);
+                const Mask scores = (LoadLanes(bounds.endY + from) >= y) - (LoadLanes(bounds.startY + from) >= y);
                 sums += (scores & isRight) - (scores & isLeft);
                 entered |= PackMask<T>(passes & ~(isRight | isLeft)) << from;
             }
@@ -210,27 +209,29 @@ int ContainmentTree<T>::GetScore(T x, T y) const
             return true;
         });
     for (unsigned int k = 0; k < baselineCount<T>; ++k) score += static_cast<int>(sums[k]);
-    return score;
+    const bool isOnLevel = (levelFilter[mark.word] & mark.bits) == mark.bits;
+    return isOnLevel ? score + ScoreLevel(x, y) : score;
 }
 
 template <class T>
 int ContainmentTree<T>::ScoreSides(unsigned int first, unsigned int end, T x, T y) const
 {
     int score = 0;
-    T toHeight = vertexY[first] - y;
+    T toHeight = vertices[first].y - y;
     for (unsigned int i = first; i < end; ++i) {
         const T fromHeight = toHeight;
-        toHeight = vertexY[i + 1] - y;
+        toHeight = vertices[i + 1].y - y;
         const bool falls = fromHeight >= T(0) && toHeight < T(0);
         const bool rises = fromHeight < T(0) && toHeight >= T(0);
         if (!falls && !rises) continue;
         const T rise = toHeight - fromHeight;
         const T place =
-            (Numbers::Absolute(fromHeight) / Numbers::Absolute(rise)) * (vertexX[i + 1] - vertexX[i]) + vertexX[i];
+            (Numbers::Absolute(fromHeight) / Numbers::Absolute(rise)) * (vertices[i + 1].x - vertices[i].x) +
+            vertices[i].x;
         if (falls)
             score += place >= x ? 1 : -1;
         else
-            score += IsRight(toHeight == T(0) ? vertexX[i + 1] : place, x) ? -1 : 1;
+            score += IsRight(toHeight == T(0) ? vertices[i + 1].x : place, x) ? -1 : 1;
     }
     return score;
 }
@@ -238,8 +239,6 @@ int ContainmentTree<T>::ScoreSides(unsigned int first, unsigned int end, T x, T 
 template <class T>
 int ContainmentTree<T>::ScoreLevel(T x, T y) const
 {
-    const LevelMark mark(y, filterLength);
-    if ((levelFilter[mark.word] & mark.bits) != mark.bits) return 0;
     const auto end = levels.end() - 1;
     const auto first = std::partition_point(levels.begin(), end, [y](const LevelWeight& a) { return a.y < y; });
     const auto last = std::partition_point(first, end, [y](const LevelWeight& a) { return a.y == y; });

@@ -3,6 +3,7 @@
 /// The crossing score of points against an outline, for many points.
 
 #include <CorvexMaths/polygons/internal/BoxTree.h>
+#include <CorvexMaths/vectors/TVector2.h>
 
 #include <atomic>
 #include <cstddef>
@@ -43,7 +44,7 @@ private:
     /// What is told of the runs of a group besides their boxes.
     struct RunGroup
     {
-        T slope[BoxTree<T>::fanOut], startY[BoxTree<T>::fanOut], endY[BoxTree<T>::fanOut];
+        T slope[BoxTree<T>::fanOut] = {}, startY[BoxTree<T>::fanOut] = {}, endY[BoxTree<T>::fanOut] = {};
     };
 
     void BoundRun(unsigned int level, std::size_t box, T sizeX, T sizeY);
@@ -62,10 +63,9 @@ private:
 
     unsigned int count;
     /// The vertices, the first one again at the end.
-    std::unique_ptr<T[]> vertexX, vertexY;
+    std::unique_ptr<TVector2<T>[]> vertices;
     /// What bounds the runs: their heights; and in x, less the slope times y, how far they reach.
-    BoxTree<T> runs;
-    std::unique_ptr<RunGroup[]> runGroups;
+    BoxTree<T, RunGroup> runs;
     /// By y, then by key.
     std::vector<LevelWeight> levels;
     /// A Bloom filter of the heights in `levels`, by three bits of one word; its length is a power of two.
