@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <vector>
@@ -176,6 +177,31 @@ TEST(Region, MeetsLongSlantedTeethSideBySide)
     const Region halves = Region(comb).Intersect(Region(squares));
     EXPECT_EQ(halves.GetOutlineCount(), count);
     EXPECT_NEAR(halves.GetArea(), 0.5 * count, 1e-3);
+}
+
+TEST(Region, MeetsRaysFromNearlyOneCentre)
+{
+    constexpr unsigned int count = 2000;
+    const double angle = std::acos(-1.0) / count;
+    for (const double inner : {0.5, 1e-3, 1e-6}) {
+        SCOPED_TRACE(inner);
+        // Two stars with the spikes of one over the gaps of the other.
+        Outline stars[2];
+        for (unsigned int i = 0; i < 2 * count; ++i)
+            for (unsigned int k = 0; k < 2; ++k) {
+                const double radius = i % 2 == k ? 1 : inner;
+                stars[k].Add(Vector(radius * std::cos(i * angle), radius * std::sin(i * angle)));
+            }
+        const Region one(stars[0]), other(stars[1]);
+        // Each side crosses one other, half way in angle.
+        const double crossing = 2 * inner * std::cos(angle / 2) / (1 + inner);
+        const double share = 2 * count * crossing * std::sin(angle / 2);
+        const Region either = one.Unite(other), both = one.Intersect(other);
+        EXPECT_EQ(either.GetVertexCount(), 4 * count);
+        EXPECT_EQ(both.GetVertexCount(), 4 * count);
+        EXPECT_NEAR(either.GetArea(), share, 1e-11);
+        EXPECT_NEAR(both.GetArea(), inner * share, 1e-11);
+    }
 }
 
 TEST(Region, TellsTheRimFromTheInside)
