@@ -33,6 +33,9 @@ namespace
 /// How many successive sides share a box.
 constexpr unsigned int blockSize = 8;
 
+/// As many sides are tested one by one in less time than a tree of them is made.
+constexpr unsigned int fewSides = 18;
+
 constexpr unsigned int sectorCount = 64;
 constexpr std::uint64_t allSectors = ~std::uint64_t(0);
 
@@ -66,22 +69,21 @@ bool PassesThrough(const TEdge2<T>& side, const TVector2<T>& along, const Group&
 
 template <class T>
 SidePairSearch<T>::SidePairSearch(const T* points, unsigned int stride, unsigned int vertexCount)
-    : vertices(points),
-      step(stride),
-      sideCount(vertexCount - 1),
-      blocks((sideCount + blockSize - 1) / blockSize),
-      directions(new std::uint64_t[blocks.GetGroupCount() * BoxTree<T>::fanOut]())
+    : vertices(points), step(stride), sideCount(vertexCount - 1)
 {
+    if (sideCount <= fewSides) return;
+    blocks.emplace((sideCount + blockSize - 1) / blockSize);
+    directions.reset(new std::uint64_t[blocks->GetGroupCount() * BoxTree<T>::fanOut]());
     CoordinateSize<T> greatest;
     for (unsigned int i = 0; i < vertexCount; ++i) {
         greatest.Add(points[std::size_t(i) * stride]);
         greatest.Add(points[std::size_t(i) * stride + 1]);
     }
     size = greatest.Get();
-    for (unsigned int block = 0; block < blocks.GetSize(0); ++block) MeasureBlock(block);
-    blocks.RaiseAll();
-    for (unsigned int level = 1; level <= blocks.GetTop(); ++level)
-        for (std::size_t box = 0; box < blocks.GetSize(level); ++box) RaiseDirections(level, box);
+    for (unsigned int block = 0; block < blocks->GetSize(0); ++block) MeasureBlock(block);
+    blocks->RaiseAll();
+    for (unsigned int level = 1; level <= blocks->GetTop(); ++level)
+        for (std::size_t box = 0; box < blocks->GetSize(level); ++box) RaiseDirections(level, box);
 }
 
 template <class T>
@@ -124,7 +126,7 @@ void SidePairSearch<T>::MeasureBlock(unsigned int block)
         // Written so that NaN has all directions.
         sectors |= place >= T(0) ? GetSector(place) : allSectors;
     }
-    blocks.SetLeaf(block, box);
+    blocks->SetLeaf(block, box);
     directions[block] = sectors;
 }
 
@@ -133,60 +135,69 @@ void SidePairSearch<T>::RaiseDirections(unsigned int level, std::size_t below)
 {
     constexpr unsigned int fanOut = BoxTree<T>::fanOut;
     std::uint64_t sectors = 0;
-    for (unsigned int k = 0; k < fanOut; ++k) sectors |= directions[blocks.GetNumber(level - 1, below) * fanOut + k];
-    directions[blocks.GetNumber(level, below / fanOut) * fanOut + below % fanOut] = sectors;
+    for (unsigned int k = 0; k < fanOut; ++k) sectors |= directions[blocks->GetNumber(level - 1, below) * fanOut + k];
+    directions[blocks->GetNumber(level, below / fanOut) * fanOut + below % fanOut] = sectors;
 }
 
 template <class T>
 void SidePairSearch<T>::Update(unsigned int vertex)
 {
+    if (!blocks) return;
     const unsigned int first = (vertex > 0 ? vertex - 1 : 0) / blockSize;
     const unsigned int last = std::min(vertex, sideCount - 1) / blockSize;
     for (unsigned int block = first; block <= last; ++block) {
         MeasureBlock(block);
-        blocks.Raise(block);
+        blocks->Raise(block);
         std::size_t below = block / BoxTree<T>::fanOut;
-        for (unsigned int level = 1; level <= blocks.GetTop(); ++level, below /= BoxTree<T>::fanOut)
+        for (unsigned int level = 1; level <= blocks->GetTop(); ++level, below /= BoxTree<T>::fanOut)
             RaiseDirections(level, below);
     }
+}
+
+template <class T>
+unsigned int SidePairSearch<T>::FindAmong(const TEdge2<T>& side, unsigned int first, unsigned int end) const
+{
+    constexpr T tolerance = Numbers::commonTolerance<T>;
+    for (unsigned int j = first; j < end; ++j) {
+        const TEdge2<T> other = GetSide(j);
+        const bool sharesEnd = side.Vertex[0] == other.Vertex[0] || side.Vertex[0] == other.Vertex[1] ||
+                               side.Vertex[1] == other.Vertex[0] || side.Vertex[1] == other.Vertex[1];
+        if (!sharesEnd && side.Intersects(other, tolerance, tolerance)) return j;
+    }
+    return end;
 }
 
 template <class T>
 unsigned int SidePairSearch<T>::FindNext(unsigned int i, unsigned int first) const
 {
     if (first >= sideCount) return sideCount;
+    const TEdge2<T> side = GetSide(i);
+    if (!blocks) return FindAmong(side, first, sideCount);
+
     // Above the angle that sides may differ by, with its roundings, and below half a sector, so that no sector between
     // the two ends of the range is left out.
     constexpr T guard = T(1) / 128;
-    constexpr T tolerance = Numbers::commonTolerance<T>;
-    const TEdge2<T> side = GetSide(i);
     const TVector2<T> along = side.Vertex[1] - side.Vertex[0];
     const PlaneBox<T> box = MakeBox(side);
     const T place = GetPlace(along);
     const std::uint64_t sectors = place >= T(0) ? GetSector(place - guard) | GetSector(place + guard) : allSectors;
     unsigned int found = sideCount;
-    blocks.Traverse(
-        blocks.GetTop(), first / blockSize,
+    blocks->Traverse(
+        blocks->GetTop(), first / blockSize,
         [&](unsigned int level, std::size_t group) {
-            unsigned int bits = blocks.template FindMeeting<baselineBytes>(level, group, box);
-            const std::uint64_t* const sectorsOf = &directions[blocks.GetNumber(level, group) * BoxTree<T>::fanOut];
+            unsigned int bits = blocks->template FindMeeting<baselineBytes>(level, group, box);
+            const std::uint64_t* const sectorsOf = &directions[blocks->GetNumber(level, group) * BoxTree<T>::fanOut];
             for (unsigned int k = 0; k < BoxTree<T>::fanOut; ++k)
                 if ((bits >> k & 1) == 0 && (sectorsOf[k] & sectors) != 0 &&
-                    PassesThrough(side, along, blocks.GetGroup(level, group), k))
+                    PassesThrough(side, along, blocks->GetGroup(level, group), k))
                     bits |= 1u << k;
             return bits;
         },
         [&](unsigned int from, unsigned int to) {
             const unsigned int end = std::min(to * blockSize, sideCount);
-            for (unsigned int j = std::max(from * blockSize, first); j < end; ++j) {
-                const TEdge2<T> other = GetSide(j);
-                const bool sharesEnd = side.Vertex[0] == other.Vertex[0] || side.Vertex[0] == other.Vertex[1] ||
-                                       side.Vertex[1] == other.Vertex[0] || side.Vertex[1] == other.Vertex[1];
-                if (sharesEnd || !side.Intersects(other, tolerance, tolerance)) continue;
-                found = j;
-                return false;
-            }
-            return true;
+            const unsigned int other = FindAmong(side, std::max(from * blockSize, first), end);
+            if (other < end) found = other;
+            return other == end;
         });
     return found;
 }

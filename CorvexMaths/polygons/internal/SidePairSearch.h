@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -30,6 +31,8 @@ public:
 private:
     TEdge2<T> GetSide(unsigned int i) const;
     PlaneBox<T> MakeBox(const TEdge2<T>& side) const;
+    /// FindNext among some sides, one by one; `end` if there is none.
+    unsigned int FindAmong(const TEdge2<T>& side, unsigned int first, unsigned int end) const;
     void MeasureBlock(unsigned int block);
     void RaiseDirections(unsigned int level, std::size_t below);
 
@@ -37,8 +40,9 @@ private:
     unsigned int step;
     unsigned int sideCount;
     /// The greatest coordinate.
-    T size;
-    BoxTree<T> blocks;
+    T size = T(0);
+    /// The boxes of the runs, unless there are but few sides.
+    std::optional<BoxTree<T>> blocks;
     /// The directions of the sides in each box, a bit for each sector of half a turn.
     std::unique_ptr<std::uint64_t[]> directions;
 };
