@@ -80,12 +80,14 @@ TEST(Fit, OfFloatsIsThatOfDoublesRoundedOnce)
 
 TEST(Fit, TellsWhyThereIsNoAnswer)
 {
-    Points line, plane, cylinder;
+    Points line, plane, cylinder, cone{{0, 0, -0.5}};
     for (const double k : {0, 1, 2, 3, 5, 6, 7, 9}) line.push_back({k, 2 * k, 3 * k});
     const double sides[4][2] = {{3, 4}, {-4, 3}, {-5, 0}, {0, -5}};
     for (int i = 0; i < 20; ++i) {
         plane.push_back({1.0 * (i / 4), 2.0 * (i % 4) + i / 4 * (i % 4), 0.0});
         cylinder.push_back({sides[i % 4][0], sides[i % 4][1], 1.0 * (i / 4)});
+        const double height = 1.0 + i / 4, slope = 0.1 * height;
+        cone.push_back({slope * sides[i % 4][0], slope * sides[i % 4][1], height});
     }
     const auto expect = [](const char* feature, const Points& points, Status status) {
         Set set;
@@ -106,6 +108,8 @@ TEST(Fit, TellsWhyThereIsNoAnswer)
         {"Cylinder", 6, plane},
         {"Cone", 7, cylinder},
     };
+    // The first point lies beyond the apex.
+    expect("Cone", cone, Status::Degenerate);
     for (const auto& [feature, least, open] : features) {
         SCOPED_TRACE(feature);
         expect(feature, open, Status::Degenerate);

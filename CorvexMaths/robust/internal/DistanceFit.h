@@ -292,15 +292,13 @@ private:
                 constexpr unsigned int column = TallTriangle<H + 2>::blockRows;
                 tally->template Add<1, column>(block + H * column, count);
             });
-        double rest = 0.0;
+        // What is left below, which no step removes, is not asked for.
         for (unsigned int j = 0; j < 2; ++j) {
             for (unsigned int i = 0; i < H; ++i) {
                 for (unsigned int k = i; k < H; ++k) triangle.elements[2 * i + j][2 * k + j] = half.elements[i][k];
                 triangle.elements[2 * i + j][K] = half.elements[i][H + j];
             }
-            for (unsigned int i = H; i <= H + j; ++i) rest += half.elements[i][H + j] * half.elements[i][H + j];
         }
-        triangle.elements[K][K] = std::sqrt(rest);
     }
 
     /// Whether the columns before j already span column j, as far as rounding lets that be seen.
