@@ -9,6 +9,20 @@
 namespace Halmont::Orrin::CorvexMaths::Robust::Kernels
 {
 
+/// Makes a number of each point, as many side by side as there are lanes: `make(point, number)` sets number[0][0], and
+/// `take(i, number)` is shown each in order.
+template <class Make, class Take>
+void ForEachNumber(const LocalPoints<3>& points, const Make& make, const Take& take)
+{
+    constexpr unsigned int run = 512;
+    double numbers[run];
+    for (unsigned int first = 0; first < points.GetCount(); first += run) {
+        const unsigned int n = std::min(run, points.GetCount() - first);
+        TallTriangle<1>::Rows<1, 3>(points[first], n, make, numbers);
+        for (unsigned int i = 0; i < n; ++i) take(first + i, numbers[i]);
+    }
+}
+
 /// What a fit found, in the coordinates and the precision of the answer. A value beyond the range of T is told as 0 and
 /// remembered.
 template <class T, class Feature>
@@ -55,20 +69,11 @@ public:
         const Placement<3>& place = feature.place;
         double least = std::numeric_limits<double>::infinity();
         double most = -least;
-        const auto each = [&](auto take) {
-            constexpr unsigned int run = 512;
-            double heights[run];
-            for (unsigned int first = 0; first < points.GetCount(); first += run) {
-                const unsigned int n = std::min(run, points.GetCount() - first);
-                TallTriangle<1>::Rows<1, 3>(
-                    points[first], n,
-                    [&place](const auto* point, auto& height)
-                        __attribute__((always_inline)) { place.SetAlong(height[0][0], 2, point); },
-                    heights);
-                for (unsigned int i = 0; i < n; ++i) take(first + i, heights[i]);
-            }
+        const auto make = [&place](const auto* point, auto& height) __attribute__((always_inline))
+        {
+            place.SetAlong(height[0][0], 2, point);
         };
-        each([&](unsigned int, double height) {
+        ForEachNumber(points, make, [&](unsigned int, double height) {
             least = std::min(least, height);
             most = std::max(most, height);
         });
@@ -79,7 +84,7 @@ public:
         const double slack = 0x1p-48 * farthest;
         std::array<Height, 2> range;
         bool isFirst = true;
-        each([&](unsigned int i, double rough) {
+        ForEachNumber(points, make, [&](unsigned int i, double rough) {
             if (rough > least + slack && rough < most - slack) return;
             const auto along = [&](auto real, unsigned int axis) {
                 return place.template Along<decltype(real)>(axis, points[i]);
@@ -178,25 +183,20 @@ Status Anchor(const LocalPoints<Feature::dimension>&, DistanceFit<Feature>*)
 /// Whether the foot of a point on the line that generates a cone lies beyond the apex.
 inline bool ReachesBeyondApex(const LocalPoints<3>& points, const Tapered<true>& cone)
 {
-    constexpr unsigned int run = 512;
-    double feet[run];
-    for (unsigned int first = 0; first < points.GetCount(); first += run) {
-        const unsigned int n = std::min(run, points.GetCount() - first);
-        TallTriangle<1>::Rows<1, 3>(
-            points[first], n,
-            [cone](const auto* point, auto& foot) __attribute__((always_inline)) {
-                using Real = std::decay_t<decltype(*point)>;
-                const AboutAxis<Real> about(cone.place, point);
-                Real z;
-                cone.place.SetAlong(z, 2, point);
-                const Real along = (about.length - cone.radius.high) * cone.sine.high + z * cone.cosine.high;
-                foot[0][0] = along * cone.sine.high;
-            },
-            feet);
+    bool isBeyond = false;
+    ForEachNumber(
+        points,
+        [cone](const auto* point, auto& foot) __attribute__((always_inline)) {
+            using Real = std::decay_t<decltype(*point)>;
+            const AboutAxis<Real> about(cone.place, point);
+            Real z;
+            cone.place.SetAlong(z, 2, point);
+            const Real along = (about.length - cone.radius.high) * cone.sine.high + z * cone.cosine.high;
+            foot[0][0] = along * cone.sine.high;
+        },
         // The apex lies at -R / sin h along the line.
-        if (*std::min_element(feet, feet + n) < -cone.radius.high) return true;
-    }
-    return false;
+        [&](unsigned int, double foot) { isBeyond = isBeyond || foot < -cone.radius.high; });
+    return isBeyond;
 }
 
 /// Brings the origin of a cylinder or cone to the height of the points' centroid and a cone's axis to the side to which
