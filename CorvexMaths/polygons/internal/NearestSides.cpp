@@ -109,16 +109,18 @@ struct NearestSides<T>::Split
 template <class T>
 NearestSides<T>::NearestSides(const T* points, unsigned int stride, unsigned int outlineCount, unsigned int vertexCount)
     : count(vertexCount),
-      numbers(new unsigned int[count]),
-      x(new T[count]),
-      y(new T[count]),
-      next(new unsigned int[count]),
-      previous(new unsigned int[count]),
-      directionX(new T[count]),
-      directionY(new T[count]),
+      vertexBlock(new unsigned int[4 * std::size_t(count)]),
+      valueBlock(new T[5 * std::size_t(count)]),
+      numbers(vertexBlock.get()),
+      x(valueBlock.get()),
+      y(x + count),
+      next(numbers + count),
+      previous(next + count),
+      directionX(y + count),
+      directionY(directionX + count),
       labels(new std::uint64_t[count]),
-      nearest(new T[count]),
-      nearestSide(new unsigned int[count]),
+      nearest(directionY + count),
+      nearestSide(previous + count),
       size(T(0)),
       sideBoxes((count + blockSize - 1) / blockSize),
       pointBoxes((count + blockSize - 1) / blockSize),
@@ -126,9 +128,9 @@ NearestSides<T>::NearestSides(const T* points, unsigned int stride, unsigned int
       first(new unsigned int[pointBoxes.GetGroupCount() * BoxTree<T>::fanOut])
 {
     OrderAlongCurve(points, stride);
-    std::fill_n(next.get(), count, none);
-    std::fill_n(nearest.get(), count, T(-1));
-    std::fill_n(nearestSide.get(), count, none);
+    std::fill_n(next, count, none);
+    std::fill_n(nearest, count, T(-1));
+    std::fill_n(nearestSide, count, none);
     std::fill_n(farthest.get(), pointBoxes.GetGroupCount() * BoxTree<T>::fanOut, T(-1));
     std::fill_n(first.get(), pointBoxes.GetGroupCount() * BoxTree<T>::fanOut, none);
 

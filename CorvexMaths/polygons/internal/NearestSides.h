@@ -61,16 +61,19 @@ private:
     void SpreadLabels(unsigned int side);
 
     unsigned int count;
+    /// The columns below, in one block for each type.
+    std::unique_ptr<unsigned int[]> vertexBlock;
+    std::unique_ptr<T[]> valueBlock;
     /// All by the place of a vertex along the curve. A side goes by the place that it starts at.
-    std::unique_ptr<unsigned int[]> numbers;
-    std::unique_ptr<T[]> x, y;
+    unsigned int* numbers;
+    T *x, *y;
     unsigned int start = 0; ///< The first vertex of the outline.
-    std::unique_ptr<unsigned int[]> next, previous;
-    std::unique_ptr<T[]> directionX, directionY;
+    unsigned int *next, *previous;
+    T *directionX, *directionY;
     std::unique_ptr<std::uint64_t[]> labels; ///< Ascending from the first side to the last.
     /// The distance of a point of the cloud, below 0 for any other, and its side.
-    std::unique_ptr<T[]> nearest;
-    std::unique_ptr<unsigned int[]> nearestSide;
+    T* nearest;
+    unsigned int* nearestSide;
 
     T size; ///< The greatest coordinate of those that have bounds on rounding.
     BoxTree<T> sideBoxes, pointBoxes;
