@@ -39,7 +39,8 @@ public:
         ++count;
     }
 
-    void Flush()
+    /// Not inline, so that the loops that append keep their registers.
+    __attribute__((noinline)) void Flush()
     {
         // Room in all three lists first: they stay of one length where memory runs out.
         fragment->values.Grow(count);

@@ -15,6 +15,12 @@ using namespace CorvexTest::Maths;
 
 // In place of the threading runtime's: the tests choose the answer.
 static int threads = 1, asked = 0;
+// A shared library takes the program's function for that of the runtime, a DLL does not.
+#ifdef _WIN32
+constexpr int askedByProduct = 0;
+#else
+constexpr int askedByProduct = 1;
+#endif
 extern "C" int omp_get_max_threads()
 {
     ++asked;
@@ -157,12 +163,12 @@ TYPED_TEST(Sparse, ProductsAreTheSameInAnyNumberOfChunks)
         asked = 0;
         a.Multiply(dense, &result);
         ExpectElements(result, whole, n, n);
-        EXPECT_TRUE(asked == 1 && result.matrixType == 11);
+        EXPECT_TRUE(asked == askedByProduct && result.matrixType == 11);
         a.Normalise(dense, &result);
         ExpectElements(result, upper, n, n);
         a.Normalise(columns, &result);
         ExpectElements(result, upper, n, n);
-        EXPECT_TRUE(asked == 3 && result.matrixType == -2);
+        EXPECT_TRUE(asked == 3 * askedByProduct && result.matrixType == -2);
     }
     threads = 1;
 }
