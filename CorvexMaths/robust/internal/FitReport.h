@@ -165,9 +165,9 @@ bool Approach(const LocalPoints<Feature::dimension>&, [[maybe_unused]] DistanceF
 inline bool Approach(const LocalPoints<3>& points, DistanceFit<Ring>* fit)
 {
     DistanceFit<Arc> rim(points, Arc(fit->feature, points.Mean().data()));
-    const bool rests = rim.Approach() && rim.feature.curvature > 0.0;
+    // What the points determine is asked for in any case, by one more look at all of them.
+    const bool rests = rim.Approach(rim.limit - 1) && rim.feature.curvature > 0.0;
     if (rests) fit->feature = rim.feature.ToRing();
-    // What the points determine is asked for in any case.
     if (!rests) fit->Approach(0);
     fit->iterations += rim.iterations;
     return rests;
