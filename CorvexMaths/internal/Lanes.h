@@ -178,6 +178,24 @@ CORVEX_ALWAYS_INLINE bool AnyLane(const Mask& mask)
     return any != 0;
 }
 
+/// A mask of lanes of T as bits, one for each lane.
+template <class T, class Mask>
+CORVEX_ALWAYS_INLINE unsigned int PackMask(const Mask& mask)
+{
+    constexpr unsigned int wordCount = sizeof(Mask) / sizeof(std::uint64_t);
+    constexpr unsigned int lanesPerWord = sizeof(std::uint64_t) / sizeof(T);
+    constexpr bool lowComesFirst = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+    std::uint64_t words[wordCount];
+    std::memcpy(words, &mask, sizeof(words));
+    std::uint64_t bits = 0;
+    for (unsigned int w = 0; w < wordCount; ++w) {
+        const std::uint64_t low = words[w] & 1, high = words[w] >> 63;
+        const std::uint64_t lanes = lanesPerWord == 1 ? low : lowComesFirst ? low | high << 1 : high | low << 1;
+        bits |= lanes << w * lanesPerWord;
+    }
+    return static_cast<unsigned int>(bits);
+}
+
 /// Reads a register of the baseline's width.
 template <class T>
 inline BaselineLanes<T> LoadLanes(const T* values)

@@ -3,6 +3,7 @@
 /// A tree of boxes over the edges of closed chains, for pairs of edges that come close and for the edge below a point.
 /// Internal.
 
+#include <CorvexMaths/internal/Lanes.h>
 #include <CorvexMaths/regions/internal/Grid.h>
 
 #include <cstddef>
@@ -116,10 +117,7 @@ private:
             std::memcpy(&highY, other.highY + half, sizeof(Lane));
             const Lane meets = (lowX <= group.highX[k]) & (highX >= group.lowX[k]) & (lowY <= group.highY[k]) &
                                (highY >= group.lowY[k]);
-            std::uint64_t words[2];
-            std::memcpy(words, &meets, sizeof(words));
-            for (unsigned int w = 0; w < 2; ++w)
-                bits |= static_cast<unsigned int>((words[w] & 1) | (words[w] >> 62 & 2)) << (half + 2 * w);
+            bits |= PackMask<std::int32_t>(meets) << half;
         }
         return bits;
     }
