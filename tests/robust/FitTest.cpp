@@ -118,7 +118,7 @@ TEST(Fit, TellsWhyThereIsNoAnswer)
         expect(feature, Points(line.begin(), line.begin() + least - 1), Status::TooFewPoints);
         // Among the points that are looked at side by side, and among the last ones, which are too few for that.
         for (const double bad : {NaN<double>, infinity<double>, -infinity<double>})
-            for (const std::size_t place : {0, 7, 18}) {
+            for (const std::size_t place : {0u, 7u, 18u}) {
                 Points spoilt(plane.begin(), plane.begin() + 19);
                 spoilt[place][1] = bad;
                 expect(feature, spoilt, Status::NotFinite);
