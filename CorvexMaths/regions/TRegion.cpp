@@ -241,14 +241,14 @@ bool TRegion<T>::operator==(const TRegion& other) const
 }
 
 template <class T>
-TRegion<T> TRegion<T>::Combine(const TRegion* const* operands, std::size_t count, const long long* weights,
+TRegion<T> TRegion<T>::Combine(const std::vector<const TRegion*>& operands, const std::vector<long long>& weights,
                                const Kernels::InsideRule& isInside)
 {
     GridRings rings;
-    for (std::size_t k = 0; k < count; ++k)
-        if (operands[k]->outlines) rings.Measure(*operands[k]->outlines, Grid(operands[k]->stepExponent));
+    for (const TRegion* operand : operands)
+        if (operand->outlines) rings.Measure(*operand->outlines, Grid(operand->stepExponent));
     std::vector<std::int64_t> ringWeights;
-    for (std::size_t k = 0; k < count; ++k) {
+    for (std::size_t k = 0; k < operands.size(); ++k) {
         if (operands[k]->outlines) rings.Add(*operands[k]->outlines, Grid(operands[k]->stepExponent));
         ringWeights.resize(rings.rings.size(), weights[k]);
     }
@@ -263,16 +263,13 @@ TRegion<T> TRegion<T>::Combine(const std::vector<TRegion>& regions, const Kernel
     std::vector<const TRegion*> operands;
     operands.reserve(regions.size());
     for (const TRegion& region : regions) operands.push_back(&region);
-    const std::vector<long long> weights(regions.size(), 1);
-    return Combine(operands.data(), operands.size(), weights.data(), isInside);
+    return Combine(operands, std::vector<long long>(regions.size(), 1), isInside);
 }
 
 template <class T>
 TRegion<T> TRegion<T>::Combine(const TRegion& other, const Kernels::InsideRule& isInside) const
 {
-    const TRegion* const both[] = {this, &other};
-    const long long weights[] = {1, 2};
-    return Combine(both, 2, weights, isInside);
+    return Combine({this, &other}, {1, 2}, isInside);
 }
 
 template <class T>

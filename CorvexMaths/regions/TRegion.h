@@ -248,7 +248,7 @@ private:
 
     /// What a rule says of several regions on a common grid. To the winding numbers that it is given each region
     /// contributes its weight where a point is inside.
-    static TRegion Combine(const TRegion* const* operands, std::size_t count, const long long* weights,
+    static TRegion Combine(const std::vector<const TRegion*>& operands, const std::vector<long long>& weights,
                            const Kernels::InsideRule& isInside);
 
     /// The same of two regions, of which the second counts 2.
