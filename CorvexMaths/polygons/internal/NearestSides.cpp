@@ -1,3 +1,4 @@
+#include <CorvexMaths/internal/HilbertCurve.h>
 #include <CorvexMaths/polygons/internal/NearestSides.h>
 
 #include <algorithm>
@@ -32,25 +33,6 @@ bool IsSound(T x, T y)
 
 /// As many vertices keep their order, as places along the curve gain nothing.
 constexpr unsigned int fewVertices = 32;
-
-/// The place of a cell along the curve through the cells of a square of 2^31 by 2^31.
-std::uint64_t PlaceAlongCurve(std::uint32_t cellX, std::uint32_t cellY)
-{
-    // Without branches, as the bits cannot be foreseen.
-    std::uint64_t place = 0;
-    for (unsigned int bit = 31; bit-- > 0;) {
-        const std::uint32_t isRight = cellX >> bit & 1, isUpper = cellY >> bit & 1;
-        place = place * 4 + (3 * isRight ^ isUpper);
-        // The lower quarters run the other way: that on the right is turned round, and both have their axes exchanged.
-        const std::uint32_t turned = 0 - (isRight & ~isUpper);
-        cellX ^= turned;
-        cellY ^= turned;
-        const std::uint32_t exchanged = (cellX ^ cellY) & (isUpper - 1);
-        cellX ^= exchanged;
-        cellY ^= exchanged;
-    }
-    return place;
-}
 
 /// The distance between two ranges on an axis; 0 where they meet.
 template <class T>
@@ -188,7 +170,7 @@ void NearestSides<T>::OrderAlongCurve(const T* points, unsigned int stride)
     for (unsigned int i = 0; i < count; ++i) {
         const T* const point = coordinates(i);
         const bool hasPlace = count > fewVertices && IsSound(point[0], point[1]);
-        order[i] = {hasPlace ? PlaceAlongCurve(cell(point[0]), cell(point[1])) : 0, i};
+        order[i] = {hasPlace ? GetHilbertPlace<31, std::uint64_t>(cell(point[0]), cell(point[1])) : 0, i};
     }
     std::sort(order.get(), order.get() + count);
     for (unsigned int place = 0; place < count; ++place) {

@@ -1,6 +1,6 @@
 #include <CorvexMaths/regions/internal/Arrangement.h>
 
-#include <CorvexMaths/regions/internal/HilbertCurve.h>
+#include <CorvexMaths/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Outlines.h>
 
 #include <algorithm>

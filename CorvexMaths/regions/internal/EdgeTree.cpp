@@ -1,7 +1,7 @@
 #include <CorvexMaths/regions/internal/EdgeTree.h>
 
 #include <CorvexMaths/Numbers.h>
-#include <CorvexMaths/regions/internal/HilbertCurve.h>
+#include <CorvexMaths/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include <CorvexMaths/regions/internal/Triangulation.h>
 
+#include <CorvexMaths/internal/HilbertCurve.h>
 #include <CorvexMaths/internal/Signs.h>
-#include <CorvexMaths/regions/internal/HilbertCurve.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>

@@ -3,7 +3,6 @@
 /// An order of the plane in which neighbours are near. Internal.
 
 #include <cstdint>
-#include <utility>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -15,18 +14,17 @@ Place GetHilbertPlace(std::uint32_t x, std::uint32_t y)
 {
     static_assert(bits <= 32 && 2 * bits <= 8 * sizeof(Place));
     Place place = 0;
-    for (std::uint32_t side = std::uint32_t(1) << (bits - 1); side != 0; side >>= 1) {
-        const std::uint32_t right = (x & side) != 0 ? 1 : 0;
-        const std::uint32_t upper = (y & side) != 0 ? 1 : 0;
+    for (unsigned int bit = bits; bit-- > 0;) {
+        const std::uint32_t right = x >> bit & 1, upper = y >> bit & 1;
         place = place << 2 | ((3 * right) ^ upper);
-        // Turns the quarter so that the curve within it starts where that before it ends.
-        if (upper == 0) {
-            if (right == 1) {
-                x = ~x;
-                y = ~y;
-            }
-            std::swap(x, y);
-        }
+        // Turns a lower quarter so that the curve within it starts where that before it ends: the right one is turned
+        // round, and both have their axes exchanged. Without branches, as none of them could be foreseen.
+        const std::uint32_t turned = 0 - (right & ~upper);
+        x ^= turned;
+        y ^= turned;
+        const std::uint32_t exchanged = (x ^ y) & (upper - 1);
+        x ^= exchanged;
+        y ^= exchanged;
     }
     return place;
 }
