@@ -12,6 +12,7 @@ namespace
 {
 
 using Kernels::Curve;
+using Kernels::Place;
 using Kernels::Scratch;
 
 constexpr unsigned int greatestOrder = 500;
@@ -50,18 +51,19 @@ public:
           twice(2 * degree)
     {}
 
-    /// The place of the closest point on the scale of the knots.
-    double Find()
+    /// The place of the closest point.
+    Place Find()
     {
         for (unsigned int span = curve.FirstSpan(); span < curve.EndSpan(); ++span) {
-            Look(curve.Knot(span), span);
-            if (curve.Knot(span) < curve.Knot(span + 1)) Look(curve.Knot(span + 1), span);
+            if (!(curve.Width(span) > 0)) continue;
+            Look({span, 0});
+            Look({span, curve.Width(span)});
         }
         Scratch scratch((degree + 1) * dimension);
         for (unsigned int span = curve.FirstSpan(); span < curve.EndSpan(); ++span) {
-            if (!(curve.Knot(span) < curve.Knot(span + 1)) || BoundOf(span) > best) continue;
+            if (!(curve.Width(span) > 0) || BoundOf(span) > best) continue;
             FillBezier(span, scratch.Get());
-            SearchPiece(scratch.Get(), curve.Knot(span), curve.Knot(span + 1), 60);
+            SearchPiece(span, scratch.Get(), 0, curve.Width(span), 60);
         }
         return place;
     }
@@ -73,24 +75,23 @@ private:
     unsigned int degree;
     Binomials single, lower, twice;
     double best = HUGE_VAL; ///< The least square of a distance so far.
-    double place = 0;
+    Place place{0, 0};
 
     double Relative(double value, unsigned int component) const { return (value - target[component]) * scale; }
 
-    void Offer(double square, double x)
+    void Offer(double square, const Place& offered)
     {
         if (square >= best) return;
         best = square;
-        place = x;
+        place = offered;
     }
 
-    void Look(double x, unsigned int span)
+    void Look(const Place& offered)
     {
-        if (!(curve.Knot(span) < curve.Knot(span + 1))) return;
         double point[dimension];
-        curve.Evaluate(x, span, point);
+        curve.Evaluate(offered, point);
         for (unsigned int k = 0; k < dimension; ++k) point[k] = Relative(point[k], k);
-        Offer(Dot(point, point), x);
+        Offer(Dot(point, point), offered);
     }
 
     static double Dot(const double* a, const double* b)
@@ -190,15 +191,16 @@ private:
         return changes == 1 ? Shape::Valley : Shape::Open;
     }
 
-    void SearchPiece(const double* bezier, double from, double to, unsigned int depth)
+    /// Searches a piece of a span between two offsets from its first knot.
+    void SearchPiece(unsigned int span, const double* bezier, double from, double to, unsigned int depth)
     {
         const Shape shape = FindShape(bezier);
         if (shape == Shape::Far) return;
-        Offer(Dot(bezier, bezier), from);
-        Offer(Dot(bezier + degree * dimension, bezier + degree * dimension), to);
+        Offer(Dot(bezier, bezier), {span, from});
+        Offer(Dot(bezier + degree * dimension, bezier + degree * dimension), {span, to});
         if (shape == Shape::Monotone) return;
         if (shape == Shape::Valley) {
-            SearchValley(bezier, from, to);
+            SearchValley(span, bezier, from, to);
             return;
         }
         const double middle = from + (to - from) / 2;
@@ -213,12 +215,12 @@ private:
             for (unsigned int i = 0; i < (degree - level) * dimension; ++i)
                 right[i] = (right[i] + right[i + dimension]) / 2;
         }
-        SearchPiece(left, from, middle, depth - 1);
-        SearchPiece(right, middle, to, depth - 1);
+        SearchPiece(span, left, from, middle, depth - 1);
+        SearchPiece(span, right, middle, to, depth - 1);
     }
 
     /// Finds where the distance ceases to fall, the root of C . C', by Newton's method between bounds.
-    void SearchValley(const double* bezier, double from, double to)
+    void SearchValley(unsigned int span, const double* bezier, double from, double to)
     {
         double low = 0;
         double high = 1;
@@ -226,7 +228,7 @@ private:
         for (unsigned int step = 0; step < 100; ++step) {
             double point[dimension], first[dimension], second[dimension];
             EvaluateBezier(bezier, t, point, first, second);
-            Offer(Dot(point, point), from + (to - from) * t);
+            Offer(Dot(point, point), {span, from + (to - from) * t});
             const double slope = Dot(point, first);
             if (slope == 0) return;
             (slope > 0 ? high : low) = t;
@@ -282,9 +284,9 @@ ClosestPoint<T, V>::ClosestPoint(const TBSpline<T, V>& spline, const V<T>& targe
     exponent = std::max(exponent, -1022);
     const double scale = std::ldexp(1.0, -exponent);
 
-    const double place = Search<T, V>(curve, from, scale).Find();
+    const Place place = Search<T, V>(curve, from, scale).Find();
     double found[dimension];
-    curve.Evaluate(place, curve.FindSpan(place), found);
+    curve.Evaluate(place, found);
     double square = 0;
     for (unsigned int k = 0; k < dimension; ++k)
         square += (found[k] - from[k]) * scale * ((found[k] - from[k]) * scale);

@@ -11,6 +11,7 @@ namespace
 {
 
 using Kernels::Curve;
+using Kernels::Place;
 
 /// The nodes right of the middle and the weights of the rule of 16 points on -1 to 1, exact up to degree 31.
 constexpr double rule[][2] = {
@@ -27,72 +28,70 @@ class Measure
 public:
     Measure(const Curve<T, V>& measured, int exponent) : curve(measured), scale(std::ldexp(1.0, -exponent)) {}
 
-    double Speed(double x, unsigned int span) const
+    double Speed(const Place& place) const
     {
         constexpr unsigned int dimension = Curve<T, V>::dimension;
         double derivative[dimension];
-        curve.Differentiate(x, span, scale, derivative);
+        curve.Differentiate(place, scale, derivative);
         double square = 0;
         for (const double component : derivative) square += component * component;
         return std::sqrt(square);
     }
 
-    /// Whether the curve turns back between an end of a piece and the node of the rule that is nearest to it, where the
-    /// rule sees nothing of it: the velocities there point apart.
-    bool TurnsBackAtAnEnd(double from, double to, unsigned int span) const
-    {
-        const double reach = (to - from) / 2 * (1 - rule[7][0]);
-        return Product(from, from + reach, span) < 0 || Product(to - reach, to, span) < 0;
-    }
-
-    /// The length between two parameters of a span, by the rule alone.
-    double Length(double from, double to, unsigned int span) const
+    /// The length of a span between two offsets from its first knot, by the rule alone.
+    double Length(unsigned int span, double from, double to) const
     {
         const double middle = from + (to - from) / 2;
         const double half = (to - from) / 2;
         double sum = 0;
         for (const auto& [node, weight] : rule)
-            sum += weight * (Speed(middle - half * node, span) + Speed(middle + half * node, span));
+            sum += weight * (Speed({span, middle - half * node}) + Speed({span, middle + half * node}));
         return half * sum;
     }
 
-    /// Appends pieces of a span, halved until the halves of each sum up to it within a part of the size of the control
-    /// polygon, or within what rounding makes of it: that of a sum, and that of a place x among the knots, which a
-    /// piece feels the more the smaller it is. The sum is kept, and is far nearer than the difference tells. Where the
-    /// curve comes to a stop and turns back that takes ever smaller pieces, down to 2^-40 of the span; so it does next
-    /// to an end, where both sums would miss it alike.
-    void AppendPieces(double from, double to, double length, unsigned int span, unsigned int depth, TList<double>* ends,
-                      TList<double>* lengths) const
+    /// Cuts a part of a span, of a length by the rule, into pieces and calls visit(start, length) for each in turn.
+    /// They are halved until the halves of each sum up to it within a part of the size of the control polygon, or
+    /// within what rounding makes of it: that of a sum, and that of an offset, which a piece feels the more the smaller
+    /// it is. The sum is kept, and is far nearer than the difference tells. Where the curve comes to a stop and turns
+    /// back that takes ever smaller pieces, down to 2^-40 of the span; so it does next to an end, where both sums would
+    /// miss it alike.
+    template <class Visitor>
+    void ForEachPiece(unsigned int span, double from, double to, double length, unsigned int depth, Visitor visit) const
     {
         const double middle = from + (to - from) / 2;
-        const double first = Length(from, middle, span);
-        const double second = Length(middle, to, span);
-        const double rounding = 0x1p-49 * (1 + std::fmax(std::fabs(from), std::fabs(to)) / (to - from));
+        const double first = Length(span, from, middle);
+        const double second = Length(span, middle, to);
+        const double rounding = 0x1p-49 * (1 + to / (to - from));
         const double difference = std::fabs(first + second - length);
         const bool isNear = !(difference > std::fmax(0x1p-46, rounding * length));
-        if (depth == 0 || (isNear && !TurnsBackAtAnEnd(from, middle, span) && !TurnsBackAtAnEnd(middle, to, span))) {
-            const double before = lengths->GetLast();
-            ends->Add(middle);
-            lengths->Add(before + first);
-            ends->Add(to);
-            lengths->Add(before + first + second);
+        if (depth == 0 || (isNear && !TurnsBackAtAnEnd(span, from, middle) && !TurnsBackAtAnEnd(span, middle, to))) {
+            visit(from, first);
+            visit(middle, second);
             return;
         }
-        AppendPieces(from, middle, first, span, depth - 1, ends, lengths);
-        AppendPieces(middle, to, second, span, depth - 1, ends, lengths);
+        ForEachPiece(span, from, middle, first, depth - 1, visit);
+        ForEachPiece(span, middle, to, second, depth - 1, visit);
     }
 
 private:
     const Curve<T, V>& curve;
     double scale;
 
-    /// The scalar product of the velocities at two parameters of a span.
-    double Product(double a, double b, unsigned int span) const
+    /// Whether the curve turns back between an end of a piece and the node of the rule that is nearest to it, where the
+    /// rule sees nothing of it: the velocities there point apart.
+    bool TurnsBackAtAnEnd(unsigned int span, double from, double to) const
+    {
+        const double reach = (to - from) / 2 * (1 - rule[7][0]);
+        return Product({span, from}, {span, from + reach}) < 0 || Product({span, to - reach}, {span, to}) < 0;
+    }
+
+    /// The scalar product of the velocities at two places.
+    double Product(const Place& a, const Place& b) const
     {
         constexpr unsigned int dimension = Curve<T, V>::dimension;
         double first[dimension], second[dimension];
-        curve.Differentiate(a, span, scale, first);
-        curve.Differentiate(b, span, scale, second);
+        curve.Differentiate(a, scale, first);
+        curve.Differentiate(b, scale, second);
         double sum = 0;
         for (unsigned int k = 0; k < dimension; ++k) sum += first[k] * second[k];
         return sum;
@@ -129,14 +128,18 @@ SplineLength<T, V>::SplineLength(const TBSpline<T, V>& spline)
     if (status != Status::Done) return;
     exponent = FindExponent(view);
     const Measure<T, V> measure(view, exponent);
-    ends.SetUseExponentialGrowth(true);
+    spans.SetUseExponentialGrowth(true);
+    starts.SetUseExponentialGrowth(true);
     lengths.SetUseExponentialGrowth(true);
-    ends.Add(view.First());
     lengths.Add(0.0);
     for (unsigned int span = view.FirstSpan(); span < view.EndSpan(); ++span) {
-        const double from = view.Knot(span);
-        const double to = view.Knot(span + 1);
-        if (from < to) measure.AppendPieces(from, to, measure.Length(from, to, span), span, 40, &ends, &lengths);
+        const double width = view.Width(span);
+        if (!(width > 0)) continue;
+        measure.ForEachPiece(span, 0, width, measure.Length(span, 0, width), 40, [&](double start, double length) {
+            spans.Add(static_cast<int>(span));
+            starts.Add(start);
+            lengths.Add(lengths.GetLast() + length);
+        });
     }
     const T length = static_cast<T>(std::ldexp(lengths.GetLast(), exponent));
     if (!std::isfinite(length)) {
@@ -149,41 +152,43 @@ SplineLength<T, V>::SplineLength(const TBSpline<T, V>& spline)
 }
 
 template <class T, template <class> class V>
-double SplineLength<T, V>::PlaceAt(double length) const
+Place SplineLength<T, V>::PlaceAt(double length) const
 {
     const Curve<T, V> view(curve);
-    const unsigned int last = lengths.GetCount() - 1;
-    if (!(length > 0)) return view.First();
-    if (length >= lengths[last]) return view.Last();
+    const unsigned int count = starts.GetCount();
     const double* const first = lengths.GetStream();
-    const auto piece = static_cast<unsigned int>(std::upper_bound(first, first + last, length) - first);
-    const double start = ends[piece - 1];
-    const double target = length - lengths[piece - 1];
-    const double size = lengths[piece] - lengths[piece - 1];
+    const auto before = length > 0 ? std::upper_bound(first, first + count, length) - first : 1;
+    const auto piece = static_cast<unsigned int>(before) - 1;
+    const auto span = static_cast<unsigned int>(spans[piece]);
+    const double start = starts[piece];
+    const double end = piece + 1 < count && spans[piece + 1] == spans[piece] ? starts[piece + 1] : view.Width(span);
+    if (!(length > 0)) return {span, start};
+    if (length >= lengths[count]) return {span, end};
+    const double target = length - lengths[piece];
+    const double size = lengths[piece + 1] - lengths[piece];
     const Measure<T, V> measure(view, exponent);
-    const unsigned int span = view.FindSpan(start);
 
     // The root lies between low and high; each step narrows that, by half at least where Newton's leaves it.
     double low = start;
-    double high = ends[piece];
+    double high = end;
     double x = low + (high - low) * (target / size);
     for (unsigned int step = 0; step < 100; ++step) {
-        const double excess = measure.Length(start, x, span) - target;
+        const double excess = measure.Length(span, start, x) - target;
         (excess > 0 ? high : low) = x;
-        if (std::fabs(excess) <= 0x1p-52 * lengths[last]) break;
-        double next = x - excess / measure.Speed(x, span);
+        if (std::fabs(excess) <= 0x1p-52 * lengths[count]) break;
+        double next = x - excess / measure.Speed({span, x});
         if (!(next > low && next < high)) next = low + (high - low) / 2;
         if (next == x) break;
         x = next;
     }
-    return x;
+    return {span, x};
 }
 
 template <class T, template <class> class V>
 T SplineLength<T, V>::ParameterAt(T length) const
 {
     if (status != Status::Done) return T(0);
-    const double place = PlaceAt(std::ldexp(static_cast<double>(length), -exponent));
+    const Place place = PlaceAt(std::ldexp(static_cast<double>(length), -exponent));
     return static_cast<T>(Curve<T, V>(curve).ToUnit(place));
 }
 
@@ -191,11 +196,8 @@ template <class T, template <class> class V>
 V<T> SplineLength<T, V>::At(T length) const
 {
     double point[Curve<T, V>::dimension] = {};
-    if (status == Status::Done) {
-        const Curve<T, V> view(curve);
-        const double place = PlaceAt(std::ldexp(static_cast<double>(length), -exponent));
-        view.Evaluate(place, view.FindSpan(place), point);
-    }
+    if (status == Status::Done)
+        Curve<T, V>(curve).Evaluate(PlaceAt(std::ldexp(static_cast<double>(length), -exponent)), point);
     return Kernels::ToVector<T, V>(point);
 }
 
@@ -207,9 +209,8 @@ TPointSet<T, V> SplineLength<T, V>::Sample(unsigned int count) const
     const Curve<T, V> view(curve);
     const double whole = lengths.GetLast();
     for (unsigned int i = 0; i < count; ++i) {
-        const double place = PlaceAt(i + 1 == count && i > 0 ? whole : whole * i / (count - 1.0));
         double point[Curve<T, V>::dimension];
-        view.Evaluate(place, view.FindSpan(place), point);
+        view.Evaluate(PlaceAt(i + 1 == count && i > 0 ? whole : whole * i / (count - 1.0)), point);
         points.Add(Kernels::ToVector<T, V>(point));
     }
     return points;

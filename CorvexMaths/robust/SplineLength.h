@@ -10,6 +10,10 @@
 
 namespace Halmont::Orrin::CorvexMaths::Robust
 {
+namespace Kernels
+{
+struct Place;
+}
 
 /// The length of the arc of a spline, and its points and parameters by that length: evenly spaced to 1e-9 of the length
 /// and better, where chords are short by the square of their step.
@@ -38,7 +42,8 @@ public:
     explicit SplineLength(const TBSpline<T, V>& spline);
 
     /// The parameter, from 0 to 1, at a length from the start; beyond the ends that of the nearer one. 0 where there is
-    /// no answer.
+    /// no answer. Rounded to a number, a parameter tells points of a span no longer apart that is nearly as short as
+    /// the rounding; `At` and `Sample` do.
     T ParameterAt(T length) const;
 
     /// The point at a length from the start; beyond the ends the nearer one. All zeros where there is no answer.
@@ -51,11 +56,12 @@ public:
 private:
     TBSpline<T, V> curve{1, Clamped, 0, 16};
     int exponent = 0;      ///< Lengths are kept in units of 2 to this power, about the size of the control polygon.
-    TList<double> ends;    ///< Where pieces end on the scale of the knots, after the start of the first.
-    TList<double> lengths; ///< The length up to each of these.
+    TList<int> spans;      ///< The span of each piece.
+    TList<double> starts;  ///< Where each starts, from the first knot of its span.
+    TList<double> lengths; ///< The length up to each of these, and in all.
 
-    /// The place on the scale of the knots at a length in units.
-    double PlaceAt(double length) const;
+    /// The place at a length in units.
+    Kernels::Place PlaceAt(double length) const;
 };
 
 CORVEX_INSTANTIATE_SETS(extern, SplineLength);

@@ -185,6 +185,25 @@ TYPED_TEST(Splines, HaveTheLengthOfTheirArc)
     EXPECT_EQ(SplineLength(this->Curve(line, 3)).status, Status::NotFinite);
 }
 
+// Four units in the last place of its knots hold eight tenths of a polyline from x = 0 to 10.
+TYPED_TEST(Splines, TellPlacesApartInShortSpans)
+{
+    struct Squeezed : TestFixture::Spline
+    {
+        explicit Squeezed(const typename TestFixture::Points& points) : TestFixture::Spline(points, 2, Maths::Clamped)
+        {
+            this->knots[3] = this->knots[2] * (1 + 4 * TestFixture::epsilon);
+        }
+    };
+    const Squeezed line({this->At(0, 0), this->At(1, 0), this->At(9, 0), this->At(10, 0)});
+    const auto sample = SplineLength(line).Sample(21);
+    ASSERT_EQ(sample.GetCount(), 21u);
+    for (unsigned int i = 0; i < 21; ++i) {
+        EXPECT_NEAR(sample[i].x, i / 2.0, 10 * this->epsilon);
+        EXPECT_NEAR(ClosestPoint(line, this->At(i / 2.0, 1)).point.x, i / 2.0, 10 * this->epsilon);
+    }
+}
+
 TYPED_TEST(Splines, TellTheirClosestPointOfAll)
 {
     using S = typename TestFixture::T;

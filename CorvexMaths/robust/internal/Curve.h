@@ -32,6 +32,15 @@ struct Knots : TBSpline<T, V>
     static const TList<T>& Of(const TBSpline<T, V>& spline) { return spline.*&Knots::knots; }
 };
 
+/// A place on a curve: a span, and how far behind its first knot on the scale of the knots. Counted from 0 instead, a
+/// place is rounded to a unit in the last place of the knots, between which a short span may hold much of the curve;
+/// counted within the span, to one of that short way.
+struct Place
+{
+    unsigned int span;
+    double offset;
+};
+
 /// A view of a spline, which must outlive it and stay as it is. Parameters x are on the scale of the knots.
 template <class T, template <class> class V>
 class Curve
@@ -86,6 +95,7 @@ public:
     double First() const { return first; }
     double Last() const { return last; }
     double Knot(unsigned int i) const { return static_cast<double>(knots[i]); }
+    double Width(unsigned int span) const { return Knot(span + 1) - Knot(span); }
     double Value(unsigned int control, unsigned int component) const
     {
         return static_cast<double>(controls[control][component]);
@@ -98,8 +108,12 @@ public:
         return u < 1 ? std::fmin(first + (last - first) * u, last) : last;
     }
 
-    /// The parameter from 0 to 1 for one on the scale of the knots.
-    double ToUnit(double x) const { return (x - first) / (last - first); }
+    /// The parameter from 0 to 1 for a place; in a span that is short beside its parameters, many have the same.
+    double ToUnit(const Place& place) const
+    {
+        const double x = std::fmin(Knot(place.span) + place.offset, Knot(place.span + 1));
+        return (x - first) / (last - first);
+    }
 
     /// The span that holds a parameter: the last one that is not empty for the right end. By bisection.
     unsigned int FindSpan(double x) const
@@ -118,31 +132,25 @@ public:
     }
 
     /// The point at a parameter of a span.
-    void Evaluate(double x, unsigned int span, double* point) const
+    void Evaluate(double x, unsigned int span, double* point) const { EvaluateFrom(0, x, span, point); }
+    void Evaluate(const Place& place, double* point) const
     {
-        Scratch scratch(order * dimension);
-        double* const d = scratch.Get();
-        const unsigned int offset = span + 1 - order;
-        for (unsigned int k = 0; k < dimension; ++k) d[k] = Value(offset, k);
-        for (unsigned int i = 1; i < order; ++i)
-            for (unsigned int k = 0; k < dimension; ++k) d[i * dimension + k] = Value(offset + i, k);
-        Join(x, offset, order, d, point);
+        EvaluateFrom(Knot(place.span), place.offset, place.span, point);
     }
 
-    /// The derivative at a parameter of a span: a curve of one order less, of the differences between control points,
-    /// so that their distance from the origin does not matter. It is scaled before the quotients could leave the range
-    /// of numbers.
-    void Differentiate(double x, unsigned int span, double scale, double* derivative) const
+    /// The derivative at a place: a curve of one order less, of the differences between control points, so that their
+    /// distance from the origin does not matter. It is scaled before the quotients could leave the range of numbers.
+    void Differentiate(const Place& place, double scale, double* derivative) const
     {
         Scratch scratch(order * dimension);
         double* const d = scratch.Get();
-        const unsigned int offset = span + 1 - order;
+        const unsigned int offset = place.span + 1 - order;
         for (unsigned int k = 0; k < dimension; ++k) d[k] = 0;
         for (unsigned int i = 0; i + 1 < order; ++i)
             for (unsigned int k = 0; k < dimension; ++k)
                 d[i * dimension + k] = (order - 1) * ((Value(offset + i + 1, k) - Value(offset + i, k)) * scale /
                                                       (Knot(offset + i + order) - Knot(offset + i + 1)));
-        Join(x, offset + 1, order - 1, d, derivative);
+        Join(Knot(place.span), place.offset, offset + 1, order - 1, d, derivative);
     }
 
 private:
@@ -152,16 +160,29 @@ private:
         using TBSpline<T, V>::type;
     };
 
+    /// The point at a parameter of a span that is counted from an origin.
+    void EvaluateFrom(double origin, double x, unsigned int span, double* point) const
+    {
+        Scratch scratch(order * dimension);
+        double* const d = scratch.Get();
+        const unsigned int offset = span + 1 - order;
+        for (unsigned int k = 0; k < dimension; ++k) d[k] = Value(offset, k);
+        for (unsigned int i = 1; i < order; ++i)
+            for (unsigned int k = 0; k < dimension; ++k) d[i * dimension + k] = Value(offset + i, k);
+        Join(origin, x, offset, order, d, point);
+    }
+
     /// Joins as many points as the order, by shares of the way between two knots, until one is left (de Boor, 1972).
-    /// Each share is taken from its nearer end, so that an end of the curve is its control point to the bit.
-    void Join(double x, unsigned int offset, unsigned int levels, double* d, double* joined) const
+    /// Each share is taken from its nearer end, so that an end of the curve is its control point to the bit. The
+    /// parameter x is counted from an origin: 0, or the first knot of the span, which keeps the digits of an offset.
+    void Join(double origin, double x, unsigned int offset, unsigned int levels, double* d, double* joined) const
     {
         for (unsigned int level = 1; level < levels; ++level)
             for (unsigned int i = 0; i + level < levels; ++i) {
                 const double left = Knot(offset + i + level);
                 const double right = Knot(offset + i + levels);
-                const double from = x - left;
-                const double to = right - x;
+                const double from = x + (origin - left);
+                const double to = (right - origin) - x;
                 const bool isLeft = from <= to;
                 const double share = (isLeft ? from : -to) / (right - left);
                 double* const a = d + i * dimension;
