@@ -31,6 +31,9 @@
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
@@ -182,6 +185,14 @@ CORVEX_ALWAYS_INLINE bool AnyLane(const Mask& mask)
 template <class T, class Mask>
 CORVEX_ALWAYS_INLINE unsigned int PackMask(const Mask& mask)
 {
+#if defined(__SSE2__)
+    if constexpr (sizeof(Mask) == sizeof(__m128)) {
+        __m128d bits;
+        std::memcpy(&bits, &mask, sizeof(bits));
+        return static_cast<unsigned int>(sizeof(T) == sizeof(double) ? _mm_movemask_pd(bits)
+                                                                     : _mm_movemask_ps(_mm_castpd_ps(bits)));
+    }
+#endif
     constexpr unsigned int wordCount = sizeof(Mask) / sizeof(std::uint64_t);
     constexpr unsigned int lanesPerWord = sizeof(std::uint64_t) / sizeof(T);
     constexpr bool lowComesFirst = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
