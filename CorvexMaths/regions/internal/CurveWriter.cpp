@@ -1,13 +1,19 @@
 #include <CorvexMaths/regions/internal/CurveWriter.h>
 
+#include <CorvexMaths/internal/Lanes.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
 {
 namespace
 {
+
+/// The coordinates of a place, or the same one of two.
+using Pair = BaselineLanes<double>;
 
 /// The direction midway between two that are not more than half a turn apart, the second to the left of the first.
 PlaneVector Bisector(const PlaneVector& from, const PlaneVector& to)
@@ -17,11 +23,13 @@ PlaneVector Bisector(const PlaneVector& from, const PlaneVector& to)
     return middle * (1 / std::sqrt(Dot(middle, middle)));
 }
 
-/// The greatest whole number not above another; without a call where the processor cannot round.
-std::int64_t Floor(double x)
+/// The greatest whole numbers not above others, below 2^51 in magnitude: adding the constant rounds to a whole number,
+/// on every processor.
+Pair Floor(const Pair& x)
 {
-    const std::int64_t truncated = static_cast<std::int64_t>(x);
-    return truncated - (static_cast<double>(truncated) > x ? 1 : 0);
+    constexpr double wholeFrom = 0x1.8p52;
+    const Pair rounded = (x + wholeFrom) - wholeFrom;
+    return rounded > x ? rounded - 1.0 : rounded;
 }
 
 } // namespace
@@ -30,7 +38,11 @@ std::int64_t Floor(double x)
 // for a deviation d, cos 2a = 2 cos^2 a - 1 and sin 2a = 2 cos a sin a, where sin^2 a = d (2 r + d) / (r + d)^2. The
 // angle is a right one at most.
 CurveWriter::CurveWriter(const OffsetRule& offsetRule, const GridPoint& first, Ring* written)
-    : rule(offsetRule), r(offsetRule.distance), origin{first.x >> rule.coarser, first.y >> rule.coarser}, curve(written)
+    : rule(offsetRule),
+      r(offsetRule.distance),
+      toCurve(std::ldexp(1.0, -offsetRule.coarser)),
+      origin{first.x >> rule.coarser, first.y >> rule.coarser},
+      curve(written)
 {
     const double d = rule.deviation;
     const double cosine = r / (r + d);
@@ -47,21 +59,28 @@ void CurveWriter::AddPoint(const PlaneVector& place, const PlaneVector& m, const
 
 bool CurveWriter::TryAddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n)
 {
-    const PlaneVector x = place * std::ldexp(1.0, -rule.coarser);
-    const GridPoint low{Floor(x.x), Floor(x.y)};
-    GridPoint best;
-    double bestSquare = HUGE_VAL;
-    for (int i = 0; i < 4; ++i) {
-        const GridPoint corner{low.x + (i & 1), low.y + (i >> 1)};
-        const PlaneVector way = PlaneVector{static_cast<double>(corner.x), static_cast<double>(corner.y)} - x;
-        if (Dot(way, m) < -OffsetRule::slack || Dot(way, n) < -OffsetRule::slack) continue;
-        const double square = Dot(way, way);
-        if (!(square < bestSquare)) continue;
-        best = corner;
-        bestSquare = square;
+    const Pair x{place.x * toCurve, place.y * toCurve};
+    const Pair low = Floor(x);
+    // Without branches, as none of them could be foreseen: two corners at a time, and the squares of their distances as
+    // bits, which are in the order of the numbers; those behind have all bits set.
+    const Pair wayX{low[0] - x[0], low[0] + 1.0 - x[0]};
+    std::uint64_t squares[4];
+    for (int row = 0; row < 2; ++row) {
+        const double wayY = low[1] + row - x[1];
+        const BaselineMask<double> isBehind =
+            (wayX * m.x + wayY * m.y < -OffsetRule::slack) | (wayX * n.x + wayY * n.y < -OffsetRule::slack);
+        const Pair square = wayX * wayX + wayY * wayY;
+        BaselineMask<double> bits;
+        std::memcpy(&bits, &square, sizeof(bits));
+        bits |= isBehind;
+        std::memcpy(squares + 2 * row, &bits, sizeof(bits));
     }
-    if (bestSquare == HUGE_VAL) return false;
-    const GridPoint point{origin.x + best.x, origin.y + best.y};
+    const std::size_t lower = squares[1] < squares[0];
+    const std::size_t upper = 2 + std::size_t(squares[3] < squares[2]);
+    const std::size_t best = lower + (upper - lower) * std::size_t(squares[upper] < squares[lower]);
+    if (squares[best] == ~std::uint64_t(0)) return false;
+    const GridPoint point{origin.x + static_cast<std::int64_t>(low[0]) + static_cast<std::int64_t>(best & 1),
+                          origin.y + static_cast<std::int64_t>(low[1]) + static_cast<std::int64_t>(best >> 1)};
     if (curve->empty() || curve->back() != point) curve->push_back(point);
     return true;
 }
@@ -71,7 +90,10 @@ void CurveWriter::AddJoin(CornerShape shape, const PlaneVector& corner, const Pl
     // The tip of a mitre is at r / cos a for a turn of 2 a, with cos^2 a = (1 + cos 2a) / 2.
     const bool isTip = shape == CornerShape::Mitre && (1 + Dot(from, to)) * rule.limit * rule.limit >= 2 * (1 - 1e-12);
     if (shape == CornerShape::Round) {
-        AddArc(corner, from, to);
+        if (IsWide(from, to))
+            AddArc(corner, from, to);
+        else
+            AddTangents(corner, from, to);
     } else if (shape == CornerShape::Bevel) {
         AddPoint(corner + from * r, from, from);
         AddPoint(corner + to * r, to, to);
@@ -84,19 +106,23 @@ void CurveWriter::AddJoin(CornerShape shape, const PlaneVector& corner, const Pl
     }
 }
 
+bool CurveWriter::IsWide(const PlaneVector& from, const PlaneVector& to) const
+{
+    // Past half a turn, where rounding can take opposite directions, the cross product is negative.
+    return Dot(from, to) < (Cross(from, to) < 0 ? 0 : pieceCosine - 1e-12);
+}
+
 /// From both ends in pieces of the greatest angle, so that what is left comes to lie in the middle.
 void CurveWriter::AddArc(const PlaneVector& centre, PlaneVector from, PlaneVector to)
 {
-    // Past half a turn, where rounding can take opposite directions, the cross product is negative.
-    const auto isWide = [&] { return Dot(from, to) < (Cross(from, to) < 0 ? 0 : pieceCosine - 1e-12); };
-    while (isWide()) {
+    do {
         const PlaneVector turned{from.x * pieceCosine - from.y * pieceSine, from.y * pieceCosine + from.x * pieceSine};
         AddTangents(centre, from, turned);
         from = turned;
-        if (!isWide()) break;
+        if (!IsWide(from, to)) break;
         ends.push_back(to);
         to = {to.x * pieceCosine + to.y * pieceSine, to.y * pieceCosine - to.x * pieceSine};
-    }
+    } while (IsWide(from, to));
     AddTangents(centre, from, to);
     for (; !ends.empty(); ends.pop_back()) {
         AddTangents(centre, to, ends.back());

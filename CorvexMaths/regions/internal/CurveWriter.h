@@ -28,6 +28,7 @@ public:
 private:
     const OffsetRule& rule;
     const double r;
+    const double toCurve;   ///< A step of the rings, in steps of the curve.
     const GridPoint origin; ///< On the grid of the curve.
     Ring* const curve;
     double pieceCosine; ///< Of the greatest angle between tangents of a round join.
@@ -36,6 +37,8 @@ private:
 
     /// Adds nothing where each corner is behind the place.
     bool TryAddPoint(const PlaneVector& place, const PlaneVector& m, const PlaneVector& n);
+    /// Whether an arc takes more than one piece.
+    bool IsWide(const PlaneVector& from, const PlaneVector& to) const;
     void AddArc(const PlaneVector& centre, PlaneVector from, PlaneVector to);
     void AddTangents(const PlaneVector& centre, const PlaneVector& from, const PlaneVector& to);
 };

@@ -29,6 +29,8 @@ struct Part
     std::uint32_t element;
     Link link;
     PlaneVector start; ///< Where it is cut from the one before.
+
+    Part(std::uint32_t which, Link how, const PlaneVector& from = {}) : element(which), link(how), start(from) {}
 };
 
 /// One closed chain of vertices, and what lies at the distance to its right.
@@ -46,6 +48,7 @@ public:
     std::vector<PlaneVector> places;  ///< Of the vertices, from the origin.
     std::vector<PlaneVector> normals; ///< Of the edges, of length 1, to the right.
     std::vector<double> lengths;      ///< Of the edges.
+    std::vector<std::uint8_t> isOpen; ///< For each vertex.
 
     OffsetChain(const Ring& ring, const OffsetRule& offsetRule, bool isLine)
         : rule(offsetRule),
@@ -56,38 +59,35 @@ public:
           origin(OriginOf(ring.front())),
           places(count),
           normals(count),
-          lengths(count)
+          lengths(count),
+          isOpen(count)
     {
         for (Index i = 0; i < count; ++i)
             places[i] = {static_cast<double>(ring[i].x - origin.x), static_cast<double>(ring[i].y - origin.y)};
+        PlaneVector before = places[0] - places[count - 1];
         for (Index i = 0; i < count; ++i) {
             const PlaneVector along = places[Next(i)] - places[i];
             lengths[i] = std::sqrt(Dot(along, along));
             normals[i] = {along.y / lengths[i], -along.x / lengths[i]};
+            isOpen[i] = IsEnd(i) || Cross(before, along) >= 0;
+            before = along;
         }
     }
 
     Index Next(Index i) const { return i + 1 < count ? i + 1 : 0; }
     Index Previous(Index i) const { return i > 0 ? i - 1 : count - 1; }
+    /// A vertex or edge that was counted on through a second lap.
+    Index WithoutLap(Index i) const { return i < count ? i : i - count; }
     static bool IsEdge(Index element) { return (element & 1) != 0; }
     /// The vertex of a corner, or at which an edge starts, whatever the lap.
-    Index VertexOf(Index element) const
-    {
-        const Index vertex = element >> 1;
-        return vertex < count ? vertex : vertex - count;
-    }
+    Index VertexOf(Index element) const { return WithoutLap(element >> 1); }
     const PlaneVector& BeforeCorner(Index vertex) const { return normals[Previous(vertex)]; }
     PlaneVector Along(Index edge) const { return {-normals[edge].y, normals[edge].x}; }
     /// Where the outline of the line turns back.
     bool IsEnd(Index vertex) const { return isOpenLine && (vertex == 0 || vertex == count / 2); }
 
-    bool IsOpen(Index vertex) const
-    {
-        if (IsEnd(vertex)) return true;
-        const PlaneVector in = places[vertex] - places[Previous(vertex)];
-        const PlaneVector out = places[Next(vertex)] - places[vertex];
-        return Cross(in, out) >= 0;
-    }
+    /// Whether the corner turns away from the right side, where the join goes.
+    bool IsOpen(Index vertex) const { return isOpen[vertex] != 0; }
 
     CornerShape ShapeOf(Index vertex) const { return IsEnd(vertex) ? rule.end : rule.join; }
 

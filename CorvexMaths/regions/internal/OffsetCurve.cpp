@@ -127,10 +127,12 @@ public:
                 writer.AddPoint(chain.places[vertex] + n * chain.r, n, n);
             }
             if (chain.IsEdge(part.element)) continue;
-            const PlaneVector from =
-                part.link == Link::Cut ? NormalAt(part.element, part.start) : chain.BeforeCorner(vertex);
-            const PlaneVector to = next.link == Link::Cut ? NormalAt(part.element, next.start) : chain.normals[vertex];
-            writer.AddJoin(chain.ShapeOf(vertex), chain.places[vertex], from, to);
+            PlaneVector cutFrom, cutTo;
+            if (part.link == Link::Cut) cutFrom = NormalAt(part.element, part.start);
+            if (next.link == Link::Cut) cutTo = NormalAt(part.element, next.start);
+            writer.AddJoin(chain.ShapeOf(vertex), chain.places[vertex],
+                           part.link == Link::Cut ? cutFrom : chain.BeforeCorner(vertex),
+                           next.link == Link::Cut ? cutTo : chain.normals[vertex]);
         }
     }
 

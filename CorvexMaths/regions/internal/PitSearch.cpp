@@ -33,6 +33,8 @@ struct Kept
     Index edge; ///< Counted on through the laps.
     Link link;
     Crossing start; ///< Where it is cut from the one before.
+
+    Kept(Index which, Link how, const Crossing& from = {}) : edge(which), link(how), start(from) {}
 };
 
 /// A search as far as it has come.
@@ -45,15 +47,15 @@ struct Search
 
     bool IsBounded() const { return widest < HUGE_VAL; }
 
-    void Add(const Kept& kept, const Extent& pit)
+    void Add(Index edge, Link link, const Crossing& start, const Extent& pit)
     {
-        stack.push_back(kept);
+        stack.emplace_back(edge, link, start);
         if (IsBounded()) pits.push_back(pit);
     }
 
-    void Resize(std::size_t size)
+    void Shorten(std::size_t size)
     {
-        stack.resize(size);
+        stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(size), stack.end());
         if (IsBounded()) pits.resize(size);
     }
 
@@ -80,7 +82,7 @@ public:
     std::vector<Part> FindParts(double widest) const
     {
         const std::vector<Kept> kept = FindKept(widest);
-        if (kept.empty()) return {{1, Link::Raw, {}}};
+        if (kept.empty()) return {Part(1, Link::Raw)};
         std::vector<Part> parts;
         parts.reserve(2 * kept.size());
         for (std::size_t i = 0; i < kept.size(); ++i)
@@ -136,7 +138,7 @@ private:
     /// with borders of dilated edges for lines.
     void Push(Index edge, Search* search) const
     {
-        const Index c = edge % chain.count;
+        const Index c = chain.WithoutLap(edge);
         std::vector<Kept>& stack = search->stack;
         std::size_t left = stack.size();
         Extent pit = ExtentOf(c);
@@ -147,7 +149,7 @@ private:
                                 last.start.to == Zone::After &&
                                 Cross(last.start.x - chain.places[c], chain.normals[c]) < 0;
             if (!isPast) {
-                search->Add({edge, Link::Natural, {}}, pit);
+                search->Add(edge, Link::Natural, {}, pit);
                 return;
             }
             --left;
@@ -156,24 +158,25 @@ private:
         for (; left > 0; --left) {
             const Kept& last = stack[left - 1];
             Crossing crossing;
-            if (!borders.Find(last.edge % chain.count, c, &crossing)) break;
+            if (!borders.Find(chain.WithoutLap(last.edge), c, &crossing)) break;
             if (IsPast(last, crossing)) {
-                search->Resize(left);
-                search->Add({edge, Link::Cut, crossing}, pit);
+                search->Shorten(left);
+                search->Add(edge, Link::Cut, crossing, pit);
                 return;
             }
             if (search->IsBounded()) pit.Add(search->pits[left - 1]);
-            if (search->tries == 0 || !MayLeaveOut(last.edge % chain.count) || pit.Breadth() > search->widest) break;
+            if (search->tries == 0 || !MayLeaveOut(chain.WithoutLap(last.edge)) || pit.Breadth() > search->widest)
+                break;
             --search->tries;
         }
-        if (left == 0) search->Resize(0);
-        search->Add({edge, left == 0 ? Link::Natural : Link::Raw, {}}, ExtentOf(c));
+        if (left == 0) search->Shorten(0);
+        search->Add(edge, left == 0 ? Link::Natural : Link::Raw, {}, ExtentOf(c));
     }
 
     /// Whether a crossing lies beyond the start of what it leaves.
     bool IsPast(const Kept& kept, const Crossing& crossing) const
     {
-        const Index b = kept.edge % chain.count;
+        const Index b = chain.WithoutLap(kept.edge);
         if (kept.link != Link::Cut) return crossing.from != Zone::Before;
         if (kept.start.to != crossing.from) return kept.start.to < crossing.from;
         const PlaneVector way = crossing.x - kept.start.x;
@@ -191,13 +194,13 @@ private:
     /// Adds the join before an edge, its copy and the join after it, as far as the curve runs along them.
     void AddParts(const Kept& before, const Kept& kept, const Kept& next, std::vector<Part>* parts) const
     {
-        const Index edge = kept.edge % chain.count;
+        const Index edge = chain.WithoutLap(kept.edge);
         const bool isCut = kept.link == Link::Cut;
         const Zone from = isCut ? kept.start.to : Zone::Before;
         const Zone to = next.link == Link::Cut ? next.start.from : std::max(from, Zone::Copy);
         const auto add = [&](Zone zone, Index element, Link link) {
             if (isCut && zone == from) link = Link::Cut;
-            parts->push_back({element % (2 * chain.count), link, kept.start.x});
+            parts->emplace_back(element < 2 * chain.count ? element : 0, link, kept.start.x);
         };
         // The edge before may end with the join that this one would start with.
         const bool isDone = before.link == Link::Cut && before.start.to == Zone::After;
