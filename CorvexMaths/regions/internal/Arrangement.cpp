@@ -14,44 +14,53 @@ namespace Halmont::Orrin::CorvexMaths::Kernels
 namespace
 {
 
-/// The ring without repeats of a vertex by the next one, and without ways there and back along the same edge, which
-/// bound nothing. What is left does not depend on the vertex where it starts, but for its own start.
-Ring Reduce(const Ring& ring)
+/// Appends a ring without repeats of a vertex by the next one, and without ways there and back along the same edge,
+/// which bound nothing. What is left does not depend on the vertex where it starts, but for its own start; false if it
+/// is nothing, fewer than three vertices.
+bool AddReduced(const Ring& ring, Chains* chains)
 {
-    Ring result;
-    result.reserve(ring.size());
+    std::vector<GridPoint>& points = chains->points;
+    const std::size_t begin = points.size();
     for (const GridPoint& p : ring) {
-        if (!result.empty() && p == result.back()) continue;
-        if (result.size() > 1 && p == result[result.size() - 2]) {
-            result.pop_back();
+        const std::size_t count = points.size() - begin;
+        if (count > 0 && p == points.back()) continue;
+        if (count > 1 && p == points[points.size() - 2]) {
+            points.pop_back();
         } else {
-            result.push_back(p);
+            points.push_back(p);
         }
     }
     // The same where the ring closes.
-    std::size_t first = 0;
-    while (result.size() - first > 2) {
-        if (result.back() == result[first]) {
-            result.pop_back();
-        } else if (result[result.size() - 2] == result[first]) {
-            result.resize(result.size() - 2);
-        } else if (result.back() == result[first + 1]) {
+    std::size_t first = begin;
+    while (points.size() - first > 2) {
+        if (points.back() == points[first]) {
+            points.pop_back();
+        } else if (points[points.size() - 2] == points[first]) {
+            points.resize(points.size() - 2);
+        } else if (points.back() == points[first + 1]) {
             ++first;
-            result.pop_back();
+            points.pop_back();
         } else {
             break;
         }
     }
-    result.erase(result.begin(), result.begin() + static_cast<std::ptrdiff_t>(first));
-    return result;
+    points.erase(points.begin() + static_cast<std::ptrdiff_t>(begin),
+                 points.begin() + static_cast<std::ptrdiff_t>(first));
+    if (points.size() - begin < 3) {
+        points.resize(begin);
+        return false;
+    }
+    chains->Close();
+    return true;
 }
 
-/// Whether the last chain is this ring.
-bool IsLast(const Chains& chains, const Ring& ring)
+/// Whether the last two chains are the same.
+bool IsRepeated(const Chains& chains)
 {
-    if (chains.GetCount() == 0) return false;
-    const auto last = chains.points.begin() + chains.starts[chains.GetCount() - 1];
-    return std::equal(ring.begin(), ring.end(), last, chains.points.end() - 1);
+    const std::uint32_t count = chains.GetCount();
+    if (count < 2) return false;
+    const auto at = [&](std::uint32_t chain) { return chains.points.begin() + chains.starts[chain]; };
+    return std::equal(at(count - 2), at(count - 1), at(count - 1), chains.points.end());
 }
 
 /// The places of points along a curve on which neighbours are near in the plane.
@@ -141,14 +150,16 @@ OutlineSet Arrange(const std::vector<Ring>& rings, const std::vector<std::int64_
 {
     Chains chains;
     std::vector<std::int64_t> chainWeights;
+    std::size_t count = 0;
+    for (const Ring& ring : rings) count += ring.size() + 1;
+    chains.points.reserve(count);
     for (const std::size_t r : SortByPlace(rings)) {
-        const Ring ring = Reduce(rings[r]);
-        if (ring.size() < 3) continue;
+        if (!AddReduced(rings[r], &chains)) continue;
         const std::int64_t weight = weights.empty() ? 1 : weights[r];
-        if (IsLast(chains, ring)) {
+        if (IsRepeated(chains)) {
+            chains.RemoveLast();
             chainWeights.back() += weight;
         } else {
-            chains.Add(ring);
             chainWeights.push_back(weight);
         }
     }

@@ -18,13 +18,25 @@ std::uint32_t Chains::Find(std::uint32_t point) const
     return static_cast<std::uint32_t>(std::upper_bound(starts.begin(), starts.end(), point) - starts.begin() - 1);
 }
 
+void Chains::Close()
+{
+    if (points.size() >= std::numeric_limits<std::uint32_t>::max())
+        throw std::length_error("regions: too many vertices");
+    const GridPoint first = points[starts.back()];
+    points.push_back(first);
+    starts.push_back(static_cast<std::uint32_t>(points.size()));
+}
+
 void Chains::Add(const Ring& ring)
 {
-    if (ring.size() >= std::numeric_limits<std::uint32_t>::max() - points.size())
-        throw std::length_error("regions: too many vertices");
     points.insert(points.end(), ring.begin(), ring.end());
-    points.push_back(ring.front());
-    starts.push_back(static_cast<std::uint32_t>(points.size()));
+    Close();
+}
+
+void Chains::RemoveLast()
+{
+    starts.pop_back();
+    points.resize(starts.back());
 }
 
 EdgeTree::EdgeTree(const Chains& edges) : chains(edges)
@@ -76,23 +88,33 @@ void EdgeTree::MakeBlocks()
     for (const auto& place : places) blocks.push_back(place.second);
 }
 
-void EdgeTree::Clear(Group* group)
+void EdgeTree::Clear(Group* group, unsigned int first)
 {
     constexpr std::int32_t beyond = std::numeric_limits<std::int32_t>::max();
-    for (unsigned int k = 0; k < fanOut; ++k) {
+    for (unsigned int k = first; k < fanOut; ++k) {
         group->lowX[k] = group->lowY[k] = beyond;
         group->highX[k] = group->highY[k] = -beyond;
     }
 }
 
-void EdgeTree::SetBox(std::uint32_t edge, Group* group, unsigned int k) const
+void EdgeTree::SetBoxes(const Block& block, Group* group) const
 {
-    const GridPoint& a = chains.points[edge];
-    const GridPoint& b = chains.points[edge + 1];
-    group->lowX[k] = ToBoxX(std::min(a.x, b.x) - 1);
-    group->highX[k] = ToBoxX(std::max(a.x, b.x) + 1);
-    group->lowY[k] = ToBoxY(std::min(a.y, b.y) - 1);
-    group->highY[k] = ToBoxY(std::max(a.y, b.y) + 1);
+    // A step to either side of each vertex; what is behind the last one repeats it.
+    std::int32_t left[fanOut + 1], right[fanOut + 1], bottom[fanOut + 1], top[fanOut + 1];
+    for (unsigned int k = 0; k <= fanOut; ++k) {
+        const GridPoint& p = chains.points[block.first + std::min(k, block.count)];
+        left[k] = ToBoxX(p.x - 1);
+        right[k] = ToBoxX(p.x + 1);
+        bottom[k] = ToBoxY(p.y - 1);
+        top[k] = ToBoxY(p.y + 1);
+    }
+    for (unsigned int k = 0; k < fanOut; ++k) {
+        group->lowX[k] = std::min(left[k], left[k + 1]);
+        group->highX[k] = std::max(right[k], right[k + 1]);
+        group->lowY[k] = std::min(bottom[k], bottom[k + 1]);
+        group->highY[k] = std::max(top[k], top[k + 1]);
+    }
+    Clear(group, block.count);
 }
 
 void EdgeTree::SetBox(const Group& below, Group* group, unsigned int k)
@@ -106,15 +128,11 @@ void EdgeTree::SetBox(const Group& below, Group* group, unsigned int k)
 void EdgeTree::MakeGroups()
 {
     levels.emplace_back(blocks.size());
-    for (std::size_t g = 0; g < blocks.size(); ++g) {
-        Group& group = levels[0][g];
-        Clear(&group);
-        for (unsigned int k = 0; k < blocks[g].count; ++k) SetBox(blocks[g].first + k, &group, k);
-    }
+    for (std::size_t g = 0; g < blocks.size(); ++g) SetBoxes(blocks[g], &levels[0][g]);
     while (levels.back().size() > 1) {
         const std::size_t boxCount = levels.back().size();
         std::vector<Group> groups((boxCount + fanOut - 1) / fanOut);
-        for (Group& group : groups) Clear(&group);
+        Clear(&groups.back(), 0);
         for (std::size_t i = 0; i < boxCount; ++i)
             SetBox(levels.back()[i], &groups[i / fanOut], static_cast<unsigned int>(i % fanOut));
         levels.push_back(std::move(groups));

@@ -27,8 +27,11 @@ struct Chains
     /// The chain of a point.
     std::uint32_t Find(std::uint32_t point) const;
 
-    /// Appends a ring, closed by its first point. Throws std::length_error where 32 bits do not count the points.
+    /// Closes a chain of the points behind the last one by its first. Throws std::length_error where 32 bits do not
+    /// count the points.
+    void Close();
     void Add(const Ring& ring);
+    void RemoveLast();
 };
 
 /// Boxes in groups of eight over up to eight successive edges each; groups are put in the order of a Hilbert curve
@@ -49,7 +52,7 @@ public:
     explicit EdgeTree(const Chains& edges);
 
     /// Calls found(i, j) with i < j once for each two edges that come within a step of one another in x and in y, and
-    /// for some others.
+    /// for some others. Edges that follow one another in a chain come so by nature: some of these are left out.
     template <class Found>
     void ForEachClosePair(const Found& found)
     {
@@ -98,8 +101,8 @@ private:
     void MakeGroups();
     void MakeSpines();
     void MakeSpines(unsigned int level);
-    void SetBox(std::uint32_t edge, Group* group, unsigned int k) const;
-    static void Clear(Group* group);
+    void SetBoxes(const Block& block, Group* group) const;
+    static void Clear(Group* group, unsigned int first);
     static void SetBox(const Group& below, Group* group, unsigned int k);
     void SearchBelow(unsigned int level, std::size_t group, Below* search) const;
     void TryBelow(std::uint32_t edge, Below* search) const;
@@ -107,19 +110,31 @@ private:
     /// A bit for each box of `other` that meets box k of `group`.
     static unsigned int GetMeeting(const Group& group, unsigned int k, const Group& other)
     {
-        typedef std::int32_t Lane __attribute__((vector_size(16)));
         unsigned int bits = 0;
-        for (unsigned int half = 0; half < fanOut; half += 4) {
-            Lane lowX, highX, lowY, highY;
-            std::memcpy(&lowX, other.lowX + half, sizeof(Lane));
-            std::memcpy(&highX, other.highX + half, sizeof(Lane));
-            std::memcpy(&lowY, other.lowY + half, sizeof(Lane));
-            std::memcpy(&highY, other.highY + half, sizeof(Lane));
-            const Lane meets = (lowX <= group.highX[k]) & (highX >= group.lowX[k]) & (lowY <= group.highY[k]) &
-                               (highY >= group.lowY[k]);
-            bits |= PackMask<std::int32_t>(meets) << half;
+        for (unsigned int half = 0; half < fanOut; half += baselineCount<std::int32_t>) {
+            const auto lowX = LoadLanes(other.lowX + half), highX = LoadLanes(other.highX + half);
+            const auto lowY = LoadLanes(other.lowY + half), highY = LoadLanes(other.highY + half);
+            bits |= PackMask<std::int32_t>((lowX <= group.highX[k]) & (highX >= group.lowX[k]) &
+                                           (lowY <= group.highY[k]) & (highY >= group.lowY[k]))
+                    << half;
         }
         return bits;
+    }
+
+    /// Whether each box of successive edges lies beyond the last but one, to one and the same side. As a box holds
+    /// the vertex that it shares with the next, none but successive ones meet then.
+    static bool IsMonotone(const Group& group)
+    {
+        constexpr unsigned int all = 15;
+        unsigned int right = all, left = all, up = all, down = all;
+        for (unsigned int k = 0; k < fanOut - baselineCount<std::int32_t>; k += 2) {
+            const unsigned int next = k + 2;
+            right &= PackMask<std::int32_t>(LoadLanes(group.highX + k) < LoadLanes(group.lowX + next));
+            left &= PackMask<std::int32_t>(LoadLanes(group.lowX + k) > LoadLanes(group.highX + next));
+            up &= PackMask<std::int32_t>(LoadLanes(group.highY + k) < LoadLanes(group.lowY + next));
+            down &= PackMask<std::int32_t>(LoadLanes(group.lowY + k) > LoadLanes(group.highY + next));
+        }
+        return right == all || left == all || up == all || down == all;
     }
 
     static bool AreApart(const Spine& a, const Spine& b) { return a.IsApart(b) || b.IsApart(a); }
@@ -132,7 +147,14 @@ private:
         if (a != b && !spines.empty() && AreApart(spines[level][a], spines[level][b])) return;
         const Group& groupA = levels[level][a];
         const Group& groupB = levels[level][b];
-        for (unsigned int i = 0; i < fanOut; ++i) {
+        // Of the boxes of one group, those that meet the other as a whole.
+        unsigned int near = (1u << fanOut) - 1;
+        if (a != b)
+            near = GetMeeting(levels[level + 1][b / fanOut], static_cast<unsigned int>(b % fanOut), groupA);
+        else if (level == 0 && IsMonotone(groupA))
+            return;
+        for (; near != 0; near &= near - 1) {
+            const unsigned int i = static_cast<unsigned int>(__builtin_ctz(near));
             unsigned int meeting = GetMeeting(groupA, i, groupB);
             // In a group with itself each pair comes once; at the lowest level a box with itself is no pair.
             if (a == b) meeting = meeting >> i << i;

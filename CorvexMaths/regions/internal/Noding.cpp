@@ -1,9 +1,11 @@
 #include <CorvexMaths/regions/internal/Noding.h>
 
 #include <CorvexMaths/Numbers.h>
+#include <CorvexMaths/regions/internal/PlaneVector.h>
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <stdexcept>
@@ -62,6 +64,30 @@ struct Edge
         const Wide least = std::min(std::min(lowerLeft, upperRight), std::min(lowerRight, upperLeft));
         const Wide greatest = std::max(std::max(lowerLeft, upperRight), std::max(lowerRight, upperLeft));
         return SignOf(least) < 0 && SignOf(greatest) > 0;
+    }
+};
+
+/// The way along an edge.
+struct Step
+{
+    Step(const GridPoint& a, const GridPoint& b)
+        : way{static_cast<double>(b.x - a.x), static_cast<double>(b.y - a.y)},
+          width(std::fabs(way.x) + std::fabs(way.y))
+    {}
+
+    PlaneVector way;
+    double width; ///< As that of the edge, exact.
+
+    /// Whether the cross product with the step that follows surely exceeds the widths of both in magnitude.
+    ///
+    /// With u = 2^-53 and s for the sum of the magnitudes of the two products, their difference is off by little more
+    /// than 2 u s, and the right side by u times the width, which is at most s where the two are about equal: 4 u s
+    /// covers both.
+    bool TurnsFar(const Step& next) const
+    {
+        const double one = way.x * next.way.y;
+        const double other = way.y * next.way.x;
+        return std::fabs(one - other) > std::max(width, next.width) + 0x1p-51 * (std::fabs(one) + std::fabs(other));
     }
 };
 
@@ -159,6 +185,7 @@ private:
     Edge GetEdge(std::uint32_t i) const { return Edge(chains.points[i], chains.points[i + 1]); }
 
     bool AreSuccessive(std::uint32_t i, std::uint32_t j) const;
+    void MeetSuccessive(std::uint32_t chain);
     void MeetSuccessive(std::uint32_t i, std::uint32_t j);
     void Meet(std::uint32_t i, std::uint32_t j);
     void Cross(const Edge& e, const Edge& f, const Meeting& meeting, const Wide& start, const Wide& turn);
@@ -174,7 +201,7 @@ private:
     void Emit(std::uint32_t chain, NodedChains* noded) const;
 
     Chains chains;
-    std::vector<bool> isKnot;
+    std::vector<std::uint8_t> isKnot;
     /// Whether a crossing is no point of the grid.
     bool isRounded = false;
     std::vector<Meeting> meetings;
@@ -194,6 +221,19 @@ bool Noder::AreSuccessive(std::uint32_t i, std::uint32_t j) const
     if (chains.points[j + 1] != chains.points[i]) return false;
     const std::uint32_t chain = chains.Find(i);
     return chains.starts[chain] == i && chains.starts[chain + 1] == j + 2;
+}
+
+/// The edges of a chain with those that follow them. Nearly all turn by far more than rounding hides.
+void Noder::MeetSuccessive(std::uint32_t chain)
+{
+    const std::uint32_t end = chains.starts[chain + 1] - 1;
+    std::uint32_t i = end - 1;
+    Step step(chains.points[i], chains.points[end]);
+    for (std::uint32_t j = chains.starts[chain]; j < end; i = j++) {
+        const Step next(chains.points[j], chains.points[j + 1]);
+        if (!step.TurnsFar(next)) MeetSuccessive(i, j);
+        step = next;
+    }
 }
 
 /// Edge j starts where edge i ends.
@@ -414,27 +454,37 @@ void Noder::MarkKnots()
 
 void Noder::Emit(std::uint32_t chain, NodedChains* noded) const
 {
+    using Difference = std::ptrdiff_t;
     std::vector<GridPoint>& points = noded->chains.points;
-    const std::size_t begin = points.size();
-    std::size_t firstKnot = std::numeric_limits<std::size_t>::max();
-    const auto add = [&](const GridPoint& p, bool knot) {
-        if (knot && firstKnot > points.size()) firstKnot = points.size();
-        points.push_back(p);
-        noded->isKnot.push_back(knot);
+    std::vector<std::uint8_t>& knots = noded->isKnot;
+    const Difference begin = static_cast<Difference>(points.size());
+    const std::uint32_t last = chains.starts[chain + 1] - 1;
+    std::uint32_t next = chains.starts[chain];
+    // The vertices of edges up to one.
+    const auto copy = [&](std::uint32_t end) {
+        points.insert(points.end(), chains.points.begin() + next, chains.points.begin() + end);
+        knots.insert(knots.end(), isKnot.begin() + next, isKnot.begin() + end);
+        next = end;
     };
-    for (std::uint32_t i = chains.starts[chain]; i + 1 < chains.starts[chain + 1]; ++i) {
-        add(chains.points[i], isKnot[i]);
-        for (std::uint32_t s = firstStop[i]; s < firstStop[i + 1]; ++s)
-            if (stops[s].point != points.back() && stops[s].point != chains.points[i + 1]) add(stops[s].point, true);
+    for (std::uint32_t i = next; i < last; ++i) {
+        if (firstStop[i] == firstStop[i + 1]) continue;
+        copy(i + 1);
+        for (std::uint32_t s = firstStop[i]; s < firstStop[i + 1]; ++s) {
+            if (stops[s].point == points.back() || stops[s].point == chains.points[i + 1]) continue;
+            points.push_back(stops[s].point);
+            knots.push_back(true);
+        }
     }
-    if (firstKnot < points.size()) {
-        using Difference = std::ptrdiff_t;
-        std::rotate(points.begin() + Difference(begin), points.begin() + Difference(firstKnot), points.end());
-        std::rotate(noded->isKnot.begin() + Difference(begin), noded->isKnot.begin() + Difference(firstKnot),
-                    noded->isKnot.end());
+    copy(last);
+    const Difference firstKnot = std::find(knots.begin() + begin, knots.end(), true) - knots.begin();
+    if (firstKnot < static_cast<Difference>(points.size())) {
+        std::rotate(points.begin() + begin, points.begin() + firstKnot, points.end());
+        std::rotate(knots.begin() + begin, knots.begin() + firstKnot, knots.end());
     }
-    const GridPoint start = points[begin];
-    add(start, noded->isKnot[begin]);
+    const GridPoint start = points[static_cast<std::size_t>(begin)];
+    const std::uint8_t isStartKnot = knots[static_cast<std::size_t>(begin)];
+    points.push_back(start);
+    knots.push_back(isStartKnot);
     noded->chains.starts.push_back(static_cast<std::uint32_t>(points.size()));
 }
 
@@ -451,18 +501,10 @@ NodedChains Noder::Collect()
 
 NodedChains Noder::Run()
 {
-    {
-        EdgeTree tree(chains);
-        tree.ForEachClosePair([this](std::uint32_t i, std::uint32_t j) {
-            if (!AreSuccessive(i, j)) {
-                Meet(i, j);
-            } else if (j == i + 1) {
-                MeetSuccessive(i, j);
-            } else {
-                MeetSuccessive(j, i);
-            }
-        });
-    }
+    for (std::uint32_t c = 0; c < chains.GetCount(); ++c) MeetSuccessive(c);
+    EdgeTree(chains).ForEachClosePair([this](std::uint32_t i, std::uint32_t j) {
+        if (!AreSuccessive(i, j)) Meet(i, j);
+    });
     const bool isAnyKnot = std::find(isKnot.begin(), isKnot.end(), true) != isKnot.end();
     if (meetings.empty() && !isAnyKnot) return NodedChains{std::move(chains), std::move(isKnot)};
     SortStops();

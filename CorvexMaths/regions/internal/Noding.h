@@ -16,7 +16,7 @@ struct NodedChains
     Chains chains;
     /// For each point whether other edges than the two next to it may end there. A chain that has such points starts
     /// with one.
-    std::vector<bool> isKnot;
+    std::vector<std::uint8_t> isKnot;
 };
 
 /// Snap rounding (J. D. Hobby, 1999; L. J. Guibas and D. H. Marimont, 1998).

@@ -3,6 +3,7 @@
 #include <CorvexMaths/regions/internal/Predicates.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Halmont::Orrin::CorvexMaths::Kernels
@@ -45,7 +46,7 @@ private:
     void Link();
     void TraceCycle(std::uint32_t first);
     void CutLoop(std::size_t from);
-    void AddPoints(std::uint32_t run, Ring* ring, std::vector<bool>* isShared) const;
+    void AddPoints(std::uint32_t run, Ring* ring) const;
 
     std::uint32_t GetStart(std::uint32_t run) const
     {
@@ -111,44 +112,56 @@ void Tracer::Link()
 }
 
 /// Appends the points of a run but the last.
-void Tracer::AddPoints(std::uint32_t run, Ring* ring, std::vector<bool>* isShared) const
+void Tracer::AddPoints(std::uint32_t run, Ring* ring) const
 {
     const EdgeRun& edges = graph.GetRuns()[run];
-    const std::vector<GridPoint>& points = graph.GetPoints();
-    isShared->push_back(edges.nodes[0] != none && isTouching[GetStart(run)]);
-    isShared->resize(isShared->size() + (edges.last - edges.first - 1), false);
+    const auto points = graph.GetPoints().begin();
     if (senses[run] == Sense::Along) {
-        ring->insert(ring->end(), points.begin() + edges.first, points.begin() + edges.last);
+        ring->insert(ring->end(), points + edges.first, points + edges.last);
     } else {
-        for (std::uint32_t i = edges.last; i > edges.first; --i) ring->push_back(points[i]);
+        ring->insert(ring->end(), std::make_reverse_iterator(points + edges.last + 1),
+                     std::make_reverse_iterator(points + edges.first + 1));
     }
 }
 
-/// The ring without vertices on straight runs, but where another has them too, from its lowest vertex on.
-Ring Reduce(const Ring& ring, const std::vector<bool>& isShared)
+/// Takes the vertices on straight runs out of a ring, but those that another has too, and turns it so that it starts
+/// with its lowest one.
+void Reduce(Ring* ring, const std::vector<std::size_t>& shared)
 {
-    Ring reduced;
-    reduced.reserve(ring.size());
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        const GridPoint& before = ring[i == 0 ? ring.size() - 1 : i - 1];
-        const GridPoint& behind = ring[i + 1 == ring.size() ? 0 : i + 1];
-        if (isShared[i] || Orientation(before, ring[i], behind) != 0) reduced.push_back(ring[i]);
+    const GridPoint first = ring->front();
+    GridPoint before = ring->back();
+    auto nextShared = shared.begin();
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < ring->size(); ++i) {
+        const GridPoint point = (*ring)[i];
+        const bool isShared = nextShared != shared.end() && *nextShared == i;
+        if (isShared) ++nextShared;
+        const GridPoint& behind = i + 1 == ring->size() ? first : (*ring)[i + 1];
+        if (isShared || Orientation(before, point, behind) != 0) (*ring)[count++] = point;
+        before = point;
     }
-    std::rotate(reduced.begin(), std::min_element(reduced.begin(), reduced.end()), reduced.end());
-    return reduced;
+    ring->resize(count);
+    std::rotate(ring->begin(), std::min_element(ring->begin(), ring->end()), ring->end());
 }
 
 /// Makes a ring of the path from a place on.
 void Tracer::CutLoop(std::size_t from)
 {
+    std::size_t size = 0;
+    for (std::size_t k = from; k < path.size(); ++k)
+        size += graph.GetRuns()[path[k]].last - graph.GetRuns()[path[k]].first;
     Ring ring;
-    std::vector<bool> isShared;
+    ring.reserve(size);
+    std::vector<std::size_t> shared;
     for (std::size_t k = from; k < path.size(); ++k) {
-        AddPoints(path[k], &ring, &isShared);
-        if (graph.GetRuns()[path[k]].nodes[0] != none) placeOnPath[GetStart(path[k])] = none;
+        const bool isClosed = graph.GetRuns()[path[k]].nodes[0] == none;
+        if (!isClosed && isTouching[GetStart(path[k])]) shared.push_back(ring.size());
+        AddPoints(path[k], &ring);
+        if (!isClosed) placeOnPath[GetStart(path[k])] = none;
     }
     path.resize(from);
-    loops.push_back(Loop{Reduce(ring, isShared), cycle});
+    Reduce(&ring, shared);
+    loops.push_back(Loop{std::move(ring), cycle});
 }
 
 void Tracer::TraceCycle(std::uint32_t first)

@@ -82,10 +82,10 @@ RunGraph::RunGraph(NodedChains&& noded, const std::vector<std::int64_t>& weights
     }
 }
 
-void RunGraph::MakeRuns(const std::vector<bool>& isKnot, const std::vector<std::int64_t>& weights)
+void RunGraph::MakeRuns(const std::vector<std::uint8_t>& isKnot, const std::vector<std::int64_t>& weights)
 {
     std::size_t count = chains.GetCount();
-    for (const bool knot : isKnot) count += knot ? 1 : 0;
+    for (const std::uint8_t knot : isKnot) count += knot;
     runs.reserve(count);
     for (std::uint32_t c = 0; c < chains.GetCount(); ++c) {
         const std::uint32_t end = chains.starts[c + 1] - 1;

@@ -63,7 +63,7 @@ private:
         std::uint32_t point;
     };
 
-    void MakeRuns(const std::vector<bool>& isKnot, const std::vector<std::int64_t>& weights);
+    void MakeRuns(const std::vector<std::uint8_t>& isKnot, const std::vector<std::int64_t>& weights);
     void NumberNodes();
     void SortEnds();
     void SortEnds(std::uint32_t node, std::vector<std::pair<GridPoint, End>>* directions);
