@@ -206,6 +206,19 @@ void MeasureOutlines()
     measure("making simple", small, [](Outline& o) { o.MakeSimplePolygon(); });
 }
 
+void MeasureRegions()
+{
+    using Region = TRegion<double>;
+    const Outline outline = MakeOutline(many);
+    const Region region(outline);
+    Measure("region, made of an outline", many, [&] { const Region made(outline); });
+    Measure("region, offset", many, [&] { static_cast<void>(region.Offset(5)); });
+    Outline turned(outline);
+    for (unsigned int i = 0; i < many; ++i) turned[i] = TVector2<double>(-outline[i].y, outline[i].x);
+    const Region other(turned);
+    Measure("region, united with one as large", 2 * many, [&] { static_cast<void>(region.Unite(other)); });
+}
+
 void MeasureSplines()
 {
     PointSet controls = MakeSphere(many), data = MakeSphere(few);
@@ -227,6 +240,7 @@ int main()
     MeasureLists();
     MeasurePointSets();
     MeasureOutlines();
+    MeasureRegions();
     MeasureSplines();
     return 0;
 }
