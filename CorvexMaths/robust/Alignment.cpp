@@ -40,7 +40,9 @@ std::array<DoubleDouble, N> SumPairs(unsigned int count, Term term)
     return total;
 }
 
-/// The rotation of an alignment, by turns of `Real`.
+/// The rotation of an alignment, its sums of terms in `Real`. All that comes of the sums is to twice the digits of
+/// double: rounded, they would leave a thin part as many times more uncertain as the greatest eigenvalue exceeds its
+/// gap to the next.
 template <class Real>
 class Turn
 {
@@ -48,9 +50,8 @@ public:
     Real rotation[3][3];
     /// The eigenvalues, the greatest first. With s1, s2, s3 the singular values of the cross-covariance, the last one
     /// negative where the best orthogonal matrix is a reflection, they are s1 + s2 + s3, s1 - s2 - s3, s2 - s1 - s3 and
-    /// s3 - s1 - s2, each a sum of weights times what a pair gives. Not
-    /// rounded to double: of a thin part the greatest two differ by less than that would leave.
-    Real values[4];
+    /// s3 - s1 - s2, each a sum of weights times what a pair gives.
+    DoubleDouble values[4];
 
     explicit Turn(const Pairs& pairs)
     {
@@ -76,13 +77,14 @@ public:
                 for (unsigned int k = 0; k < 3; ++k) part[3 * j + k] = part[3 * j + k] + from * to[k];
             }
         });
-        Real s[3][3];
-        for (unsigned int k = 0; k < 9; ++k) s[k / 3][k % 3] = static_cast<Real>(sums[k]);
-        Real matrix[4][4] = {{s[0][0] + s[1][1] + s[2][2], s[1][2] - s[2][1], s[2][0] - s[0][2], s[0][1] - s[1][0]},
-                             {s[1][2] - s[2][1], s[0][0] - s[1][1] - s[2][2], s[0][1] + s[1][0], s[2][0] + s[0][2]},
-                             {s[2][0] - s[0][2], s[0][1] + s[1][0], s[1][1] - s[0][0] - s[2][2], s[1][2] + s[2][1]},
-                             {s[0][1] - s[1][0], s[2][0] + s[0][2], s[1][2] + s[2][1], s[2][2] - s[0][0] - s[1][1]}};
-        Real vectors[4][4];
+        DoubleDouble s[3][3];
+        for (unsigned int k = 0; k < 9; ++k) s[k / 3][k % 3] = sums[k];
+        DoubleDouble matrix[4][4] = {
+            {s[0][0] + s[1][1] + s[2][2], s[1][2] - s[2][1], s[2][0] - s[0][2], s[0][1] - s[1][0]},
+            {s[1][2] - s[2][1], s[0][0] - s[1][1] - s[2][2], s[0][1] + s[1][0], s[2][0] + s[0][2]},
+            {s[2][0] - s[0][2], s[0][1] + s[1][0], s[1][1] - s[0][0] - s[2][2], s[1][2] + s[2][1]},
+            {s[0][1] - s[1][0], s[2][0] + s[0][2], s[1][2] + s[2][1], s[2][2] - s[0][0] - s[1][1]}};
+        DoubleDouble vectors[4][4];
         Kernels::Diagonalise(matrix, vectors);
         SetRotation(vectors, matrix);
     }
@@ -106,7 +108,7 @@ public:
 
 private:
     /// The rotation of the unit quaternion that belongs to the greatest eigenvalue.
-    void SetRotation(const Real (&vectors)[4][4], const Real (&matrix)[4][4])
+    void SetRotation(const DoubleDouble (&vectors)[4][4], const DoubleDouble (&matrix)[4][4])
     {
         unsigned int order[4] = {0, 1, 2, 3};
         for (unsigned int i = 0; i < 4; ++i) {
@@ -117,12 +119,12 @@ private:
             }
             values[i] = matrix[order[i]][order[i]];
         }
-        Real q[4];
+        DoubleDouble q[4];
         for (unsigned int k = 0; k < 4; ++k) q[k] = vectors[k][order[0]];
-        const Real square = q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3];
-        const Real two = Real(2.0) / square;
+        const DoubleDouble square = q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3];
+        const DoubleDouble two = DoubleDouble(2.0) / square;
         const auto diagonal = [&](unsigned int a, unsigned int b) {
-            return Real(1.0) - two * (q[a] * q[a] + q[b] * q[b]);
+            return DoubleDouble(1.0) - two * (q[a] * q[a] + q[b] * q[b]);
         };
         const auto sum = [&](unsigned int a, unsigned int b, unsigned int c) {
             return two * (q[a] * q[b] + q[0] * q[c]);
@@ -130,10 +132,10 @@ private:
         const auto difference = [&](unsigned int a, unsigned int b, unsigned int c) {
             return two * (q[a] * q[b] - q[0] * q[c]);
         };
-        const Real elements[3][3] = {{diagonal(2, 3), difference(1, 2, 3), sum(1, 3, 2)},
-                                     {sum(1, 2, 3), diagonal(1, 3), difference(2, 3, 1)},
-                                     {difference(1, 3, 2), sum(2, 3, 1), diagonal(1, 2)}};
-        std::copy(&elements[0][0], &elements[0][0] + 9, &rotation[0][0]);
+        const DoubleDouble elements[3][3] = {{diagonal(2, 3), difference(1, 2, 3), sum(1, 3, 2)},
+                                             {sum(1, 2, 3), diagonal(1, 3), difference(2, 3, 1)},
+                                             {difference(1, 3, 2), sum(2, 3, 1), diagonal(1, 2)}};
+        for (unsigned int k = 0; k < 9; ++k) rotation[k / 3][k % 3] = static_cast<Real>(elements[k / 3][k % 3]);
     }
 };
 
@@ -206,7 +208,7 @@ void Align(const TPointSet<T, TVector3>& from, const TPointSet<T, TVector3>& to,
     bool serves = false;
     if (many) {
         const Turn<double> turn(pairs);
-        serves = turn.values[0] - turn.values[1] > 0.05 * turn.values[0] && rounding < 1e-4;
+        serves = Rounded(turn.values[0] - turn.values[1]) > 0.05 * Rounded(turn.values[0]) && rounding < 1e-4;
         if (serves) Tell(turn, pairs, weight, &told);
     }
     if (!serves) {

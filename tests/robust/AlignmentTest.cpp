@@ -93,6 +93,18 @@ TEST(Alignment, WeighsEachPairAndLeavesOutThoseOfNoWeight)
     EXPECT_EQ(statusOf(1.0), Status::TooFewPoints);
 }
 
+// What turns it about its axis are the least of the moments; the image is not rounded.
+TEST(Alignment, CarriesABarOfManyPointsOntoItsImage)
+{
+    Random random(15);
+    const Matrix turn(0, 0, 1, 1, 0, 0, 0, 1, 0);
+    const Points bar = Cloud(random, 1500, {1, 0.17, 0.17});
+    const Alignment alignment(bar, Moved(bar, turn));
+    ASSERT_TRUE(alignment);
+    ExpectNear(alignment.rotation, turn, 2e-16);
+    EXPECT_LT(alignment.largest, 1e-16);
+}
+
 TEST(Alignment, TellsWhyThereIsNone)
 {
     Points cube = Box(1, 1, 1), line, same;
