@@ -21,6 +21,21 @@ constexpr double rule[][2] = {
     {0.944575023073232576, 0.0622535239386478929}, {0.989400934991649933, 0.0271524594117540949},
 };
 
+/// The pieces of a curve: the span of each, where it starts in that, and the length up to there, and in all.
+struct Pieces
+{
+    TList<int>& spans;
+    TList<double>& starts;
+    TList<double>& lengths;
+
+    void Add(unsigned int span, double start, double length) const
+    {
+        spans.Add(static_cast<int>(span));
+        starts.Add(start);
+        lengths.Add(lengths.GetLast() + length);
+    }
+};
+
 /// Lengths of a curve in units of a power of two.
 template <class T, template <class> class V>
 class Measure
@@ -49,14 +64,13 @@ public:
         return half * sum;
     }
 
-    /// Cuts a part of a span, of a length by the rule, into pieces and calls visit(start, length) for each in turn.
-    /// They are halved until the halves of each sum up to it within a part of the size of the control polygon, or
-    /// within what rounding makes of it: that of a sum, and that of an offset, which a piece feels the more the smaller
-    /// it is. The sum is kept, and is far nearer than the difference tells. Where the curve comes to a stop and turns
-    /// back that takes ever smaller pieces, down to 2^-40 of the span; so it does next to an end, where both sums would
-    /// miss it alike.
-    template <class Visitor>
-    void ForEachPiece(unsigned int span, double from, double to, double length, unsigned int depth, Visitor visit) const
+    /// Appends pieces of a span, halved until the halves of each sum up to it within a part of the size of the control
+    /// polygon, or within what rounding makes of it: that of a sum, and that of an offset, which a piece feels the more
+    /// the smaller it is. The sum is kept, and is far nearer than the difference tells. Where the curve comes to a stop
+    /// and turns back that takes ever smaller pieces, down to 2^-40 of the span; so it does next to an end, where both
+    /// sums would miss it alike.
+    void AppendPieces(unsigned int span, double from, double to, double length, unsigned int depth,
+                      const Pieces& pieces) const
     {
         const double middle = from + (to - from) / 2;
         const double first = Length(span, from, middle);
@@ -65,12 +79,12 @@ public:
         const double difference = std::fabs(first + second - length);
         const bool isNear = !(difference > std::fmax(0x1p-46, rounding * length));
         if (depth == 0 || (isNear && !TurnsBackAtAnEnd(span, from, middle) && !TurnsBackAtAnEnd(span, middle, to))) {
-            visit(from, first);
-            visit(middle, second);
+            pieces.Add(span, from, first);
+            pieces.Add(span, middle, second);
             return;
         }
-        ForEachPiece(span, from, middle, first, depth - 1, visit);
-        ForEachPiece(span, middle, to, second, depth - 1, visit);
+        AppendPieces(span, from, middle, first, depth - 1, pieces);
+        AppendPieces(span, middle, to, second, depth - 1, pieces);
     }
 
 private:
@@ -134,12 +148,8 @@ SplineLength<T, V>::SplineLength(const TBSpline<T, V>& spline)
     lengths.Add(0.0);
     for (unsigned int span = view.FirstSpan(); span < view.EndSpan(); ++span) {
         const double width = view.Width(span);
-        if (!(width > 0)) continue;
-        measure.ForEachPiece(span, 0, width, measure.Length(span, 0, width), 40, [&](double start, double length) {
-            spans.Add(static_cast<int>(span));
-            starts.Add(start);
-            lengths.Add(lengths.GetLast() + length);
-        });
+        if (width > 0)
+            measure.AppendPieces(span, 0, width, measure.Length(span, 0, width), 40, {spans, starts, lengths});
     }
     const T length = static_cast<T>(std::ldexp(lengths.GetLast(), exponent));
     if (!std::isfinite(length)) {
