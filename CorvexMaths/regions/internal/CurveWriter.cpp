@@ -62,7 +62,8 @@ bool CurveWriter::TryAddPoint(const PlaneVector& place, const PlaneVector& m, co
     const Pair x{place.x * toCurve, place.y * toCurve};
     const Pair low = Floor(x);
     // Without branches, as none of them could be foreseen: two corners at a time, and the squares of their distances as
-    // bits, which are in the order of the numbers; those behind have all bits set.
+    // bits, which are in the order of the numbers; those behind have all bits set, and come after infinity.
+    constexpr std::uint64_t infinity = 0x7ff0000000000000u;
     const Pair wayX{low[0] - x[0], low[0] + 1.0 - x[0]};
     std::uint64_t squares[4];
     for (int row = 0; row < 2; ++row) {
@@ -78,7 +79,7 @@ bool CurveWriter::TryAddPoint(const PlaneVector& place, const PlaneVector& m, co
     const std::size_t lower = squares[1] < squares[0];
     const std::size_t upper = 2 + std::size_t(squares[3] < squares[2]);
     const std::size_t best = lower + (upper - lower) * std::size_t(squares[upper] < squares[lower]);
-    if (squares[best] == ~std::uint64_t(0)) return false;
+    if (squares[best] >= infinity) return false;
     const GridPoint point{origin.x + static_cast<std::int64_t>(low[0]) + static_cast<std::int64_t>(best & 1),
                           origin.y + static_cast<std::int64_t>(low[1]) + static_cast<std::int64_t>(best >> 1)};
     if (curve->empty() || curve->back() != point) curve->push_back(point);
