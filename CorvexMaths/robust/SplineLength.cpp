@@ -134,6 +134,9 @@ int FindExponent(const Curve<T, V>& curve)
 } // namespace
 
 template <class T, template <class> class V>
+SplineLength<T, V>::SplineLength() = default;
+
+template <class T, template <class> class V>
 SplineLength<T, V>::SplineLength(const TBSpline<T, V>& spline)
 {
     if (spline.GetCount() == 0) return;

@@ -36,7 +36,7 @@ public:
     T total = T(0);
 
     /// No answer yet.
-    SplineLength() = default;
+    SplineLength();
 
     /// The length of a spline. Time is proportional to the number of its knots.
     explicit SplineLength(const TBSpline<T, V>& spline);
