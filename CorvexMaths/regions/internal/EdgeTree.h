@@ -125,9 +125,10 @@ private:
     /// the vertex that it shares with the next, none but successive ones meet then.
     static bool IsMonotone(const Group& group)
     {
-        constexpr unsigned int all = 15;
+        constexpr unsigned int laneCount = baselineCount<std::int32_t>;
+        constexpr unsigned int all = (1u << laneCount) - 1;
         unsigned int right = all, left = all, up = all, down = all;
-        for (unsigned int k = 0; k < fanOut - baselineCount<std::int32_t>; k += 2) {
+        for (unsigned int k = 0; k < fanOut - laneCount; k += 2) {
             const unsigned int next = k + 2;
             right &= PackMask<std::int32_t>(LoadLanes(group.highX + k) < LoadLanes(group.lowX + next));
             left &= PackMask<std::int32_t>(LoadLanes(group.lowX + k) > LoadLanes(group.highX + next));

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 
